@@ -1,0 +1,42 @@
+# One floor: a static library whose headers are reachable only by those who link it.
+#
+# Headers are included as "core/Paths.h". To make an include of a floor that is not linked fail to
+# build, each floor has an include root of its own in the build tree, holding one link to its folder.
+
+if(KESTRELBAY_SANITIZE)
+    add_compile_options(-fsanitize=${KESTRELBAY_SANITIZE} -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${KESTRELBAY_SANITIZE})
+endif()
+
+# Warnings as errors for hand-written code only; generated QML code gets none of these.
+function(kestrelbay_warnings target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
+        -Woverloaded-virtual -Werror)
+endfunction()
+
+function(kestrelbay_qt_defines target)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+        QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+        QT_STRICT_ITERATORS QT_USE_QSTRINGBUILDER)
+endfunction()
+
+# kestrelbay_include_root(<target> <PUBLIC|INTERFACE> <folder below src>)
+function(kestrelbay_include_root target scope folder)
+    set(root "${CMAKE_BINARY_DIR}/include/${target}")
+    get_filename_component(parent "${root}/${folder}" DIRECTORY)
+    file(MAKE_DIRECTORY "${parent}")
+    file(CREATE_LINK "${CMAKE_SOURCE_DIR}/src/${folder}" "${root}/${folder}" SYMBOLIC)
+    target_include_directories(${target} ${scope} "${root}")
+endfunction()
+
+# kestrelbay_floor(<name> SOURCES <files...> LINK <public dependencies...>)
+function(kestrelbay_floor name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(${name} STATIC ${arg_SOURCES})
+    kestrelbay_include_root(${name} PUBLIC ${name})
+    target_link_libraries(${name} PUBLIC ${arg_LINK})
+    kestrelbay_warnings(${name})
+    kestrelbay_qt_defines(${name})
+endfunction()

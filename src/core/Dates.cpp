@@ -1,0 +1,82 @@
+#include "core/Dates.h"
+
+#include <charconv>
+#include <QDateTime>
+#include <QVarLengthArray>
+#include <string_view>
+
+namespace {
+
+/// A piece of a date as an integer: ASCII digits, optionally after one plus sign, and nothing else.
+std::optional<int> integer(QStringView piece)
+{
+    if (piece.startsWith(u'+')) {
+        piece = piece.mid(1);
+    }
+    const QByteArray digits = piece.toUtf8();
+    int value = 0;
+    const char *const end = digits.constData() + digits.size();
+    const auto result = std::from_chars(digits.constData(), end, value);
+    if (digits.isEmpty() || digits.front() == '-' || result.ec != std::errc()
+        || result.ptr != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+QVarLengthArray<int, 4> integers(QStringView text)
+{
+    QVarLengthArray<int, 4> found;
+    for (const QStringView piece : QStringView(text).tokenize(u'-', Qt::SkipEmptyParts)) {
+        if (const std::optional<int> value = integer(piece)) {
+            found.append(*value);
+        }
+    }
+    return found;
+}
+
+std::optional<TimePoint> midnight(const QDate &date)
+{
+    if (!date.isValid()) {
+        return std::nullopt;
+    }
+    const QDateTime start = date.startOfDay();
+    if (!start.isValid()) {
+        return std::nullopt;
+    }
+    return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
+}
+
+QDate localDate(TimePoint moment)
+{
+    return QDateTime::fromMSecsSinceEpoch(moment.time_since_epoch().count()).date();
+}
+
+} // namespace
+
+namespace Dates {
+
+std::optional<TimePoint> day(const std::optional<QString> &text)
+{
+    const auto parts = text ? integers(*text) : QVarLengthArray<int, 4>();
+    return parts.size() == 3 ? midnight(QDate(parts[0], parts[1], parts[2])) : std::nullopt;
+}
+
+std::optional<TimePoint> month(const std::optional<QString> &text)
+{
+    const auto parts = text ? integers(*text) : QVarLengthArray<int, 4>();
+    return parts.size() == 2 ? midnight(QDate(parts[0], parts[1], 1)) : std::nullopt;
+}
+
+TimePoint startOfCurrentMonth(TimePoint now)
+{
+    const QDate today = localDate(now);
+    return midnight(QDate(today.year(), today.month(), 1)).value_or(now);
+}
+
+qint64 daysAgo(TimePoint moment, TimePoint now)
+{
+    return localDate(moment).daysTo(localDate(now));
+}
+
+} // namespace Dates

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <optional>
+#include <QByteArray>
+#include <QString>
+
+/// The bytes of a whole file without a leading UTF-8 byte-order mark; nothing when it cannot be
+/// read or is no regular file. The contents are not looked at.
+[[nodiscard]] std::optional<QByteArray> readJSON(const QString &path);
