@@ -1,0 +1,26 @@
+#pragma once
+
+#include "sources/SessionItem.h"
+#include "sources/Stats.h"
+#include <variant>
+
+/// A statistics file as the model takes it.
+struct ParsedStats {
+    Stats stats;
+    QList<SessionItem> sessions;
+
+    bool operator==(const ParsedStats &) const = default;
+};
+
+/// Why a statistics file could not be loaded.
+struct StatsFailure {
+    QString why;
+
+    bool operator==(const StatsFailure &) const = default;
+};
+
+/// The outcome of one load: loaded or failed.
+using StatsLoad = std::variant<ParsedStats, StatsFailure>;
+
+/// Reads and decodes Paths::stats(). Blocks on file input; to be called off the main thread.
+[[nodiscard]] StatsLoad loadStatsFile();
