@@ -10,8 +10,8 @@ namespace {
 
 QString homeFromUserDatabase()
 {
-    std::array<char, 16384> buffer{};
-    passwd entry{};
+    std::array<char, 16384> buffer {};
+    passwd entry {};
     passwd *found = nullptr;
     if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found
         && found->pw_dir) {

@@ -30,7 +30,7 @@ QList<SessionItem> sessionItems(const Stats &stats)
     QList<SessionItem> items;
     items.reserve(rows.size());
     for (const SessionRow &row : rows) {
-        items.append(SessionItem{
+        items.append(SessionItem {
             .id = items.size(),
             .title = row.title.value_or(QString()),
             .project = row.project.value_or(QString()),

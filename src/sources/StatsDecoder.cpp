@@ -113,15 +113,15 @@ std::variant<Stats, StatsDecodeError> decodeStats(const QByteArray &bytes)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {
-        return StatsDecodeError{place(error)};
+        return StatsDecodeError {place(error)};
     }
     if (!document.isObject()) {
-        return StatsDecodeError{QStringLiteral("expected an object, found an array")};
+        return StatsDecodeError {QStringLiteral("expected an object, found an array")};
     }
     TypedReader reader;
     Stats stats = statsFile(reader, document.object());
     if (reader.failed()) {
-        return StatsDecodeError{reader.problem()};
+        return StatsDecodeError {reader.problem()};
     }
     return stats;
 }
