@@ -1,0 +1,29 @@
+#pragma once
+
+#include "sources/Provider.h"
+#include "sources/Stats.h"
+#include <QObject>
+
+class Strings;
+
+/// What one calendar span cost, in ready texts.
+class SummaryCell final {
+    Q_GADGET
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString cost MEMBER cost)
+    Q_PROPERTY(QString tokens MEMBER tokens)
+    Q_PROPERTY(double amount MEMBER amount)
+
+public:
+    QString label;     ///< "Today"
+    QString cost;      ///< money
+    QString tokens;    ///< tokens spent
+    double amount = 0; ///< US dollars: which way changing digits roll
+
+    bool operator==(const SummaryCell &) const = default;
+};
+
+/// The six spans of a provider: today, this week, this month, then the one before each. A provider
+/// without figures of its own has zeros.
+[[nodiscard]] QList<SummaryCell> summaryCells(
+    const Stats &stats, Provider provider, const Strings &strings);

@@ -1,0 +1,8 @@
+#include "platform/preferredLanguages.h"
+
+#include <QLocale>
+
+QStringList preferredLanguages()
+{
+    return QLocale::system().uiLanguages();
+}

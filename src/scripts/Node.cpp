@@ -1,0 +1,54 @@
+#include "scripts/Node.h"
+
+#include <QFileInfo>
+
+namespace {
+
+struct Launcher {
+    QString shell;
+    QString finder;
+};
+
+/// `(On)` sorts names in descending order; `nullglob` makes a missing nvm folder vanish.
+Launcher zsh()
+{
+    return {QStringLiteral("/bin/zsh"), QStringLiteral(R"(setopt nullglob
+extra=(/opt/homebrew/bin /usr/local/bin "$HOME/.volta/bin" "$HOME/.local/share/fnm/aliases/default/bin"
+       "$HOME"/.nvm/versions/node/*/bin(On))
+for dir in $extra; do PATH="$PATH:$dir"; done
+exec node "$@")")};
+}
+
+/// The same search where there is no zsh; a glob comes in ascending order, so it is walked
+/// backwards.
+Launcher bash()
+{
+    return {QStringLiteral("/bin/bash"), QStringLiteral(R"(shopt -s nullglob
+extra=(/opt/homebrew/bin /usr/local/bin "$HOME/.volta/bin" "$HOME/.local/share/fnm/aliases/default/bin")
+nvm=("$HOME"/.nvm/versions/node/*/bin)
+for ((i = ${#nvm[@]} - 1; i >= 0; i--)); do extra+=("${nvm[i]}"); done
+for dir in "${extra[@]}"; do PATH="$PATH:$dir"; done
+exec node "$@")")};
+}
+
+Launcher launcher()
+{
+    const Launcher preferred = zsh();
+    return QFileInfo(preferred.shell).isExecutable() ? preferred : bash();
+}
+
+} // namespace
+
+namespace Node {
+
+std::unique_ptr<QProcess> process(const QStringList &arguments)
+{
+    const Launcher with = launcher();
+    auto made = std::make_unique<QProcess>();
+    made->setProgram(with.shell);
+    made->setArguments(
+        QStringList {QStringLiteral("-lc"), with.finder, QStringLiteral("kestrelbay")} + arguments);
+    return made;
+}
+
+} // namespace Node

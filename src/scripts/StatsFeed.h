@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/TimePoint.h"
+#include "sources/StatsLoad.h"
+#include <optional>
+#include <QObject>
+#include <QThreadPool>
+
+class WidgetModel;
+
+/// Notices when the statistics file changes, decodes it off the main thread and gives it to the
+/// model.
+///
+/// A version of the file is known by its stamp, the moment of its modification. A version that
+/// failed is logged once and not read again; what was shown before stays.
+class StatsFeed final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Wait { No, Yes };
+
+    explicit StatsFeed(WidgetModel &model, QObject *parent = nullptr);
+
+    /// Loads the file if it changed. With Wait::Yes it is decoded here and now.
+    void readStats(Wait wait);
+
+private:
+    void decodeInBackground(TimePoint stamp, int generation);
+    void finishStats(const StatsLoad &load, TimePoint stamp, int generation);
+
+    WidgetModel &m_model;
+    QThreadPool m_workers;
+    std::optional<TimePoint> m_statsStamp;     ///< the version now shown
+    std::optional<TimePoint> m_statsRequested; ///< the version being read
+    std::optional<TimePoint> m_statsFailed;    ///< the version that failed to load
+    int m_statsGeneration = 0; ///< reads started; only the newest one's result is taken
+};
