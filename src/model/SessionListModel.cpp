@@ -23,6 +23,11 @@ QString isolated(const QString &name)
 
 } // namespace
 
+SessionListModel::SessionListModel(QObject *parent)
+    : QAbstractListModel(parent)
+{
+}
+
 int SessionListModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_sessions.size());

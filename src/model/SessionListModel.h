@@ -15,7 +15,7 @@ public:
     enum Role { Title = Qt::UserRole, Detail, Cost, Tokens };
     Q_ENUM(Role)
 
-    using QAbstractListModel::QAbstractListModel;
+    explicit SessionListModel(QObject *parent);
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

@@ -17,6 +17,7 @@ WidgetModel::WidgetModel(const Clock &clock, SystemLanguages systemLanguages, QO
     , m_languages(I18n::codes(m_table))
     , m_strings(std::make_shared<Strings>(QStringLiteral("en"), m_table))
     , m_now(clock.now())
+    , m_sessionList(this)
 {
     m_sessionList.setLook(m_strings, m_now);
     for (const auto cause :

@@ -18,7 +18,7 @@ class Strings;
 /// Each assignment of a published value notifies, also of an equal one. Main thread only.
 class WidgetModel final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QStringList providerNames READ providerNames CONSTANT)
+    Q_PROPERTY(QList<QString> providerNames READ providerNames CONSTANT)
     Q_PROPERTY(int providerIndex READ providerIndex NOTIFY providerChanged)
     Q_PROPERTY(bool expanded READ expanded NOTIFY expandedChanged)
     Q_PROPERTY(PanelTexts texts READ texts NOTIFY stringsChanged)

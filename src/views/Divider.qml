@@ -1,0 +1,10 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// A hairline between two cards.
+Rectangle {
+    color: Colors.track
+    implicitHeight: 1
+    opacity: 0.7
+}

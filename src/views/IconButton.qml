@@ -1,0 +1,59 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// A button that is only an icon, with its name as tooltip.
+AbstractButton {
+    id: root
+
+    required property string label
+    required property url iconSource
+    property bool lit: false
+
+    readonly property color tint: root.lit ? Colors.accent
+                                           : root.hovered ? Colors.strong : Colors.icon
+
+    hoverEnabled: true
+    implicitHeight: 26
+    implicitWidth: 26
+    text: root.label
+
+    Accessible.checkable: false
+    Accessible.name: root.label
+    Accessible.role: Accessible.Button
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    ToolTip.delay: 600
+    ToolTip.text: root.label
+    ToolTip.visible: root.hovered && !root.pressed
+
+    background: FocusRing {
+        active: root.visualFocus
+        radius: 8
+    }
+    contentItem: Item {
+        transform: Press {
+            held: root.pressed
+            label: root.contentItem
+        }
+
+        ToolButton {
+            anchors.centerIn: parent
+            background: null
+            display: AbstractButton.IconOnly
+            enabled: false
+            focusPolicy: Qt.NoFocus
+            height: 14
+            icon.color: root.tint
+            icon.height: 14
+            icon.source: root.iconSource
+            icon.width: 14
+            opacity: 1
+            padding: 0
+            width: 14
+
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "model/PanelTexts.h"
+#include "model/SessionListModel.h"
+#include "model/SummaryCell.h"
+#include "model/WidgetModel.h"
+#include <QtQml/qqml.h>
+
+// The model's types under their QML names, so that the model itself needs no QML and qmllint still
+// knows every property.
+
+struct WidgetModelInQml {
+    Q_GADGET
+    QML_FOREIGN(WidgetModel)
+    QML_NAMED_ELEMENT(WidgetModel)
+    QML_UNCREATABLE("There is one model, and the program makes it.")
+};
+
+struct SessionListModelInQml {
+    Q_GADGET
+    QML_FOREIGN(SessionListModel)
+    QML_NAMED_ELEMENT(SessionListModel)
+    QML_UNCREATABLE("It belongs to the model.")
+};
+
+struct PanelTextsInQml {
+    Q_GADGET
+    QML_FOREIGN(PanelTexts)
+    QML_VALUE_TYPE(panelTexts)
+};
+
+struct SummaryCellInQml {
+    Q_GADGET
+    QML_FOREIGN(SummaryCell)
+    QML_VALUE_TYPE(summaryCell)
+};

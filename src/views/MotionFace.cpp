@@ -1,0 +1,89 @@
+#include "views/MotionFace.h"
+
+#include "views/theme/Motion.h"
+#include <cmath>
+
+namespace {
+
+int milliseconds(double seconds)
+{
+    return static_cast<int>(std::lround(seconds * 1000));
+}
+
+int milliseconds(const std::optional<Motion::Ease> &ease)
+{
+    return ease ? milliseconds(ease->duration) : 0;
+}
+
+} // namespace
+
+MotionFace::MotionFace(QObject *parent)
+    : QObject(parent)
+{
+    Motion::onReducedChanged([this] { Q_EMIT reducedChanged(); });
+}
+
+MotionFace::~MotionFace()
+{
+    Motion::onReducedChanged({});
+}
+
+bool MotionFace::reduced()
+{
+    return Motion::reduced();
+}
+
+int MotionFace::hover()
+{
+    return milliseconds(Motion::hover());
+}
+
+int MotionFace::press()
+{
+    return milliseconds(Motion::press());
+}
+
+int MotionFace::tab()
+{
+    return milliseconds(Motion::tab());
+}
+
+int MotionFace::expand()
+{
+    return milliseconds(Motion::expand());
+}
+
+int MotionFace::number()
+{
+    return milliseconds(Motion::number());
+}
+
+int MotionFace::fill()
+{
+    return milliseconds(Motion::fill());
+}
+
+int MotionFace::tip()
+{
+    return milliseconds(Motion::tip());
+}
+
+int MotionFace::transition()
+{
+    return milliseconds(Motion::settleTime);
+}
+
+double MotionFace::pressScale()
+{
+    return Motion::pressScale;
+}
+
+double MotionFace::unfoldShift()
+{
+    return Motion::unfoldShift;
+}
+
+double MotionFace::popShift()
+{
+    return Motion::popShift;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+/// What a user asks for in the panel. Views only ask; the shell decides and does.
+class PanelActions final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The shell makes it.")
+
+public:
+    explicit PanelActions(QObject *parent);
+
+Q_SIGNALS:
+    void refreshRequested();
+    void expandRequested();
+    void providerRequested(int index);
+};

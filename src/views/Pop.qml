@@ -1,0 +1,27 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// Holds what pops: it fades and moves downwards, the same both ways. The fade stays when motion is
+/// reduced.
+Item {
+    id: root
+
+    required property bool shown
+
+    property real reveal: root.shown ? 1 : 0
+
+    implicitHeight: root.childrenRect.height
+    opacity: root.reveal
+    visible: root.reveal > 0
+
+    transform: Translate {
+        y: Motion.reduced ? 0 : Motion.popShift * (1 - root.reveal)
+    }
+    Behavior on reveal {
+        NumberAnimation {
+            duration: Motion.transition
+            easing.type: Easing.OutCubic
+        }
+    }
+}

@@ -1,0 +1,78 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// A text that changes in sight: its digits roll in the direction of its value, or, where it is no
+/// number, the old text fades into the new.
+Item {
+    id: root
+
+    required property string text
+    property real value: 0
+    property bool digits: true
+    property alias color: resting.color
+    property alias font: resting.font
+
+    property real progress: 1
+
+    implicitHeight: resting.implicitHeight
+    implicitWidth: resting.implicitWidth
+
+    Accessible.name: root.text
+    Accessible.role: Accessible.StaticText
+
+    RollingText {
+        id: rolling
+
+        text: root.text
+        value: root.value
+
+        onRolled: change.restart()
+    }
+    NumberAnimation {
+        id: change
+
+        duration: Motion.number
+        easing.type: Easing.OutCubic
+        from: 0
+        property: "progress"
+        target: root
+        to: 1
+    }
+
+    Caption {
+        id: resting
+
+        opacity: root.digits ? (root.progress < 1 ? 0 : 1) : root.progress
+        text: rolling.shown
+        width: root.width
+
+        Accessible.ignored: true
+    }
+    Caption {
+        color: resting.color
+        font: resting.font
+        opacity: 1 - root.progress
+        text: rolling.before
+        visible: !root.digits && root.progress < 1
+        width: root.width
+
+        Accessible.ignored: true
+    }
+    Loader {
+        active: root.digits && root.progress < 1
+
+        sourceComponent: Row {
+            Repeater {
+                model: rolling.glyphs
+
+                RollingGlyph {
+                    direction: rolling.direction
+                    glyphColor: resting.color
+                    glyphFont: resting.font
+                    progress: root.progress
+                }
+            }
+        }
+    }
+}

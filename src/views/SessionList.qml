@@ -1,0 +1,74 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// The recent sessions, as high as they need and no higher than their bound; what goes on below fades.
+Item {
+    id: root
+
+    required property SessionListModel sessions
+    required property string label
+    required property string emptyText
+    required property color surface
+
+    implicitHeight: Math.min(list.count > 0 ? list.contentHeight : empty.implicitHeight,
+                             Metrics.sessionsMaxHeight)
+
+    ListView {
+        id: list
+
+        activeFocusOnTab: true
+        anchors.fill: parent
+        anchors.leftMargin: -6
+        anchors.rightMargin: -6
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        keyNavigationEnabled: true
+        model: root.sessions
+        reuseItems: true
+
+        Accessible.name: root.label
+        Accessible.role: Accessible.List
+        ScrollBar.vertical: ScrollBar {
+            policy: list.contentHeight > list.height ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff
+            width: 5
+        }
+
+        delegate: SessionRow {
+            width: ListView.view.width - 12
+            x: 6
+        }
+    }
+    Rectangle {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.leftMargin: -6
+        anchors.right: parent.right
+        anchors.rightMargin: -6
+        height: Metrics.sessionFade
+        visible: !list.atYEnd && list.count > 0
+
+        gradient: Gradient {
+            GradientStop {
+                color: Qt.rgba(root.surface.r, root.surface.g, root.surface.b, 0)
+                position: 0
+            }
+            GradientStop {
+                color: root.surface
+                position: 1
+            }
+        }
+    }
+    Caption {
+        id: empty
+
+        bottomPadding: 12
+        color: Colors.secondary
+        horizontalAlignment: Text.AlignHCenter
+        text: root.emptyText
+        topPadding: 12
+        visible: list.count === 0
+        width: root.width
+    }
+}

@@ -1,0 +1,87 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// One session: title and cost, below them project, time and device, and the tokens.
+Item {
+    id: root
+
+    required property string title
+    required property string detail
+    required property string cost
+    required property string tokens
+
+    implicitHeight: Metrics.sessionRow
+
+    Accessible.name: root.title + ", " + root.detail + ", " + root.cost + ", " + root.tokens
+    Accessible.role: Accessible.ListItem
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: -6
+        anchors.rightMargin: -6
+        color: Colors.track
+        opacity: hover.hovered || root.ListView.isCurrentItem && root.ListView.view.activeFocus ? 0.6 : 0
+        radius: 9
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Motion.hover
+                easing.type: Easing.OutCubic
+            }
+        }
+    }
+    HoverHandler {
+        id: hover
+    }
+    Item {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        height: Metrics.sessionText
+
+        Caption {
+            anchors.left: parent.left
+            anchors.right: money.left
+            anchors.rightMargin: 8
+            anchors.top: parent.top
+            font.pixelSize: 13
+            text: root.title
+
+            Accessible.ignored: true
+        }
+        Caption {
+            id: money
+
+            anchors.right: parent.right
+            anchors.top: parent.top
+            font.pixelSize: 13
+            font.weight: Font.DemiBold
+            text: root.cost
+
+            Accessible.ignored: true
+        }
+        Caption {
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            anchors.right: spent.left
+            anchors.rightMargin: 8
+            color: Colors.tertiary
+            font.pixelSize: 11
+            text: root.detail
+
+            Accessible.ignored: true
+        }
+        Caption {
+            id: spent
+
+            anchors.bottom: parent.bottom
+            anchors.right: parent.right
+            color: Colors.tertiary
+            font.pixelSize: 11
+            text: root.tokens
+
+            Accessible.ignored: true
+        }
+    }
+}

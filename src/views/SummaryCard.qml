@@ -1,0 +1,53 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// The provider's spending by calendar span: three columns, the spans before them in the second row.
+/// Without statistics it says why there are none.
+Item {
+    id: root
+
+    required property list<summaryCell> cells
+    required property string note
+    required property bool wide
+
+    readonly property int columns: 3
+
+    implicitHeight: root.note ? message.implicitHeight : grid.implicitHeight
+
+    Grid {
+        id: grid
+
+        columns: root.columns
+        rowSpacing: 10
+        visible: !root.note
+        width: root.width
+
+        Repeater {
+            model: root.cells
+
+            SummaryItem {
+                required property summaryCell modelData
+                required property int index
+
+                cell: modelData
+                prominent: index < root.columns
+                visible: root.wide || prominent
+                width: grid.width / root.columns
+            }
+        }
+    }
+    Caption {
+        id: message
+
+        bottomPadding: 18
+        color: Colors.secondary
+        horizontalAlignment: Text.AlignHCenter
+        maximumLineCount: 4
+        text: root.note
+        topPadding: 18
+        visible: root.note
+        width: root.width
+        wrapMode: Text.Wrap
+    }
+}

@@ -1,0 +1,40 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+/// What one span cost: its name, the money, the tokens.
+Column {
+    id: root
+
+    required property summaryCell cell
+    property bool prominent: true
+
+    spacing: 1
+
+    Accessible.name: root.cell.label + ", " + root.cell.cost + ", " + root.cell.tokens
+    Accessible.role: Accessible.StaticText
+
+    Caption {
+        color: Colors.tertiary
+        font.pixelSize: 11
+        text: root.cell.label
+        width: root.width
+
+        Accessible.ignored: true
+    }
+    RollText {
+        color: root.prominent ? Colors.primary : Colors.secondary
+        font.pixelSize: root.prominent ? 17 : 14
+        font.weight: Font.DemiBold
+        text: root.cell.cost
+        value: root.cell.amount
+        width: root.width
+    }
+    RollText {
+        color: Colors.tertiary
+        font.pixelSize: 11
+        text: root.cell.tokens
+        value: root.cell.amount
+        width: root.width
+    }
+}
