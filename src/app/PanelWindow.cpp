@@ -2,7 +2,10 @@
 
 #include "model/WidgetModel.h"
 #include "views/PanelActions.h"
-#include <QMouseEvent>
+#include <QQmlEngine>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(KestrelbayPlugin)
 
 PanelWindow::PanelWindow(WidgetModel &model, PanelActions &actions)
 {
@@ -10,20 +13,13 @@ PanelWindow::PanelWindow(WidgetModel &model, PanelActions &actions)
     setFlags(Qt::Window | Qt::FramelessWindowHint);
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeViewToRootObject);
+    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     setInitialProperties({
         {QStringLiteral("model"), QVariant::fromValue(&model)},
         {QStringLiteral("actions"), QVariant::fromValue(&actions)},
     });
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Kestrelbay/Panel.qml")));
-}
-
-void PanelWindow::mousePressEvent(QMouseEvent *event)
-{
-    event->ignore();
-    QQuickView::mousePressEvent(event);
-    if (!event->isAccepted() && event->button() == Qt::LeftButton) {
-        startSystemMove();
-    }
+    connect(&actions, &PanelActions::moveRequested, this, &QWindow::startSystemMove);
 }
 
 #include "moc_PanelWindow.cpp"

@@ -12,7 +12,4 @@ class PanelWindow final : public QQuickView {
 
 public:
     PanelWindow(WidgetModel &model, PanelActions &actions);
-
-protected:
-    void mousePressEvent(QMouseEvent *event) override;
 };

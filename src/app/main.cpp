@@ -3,7 +3,6 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQuickWindow>
-#include <QtPlugin>
 
 namespace {
 

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// Text in the panel's typeface: plain, on one line, cut with an ellipsis where it is too long.
 Text {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// A hairline between two cards.
 Rectangle {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// Shows which control the keyboard works on.
 Rectangle {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// The panel's first row: which assistant is shown, and what can be done.
 Item {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 import QtQuick.Controls.Basic
 
 /// A button that is only an icon, with its name as tooltip.

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// The whole panel: a dark, rounded surface with the cards on it, compact or wide.
 Item {
@@ -20,6 +21,11 @@ Item {
     Accessible.name: "Kestrelbay"
     Accessible.role: Accessible.Pane
 
+    DragHandler {
+        target: null
+
+        onActiveChanged: if (active) root.actions.moveRequested()
+    }
     Rectangle {
         anchors.fill: parent
         border.color: Colors.track

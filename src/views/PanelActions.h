@@ -16,4 +16,6 @@ Q_SIGNALS:
     void refreshRequested();
     void expandRequested();
     void providerRequested(int index);
+    /// The panel is being dragged by an empty place.
+    void moveRequested();
 };

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// Holds what pops: it fades and moves downwards, the same both ways. The fade stays when motion is
 /// reduced.

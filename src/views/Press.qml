@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// The pressed look of a button: its label shrinks about its centre while the button is held.
 Scale {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// A text that changes in sight: its digits roll in the direction of its value, or, where it is no
 /// number, the old text fades into the new.

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// One place of a changing text: the old sign leaves as the new one comes.
 Item {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 import QtQuick.Controls.Basic
 
 /// A row of choices of which one is taken; arrow keys move the choice.

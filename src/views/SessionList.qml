@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 import QtQuick.Controls.Basic
 
 /// The recent sessions, as high as they need and no higher than their bound; what goes on below fades.

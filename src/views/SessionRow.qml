@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// One session: title and cost, below them project, time and device, and the tokens.
 Item {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// The provider's spending by calendar span: three columns, the spans before them in the second row.
 /// Without statistics it says why there are none.

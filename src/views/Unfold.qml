@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kestrelbay
 
 /// Holds what unfolds: it appears fading in while moving down into its place, and disappears only
 /// fading. The fade stays when motion is reduced.

@@ -1,0 +1,310 @@
+#include "indexer/LineParser.h"
+
+#include "indexer/JsonNumber.h"
+#include "indexer/JsonWalk.h"
+#include "indexer/LineReader.h"
+#include "indexer/Title.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <utility>
+
+namespace indexer {
+
+using simdjson::ondemand::json_type;
+
+static_assert(LineReader::padding >= simdjson::SIMDJSON_PADDING);
+
+namespace {
+
+/// Longer than any id or path; more is no id, and is not kept.
+constexpr std::size_t longestText = 4096;
+
+LineKind kindOf(std::string_view type)
+{
+    using Known = std::pair<std::string_view, LineKind>;
+    constexpr std::array known {
+        Known {"assistant", LineKind::Assistant},
+        Known {"user", LineKind::User},
+        Known {"custom-title", LineKind::CustomTitle},
+        Known {"agent-name", LineKind::AgentName},
+        Known {"ai-title", LineKind::AiTitle},
+        Known {"summary", LineKind::Summary},
+    };
+    for (const auto &[name, kind] : known) {
+        if (name == type) {
+            return kind;
+        }
+    }
+    return LineKind::Other;
+}
+
+/// Keys of a record and the fields that take their values.
+template <typename Record, typename Field, std::size_t N>
+using Table = std::array<std::pair<std::string_view, Field Record::*>, N>;
+
+constexpr Table<TranscriptLine, std::string_view, 6> lineTexts {{
+    {"uuid", &TranscriptLine::uuid},
+    {"sessionId", &TranscriptLine::sessionId},
+    {"requestId", &TranscriptLine::requestId},
+    {"timestamp", &TranscriptLine::timestamp},
+    {"cwd", &TranscriptLine::cwd},
+    {"leafUuid", &TranscriptLine::leafUuid},
+}};
+constexpr Table<TranscriptLine, bool, 4> lineFlags {{
+    {"isSidechain", &TranscriptLine::isSidechain},
+    {"isMeta", &TranscriptLine::isMeta},
+    {"isCompactSummary", &TranscriptLine::isCompactSummary},
+    {"isApiErrorMessage", &TranscriptLine::isApiError},
+}};
+constexpr Table<Usage, std::uint64_t, 4> usageCounts {{
+    {"input_tokens", &Usage::input},
+    {"output_tokens", &Usage::output},
+    {"cache_read_input_tokens", &Usage::cacheRead},
+    {"cache_creation_input_tokens", &Usage::cacheCreation},
+}};
+constexpr Table<Usage, std::uint64_t, 2> writeCounts {{
+    {"ephemeral_5m_input_tokens", &Usage::fiveMinutes},
+    {"ephemeral_1h_input_tokens", &Usage::oneHour},
+}};
+constexpr std::array<std::string_view, 4> titleKeys {
+    "customTitle", "agentName", "aiTitle", "summary"};
+
+template <typename Record, typename Field, std::size_t N>
+Field *find(const Table<Record, Field, N> &fields, std::string_view key, Record &record)
+{
+    for (const auto &[name, field] : fields) {
+        if (name == key) {
+            return &(record.*field);
+        }
+    }
+    return nullptr;
+}
+
+bool isType(simdjson::ondemand::value &value, json_type wanted)
+{
+    json_type type {};
+    return value.type().get(type) == simdjson::SUCCESS && type == wanted;
+}
+
+/// Lines written for bookkeeping name their type first and end as they should; they can be told
+/// without parsing.
+bool isPlainlyUnimportant(std::string_view line)
+{
+    constexpr std::string_view front = "{\"type\":\"";
+    if (!line.starts_with(front) || !line.ends_with('}')) {
+        return false;
+    }
+    line.remove_prefix(front.size());
+    const std::size_t end = line.find_first_of("\"\\");
+    return end != std::string_view::npos && line[end] == '"'
+        && kindOf(line.substr(0, end)) == LineKind::Other;
+}
+
+} // namespace
+
+LineParser::LineParser()
+{
+    // All at once, for the longest line; memory that no line needs is never touched.
+    if (m_parser.allocate(LineReader::longestLine) != simdjson::SUCCESS) {
+        throw std::bad_alloc();
+    }
+}
+
+LineOutcome LineParser::parse(std::string_view line, TranscriptLine &result)
+{
+    if (isPlainlyUnimportant(line) || line.find_first_not_of(" \t\r") == std::string_view::npos) {
+        return LineOutcome::Ignored;
+    }
+    result = {};
+    m_line = &result;
+    m_unescaped.clear();
+    m_matters = true;
+
+    simdjson::ondemand::document document;
+    const bool started =
+        m_parser.iterate(line.data(), line.size(), line.size() + LineReader::padding).get(document)
+        == simdjson::SUCCESS;
+    const bool sound = started
+        && eachField(document.get_object(),
+            [this](std::string_view key, Value value) { return topField(key, value); });
+    if (!m_matters) {
+        return LineOutcome::Ignored;
+    }
+    const bool hasRest = sound && document.current_location().error() != simdjson::OUT_OF_BOUNDS;
+    if (!sound || hasRest) {
+        return LineOutcome::NotJson;
+    }
+    return result.kind == LineKind::Other ? LineOutcome::Ignored : LineOutcome::Parsed;
+}
+
+bool LineParser::topField(std::string_view key, Value value)
+{
+    if (std::string_view *target = find(lineTexts, key, *m_line)) {
+        return text(value, *target);
+    }
+    if (bool *target = find(lineFlags, key, *m_line)) {
+        *target = scalarToken(value) == "true";
+        return isSound(value);
+    }
+    if (key == "message") {
+        return isType(value, json_type::object) ? message(value) : isSound(value);
+    }
+    if (key == "type") {
+        return kind(value);
+    }
+    if (key == "forkedFrom") {
+        m_line->isForked = !isType(value, json_type::null);
+    } else if (std::find(titleKeys.begin(), titleKeys.end(), key) != titleKeys.end()
+        && isType(value, json_type::string)) {
+        m_line->title = stringToken(value);
+    }
+    return isSound(value);
+}
+
+/// The line's type; with one that does not matter, the rest of the line is not looked at.
+bool LineParser::kind(Value value)
+{
+    std::string_view name;
+    if (!text(value, name)) {
+        return false;
+    }
+    m_line->kind = kindOf(name);
+    m_matters = m_line->kind != LineKind::Other;
+    return m_matters;
+}
+
+bool LineParser::message(Value value)
+{
+    return eachField(value.get_object(),
+        [this](std::string_view key, Value inner) { return messageField(key, inner); });
+}
+
+bool LineParser::messageField(std::string_view key, Value value)
+{
+    if (key == "id") {
+        return text(value, m_line->messageId);
+    }
+    if (key == "model") {
+        return text(value, m_line->model);
+    }
+    if (key == "stop_reason") {
+        m_line->isFinished = isType(value, json_type::string);
+    } else if (key == "content") {
+        return content(value);
+    } else if (key == "usage" && isType(value, json_type::object)) {
+        m_line->hasUsage = true;
+        return usage(value);
+    }
+    return isSound(value);
+}
+
+/// What the user wrote: the content itself, or its first part that the user wrote.
+bool LineParser::content(Value value)
+{
+    if (isType(value, json_type::array)) {
+        return eachElement(value.get_array(), [this](Value part) { return contentPart(part); });
+    }
+    if (isType(value, json_type::string)) {
+        const std::string_view token = stringToken(value);
+        if (!token.empty() && isRealPrompt(token)) {
+            m_line->prompt = token;
+        }
+        return !token.empty();
+    }
+    return isSound(value);
+}
+
+bool LineParser::contentPart(Value value)
+{
+    if (!isType(value, json_type::object)) {
+        return isSound(value);
+    }
+    std::string_view type;
+    std::string_view written;
+    const bool sound = eachField(value.get_object(), [&](std::string_view key, Value inner) {
+        if (key == "type" && isType(inner, json_type::string)) {
+            type = stringToken(inner);
+        } else if (key == "text" && isType(inner, json_type::string)) {
+            written = stringToken(inner);
+        }
+        return isSound(inner);
+    });
+    m_line->hasToolResult = m_line->hasToolResult || type == "\"tool_result\"";
+    if (sound && m_line->prompt.empty() && type == "\"text\"" && !written.empty()
+        && isRealPrompt(written)) {
+        m_line->prompt = written;
+    }
+    return sound;
+}
+
+bool LineParser::usage(Value value)
+{
+    return eachField(value.get_object(),
+        [this](std::string_view key, Value inner) { return usageField(key, inner); });
+}
+
+bool LineParser::usageField(std::string_view key, Value value)
+{
+    if (std::uint64_t *target = find(usageCounts, key, m_line->usage)) {
+        return count(value, *target);
+    }
+    if (key == "cache_creation" && isType(value, json_type::object)) {
+        return eachField(value.get_object(), [this](std::string_view part, Value inner) {
+            std::uint64_t *target = find(writeCounts, part, m_line->usage);
+            return target != nullptr ? count(inner, *target) : isSound(inner);
+        });
+    }
+    const std::string_view token = scalarToken(value);
+    const bool told = isType(value, json_type::string) && token != "\"standard\"";
+    if (key == "speed" && told) {
+        m_line->speed = token == "\"fast\"" ? Speed::Fast : Speed::Other;
+    } else if (key == "service_tier" && told) {
+        m_line->tier = token == "\"batch\"" ? ServiceTier::Batch : ServiceTier::Other;
+    }
+    return isSound(value);
+}
+
+/// Anything but a number tells nothing; a number that no count can be spoils the line.
+bool LineParser::count(Value value, std::uint64_t &target)
+{
+    if (!isType(value, json_type::number)) {
+        return isSound(value);
+    }
+    const std::string_view token = scalarToken(value);
+    if (!isJsonNumber(token)) {
+        return false;
+    }
+    const auto stated = tokenCount(token);
+    m_line->hasImpossibleNumbers = m_line->hasImpossibleNumbers || !stated;
+    target = stated.value_or(0);
+    return true;
+}
+
+/// Anything but a string tells nothing.
+bool LineParser::text(Value value, std::string_view &target)
+{
+    if (!isType(value, json_type::string)) {
+        return isSound(value);
+    }
+    const std::string_view token = stringToken(value);
+    if (token.empty()) {
+        return false;
+    }
+    if (token.size() > longestText) {
+        return true;
+    }
+    target = token.substr(1, token.size() - 2);
+    if (target.find('\\') != std::string_view::npos) {
+        std::string &plain = m_unescaped.emplace_back();
+        JsonText characters(token);
+        while (const auto c = characters.next()) {
+            appendUtf8(plain, *c);
+        }
+        target = plain;
+    }
+    return true;
+}
+
+} // namespace indexer

@@ -1,0 +1,131 @@
+#include "indexer/LineReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace indexer {
+
+namespace {
+
+/// Small enough to stay in the processor's cache between reading and parsing.
+constexpr std::size_t chunk = std::size_t {256} << 10U;
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+} // namespace
+
+LineReader::LineReader()
+    // Not value-initialised: pages that no long line ever needs are never touched.
+    : m_buffer(new char[longestLine + chunk + padding])
+{
+}
+
+LineReader::~LineReader()
+{
+    close();
+}
+
+std::optional<FileSkip> LineReader::open(const std::filesystem::path &file)
+{
+    close();
+    m_begin = m_scanned = m_filled = m_overlong = 0;
+    m_first = true;
+    m_discarding = m_failed = false;
+
+    m_descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (m_descriptor < 0) {
+        return errno == ELOOP ? FileSkip::Loop : FileSkip::Unreadable;
+    }
+    struct stat status { };
+    if (fstat(m_descriptor, &status) != 0) {
+        close();
+        return FileSkip::Unreadable;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        close();
+        return FileSkip::NotRegular;
+    }
+    m_unread = static_cast<std::size_t>(status.st_size);
+    return std::nullopt;
+}
+
+std::optional<std::string_view> LineReader::next()
+{
+    for (;;) {
+        const void *newline = std::memchr(m_buffer.get() + m_scanned, '\n', m_filled - m_scanned);
+        if (newline != nullptr) {
+            const auto end =
+                static_cast<std::size_t>(static_cast<const char *>(newline) - m_buffer.get());
+            const bool fits = !m_discarding && end - m_begin <= longestLine;
+            const std::string_view line = trimmed(end);
+            m_begin = m_scanned = end + 1;
+            m_discarding = false;
+            if (fits) {
+                return line;
+            }
+            ++m_overlong;
+            continue;
+        }
+        m_discarding = m_discarding || m_filled - m_begin > longestLine;
+        if (m_discarding) {
+            m_begin = m_filled;
+        }
+        if (!refill()) {
+            return std::nullopt;
+        }
+    }
+}
+
+/// The line from m_begin to its newline, without the mark that some editors put at a file's front
+/// and the carriage return of foreign systems.
+std::string_view LineReader::trimmed(std::size_t end)
+{
+    std::string_view line(m_buffer.get() + m_begin, end - m_begin);
+    if (m_first && line.starts_with(byteOrderMark)) {
+        line.remove_prefix(byteOrderMark.size());
+    }
+    m_first = false;
+    if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    return line;
+}
+
+/// Moves the unfinished line to the front and fetches more behind it.
+bool LineReader::refill()
+{
+    if (m_unread == 0 || m_descriptor < 0) {
+        return false;
+    }
+    m_filled -= m_begin;
+    std::memmove(m_buffer.get(), m_buffer.get() + m_begin, m_filled);
+    m_begin = 0;
+    m_scanned = m_filled;
+
+    ssize_t got = 0;
+    do {
+        got = ::read(m_descriptor, m_buffer.get() + m_filled, std::min(chunk, m_unread));
+    } while (got < 0 && errno == EINTR);
+    m_failed = got < 0;
+    if (got <= 0) {
+        m_unread = 0;
+        return false;
+    }
+    m_filled += static_cast<std::size_t>(got);
+    m_unread -= static_cast<std::size_t>(got);
+    return true;
+}
+
+void LineReader::close()
+{
+    if (m_descriptor >= 0) {
+        ::close(m_descriptor);
+    }
+    m_descriptor = -1;
+    m_unread = 0;
+}
+
+} // namespace indexer

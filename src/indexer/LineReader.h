@@ -1,0 +1,53 @@
+#pragma once
+
+#include "indexer/Skips.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace indexer {
+
+/// Reads a file line by line through one buffer, whatever the size of file and lines.
+class LineReader final {
+public:
+    static constexpr std::size_t longestLine = std::size_t {8} << 20U;
+    /// Readable bytes behind every line, as the JSON parser wants them.
+    static constexpr std::size_t padding = 64;
+
+    LineReader();
+    ~LineReader();
+    LineReader(const LineReader &) = delete;
+    LineReader &operator=(const LineReader &) = delete;
+
+    /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
+    [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
+
+    /// The next whole line without its end, valid until the next call. What follows the last
+    /// newline is still being written and is left alone, as is what is written from now on.
+    [[nodiscard]] std::optional<std::string_view> next();
+
+    /// Lines passed over because of their length, in the current file.
+    [[nodiscard]] std::size_t overlong() const { return m_overlong; }
+    /// Whether the current file ended with a reading error.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
+private:
+    [[nodiscard]] bool refill();
+    [[nodiscard]] std::string_view trimmed(std::size_t end);
+    void close();
+
+    std::unique_ptr<char[]> m_buffer;
+    int m_descriptor = -1;
+    std::size_t m_unread = 0;  // bytes of the file still to be fetched
+    std::size_t m_begin = 0;   // of the line in the buffer
+    std::size_t m_scanned = 0; // up to here there is no newline
+    std::size_t m_filled = 0;
+    std::size_t m_overlong = 0;
+    bool m_first = true;       // no line was handed out yet
+    bool m_discarding = false; // inside a line that is too long
+    bool m_failed = false;
+};
+
+} // namespace indexer

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+namespace indexer {
+
+/// An amount of US dollars, kept exactly, so that sums do not depend on their order.
+class Money final {
+public:
+    /// Wide enough for any sum of valid prices and counts; beyond its end it stays there.
+    __extension__ using Amount = __int128;
+
+    Money() = default;
+    explicit Money(Amount picodollars)
+        : m_pico(picodollars)
+    {
+    }
+
+    [[nodiscard]] bool operator==(const Money &) const = default;
+    /// In dollars, rounded to the millionth.
+    [[nodiscard]] double dollars() const;
+
+    Money &operator+=(const Money &other);
+
+private:
+    Amount m_pico = 0;
+};
+
+} // namespace indexer

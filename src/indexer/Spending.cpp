@@ -1,0 +1,72 @@
+#include "indexer/Spending.h"
+
+#include <limits>
+
+namespace indexer {
+
+namespace {
+
+std::uint64_t sum(std::uint64_t a, std::uint64_t b)
+{
+    const std::uint64_t result = a + b;
+    return result < a ? std::numeric_limits<std::uint64_t>::max() : result;
+}
+
+void addTo(std::optional<Money> &total, std::optional<Money> part)
+{
+    if (part) {
+        total = total.value_or(Money {});
+        *total += *part;
+    }
+}
+
+} // namespace
+
+std::uint64_t TokenSums::total() const
+{
+    return sum(sum(input, output), sum(cacheWrite, cacheRead));
+}
+
+TokenSums &TokenSums::operator+=(const TokenSums &other)
+{
+    input = sum(input, other.input);
+    output = sum(output, other.output);
+    cacheWrite = sum(cacheWrite, other.cacheWrite);
+    cacheRead = sum(cacheRead, other.cacheRead);
+    return *this;
+}
+
+std::optional<Money> Spending::cost() const
+{
+    std::optional<Money> total;
+    for (const auto &[model, part] : models) {
+        addTo(total, part);
+    }
+    return isEmpty() ? Money {} : total;
+}
+
+void Spending::add(std::string_view model, const Usage &usage, std::optional<Money> cost)
+{
+    tokens += {.input = usage.input,
+        .output = usage.output,
+        .cacheWrite = usage.cacheWrite(),
+        .cacheRead = usage.cacheRead};
+    auto found = models.find(model);
+    if (found == models.end()) {
+        found = models.emplace(model, std::nullopt).first;
+    }
+    addTo(found->second, cost);
+    isEstimated = isEstimated || !cost;
+}
+
+Spending &Spending::operator+=(const Spending &other)
+{
+    tokens += other.tokens;
+    for (const auto &[model, part] : other.models) {
+        addTo(models[model], part);
+    }
+    isEstimated = isEstimated || other.isEstimated;
+    return *this;
+}
+
+} // namespace indexer

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "indexer/Money.h"
+#include "indexer/Usage.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace indexer {
+
+/// Sums of tokens; beyond the largest number they stay there.
+struct TokenSums {
+    std::uint64_t input = 0;
+    std::uint64_t output = 0;
+    std::uint64_t cacheWrite = 0;
+    std::uint64_t cacheRead = 0;
+
+    [[nodiscard]] bool operator==(const TokenSums &) const = default;
+    [[nodiscard]] std::uint64_t total() const;
+
+    TokenSums &operator+=(const TokenSums &other);
+};
+
+/// What was used and what that cost, of a span of time or a session.
+struct Spending {
+    TokenSums tokens;
+    /// By model id, as the transcripts write it; nothing for a model without any known price.
+    std::map<std::string, std::optional<Money>, std::less<>> models;
+    /// Whether the true cost is likely to be higher.
+    bool isEstimated = false;
+
+    [[nodiscard]] bool isEmpty() const { return models.empty(); }
+    /// Nothing when there was usage, but none of it has a known price.
+    [[nodiscard]] std::optional<Money> cost() const;
+
+    void add(std::string_view model, const Usage &usage, std::optional<Money> cost);
+    Spending &operator+=(const Spending &other);
+};
+
+} // namespace indexer

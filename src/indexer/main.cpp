@@ -1,0 +1,37 @@
+#include "indexer/CommandLine.h"
+#include "indexer/Program.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+bool print(std::FILE *stream, const std::string &text)
+{
+    return std::fwrite(text.data(), 1, text.size(), stream) == text.size()
+        && std::fflush(stream) == 0;
+}
+
+} // namespace
+
+int main(int count, char **words)
+{
+    // A limit on file sizes is a failed write like any other, not a reason to die half-way.
+    std::signal(SIGXFSZ, SIG_IGN);
+
+    const auto parsed = indexer::parseCommandLine(count, words);
+    if (const auto *end = std::get_if<indexer::EarlyEnd>(&parsed)) {
+        print(end->status == 0 ? stdout : stderr, end->text);
+        return end->status;
+    }
+    const auto now =
+        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    indexer::Outcome outcome = indexer::run(std::get<indexer::Options>(parsed), now);
+    if (!print(stdout, outcome.output)) {
+        outcome.messages += "kestrelbay-indexer: cannot write to standard output\n";
+        outcome.status = 1;
+    }
+    print(stderr, outcome.messages);
+    return outcome.status;
+}
