@@ -20,7 +20,7 @@ QString chooseLanguage(
         return preference;
     }
     for (const QString &entry : system) {
-        if (const QString code = languageOf(entry); offered.contains(code)) {
+        if (QString code = languageOf(entry); offered.contains(code)) {
             return code;
         }
     }
