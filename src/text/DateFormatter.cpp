@@ -16,9 +16,9 @@ icu::Locale gregorianLocale(const QString &culture)
     return locale;
 }
 
-/// The moment as the platform counts it, moved so that a clock in Greenwich shows our local time.
+/// The moment as ICU counts it, moved so that a clock in Greenwich shows our local time.
 ///
-/// The platform finds the system's time zone in ways of its own and misses some (a TZ that holds a
+/// ICU finds the system's time zone in ways of its own and misses some (a TZ that holds a
 /// rule or a file name). Taking only the offset from Qt keeps every date in one calendar.
 UDate localWallTime(TimePoint moment)
 {

@@ -15,7 +15,7 @@ U_NAMESPACE_END
 /// Patterns that name the zone itself are not handled: they would say GMT. Expensive to make.
 class DateFormatter final {
 public:
-    /// An unknown culture writes in the language-neutral form of the platform.
+    /// An unknown culture writes in the language-neutral form.
     DateFormatter(const QString &culture, const QString &pattern);
     DateFormatter(DateFormatter &&) noexcept;
     DateFormatter &operator=(DateFormatter &&) noexcept;
