@@ -1,0 +1,70 @@
+// What a response costs, worked out in whole pico-dollars so that sums are exact.
+//
+// Written by hand and apart from the indexer's own table: the two check each other.
+
+// [models, valid from, input, output, 5-minute write, 1-hour write, read] in dollars per million
+// tokens. The last row of a model that is already valid applies.
+const RATES = [
+  [['claude-fable-5-2'], '2026-11-09', 8, 40, 10, 16, 0.2],
+  [['claude-fable-5-1', 'claude-mythos-5-1'], '2026-09-01', 10, 50, 12.5, 20, 0.25],
+  [['claude-fable-5', 'claude-mythos-5'], '2026-06-09', 10, 50, 12.5, 20, 1],
+  [['claude-opus-5-5'], '2026-09-22', 4, 20, 5, 8, 0.2],
+  [['claude-opus-5'], '2026-07-24', 5, 25, 6.25, 10, 0.5],
+  [['claude-opus-4-8', 'claude-opus-4-7'], '', 5, 25, 6.25, 10, 0.5],
+  [['claude-opus-4-6', 'claude-opus-4-5'], '', 5, 25, 6.25, 10, 0.5],
+  [['claude-opus-4-1', 'claude-opus-4'], '', 15, 75, 18.75, 30, 1.5],
+  [['claude-sonnet-5-5'], '2026-09-28', 2, 10, 2.5, 4, 0.2],
+  [['claude-sonnet-5-5'], '2026-10-07', 2, 10, 2.5, 4, 0.1],
+  [['claude-sonnet-5'], '', 2, 10, 2.5, 4, 0.2],
+  [['claude-sonnet-4-6', 'claude-sonnet-4-5', 'claude-sonnet-4'], '', 3, 15, 3.75, 6, 0.3],
+  [['claude-haiku-5-5'], '2026-10-07', 0.1, 0.5, 0.125, 0.2, 0.01],
+  [['claude-haiku-4-5'], '', 1, 5, 1.25, 2, 0.1],
+  [['claude-haiku-3-5'], '', 0.8, 4, 1, 1.6, 0.08],
+];
+
+// Above this many prompt tokens the whole request costs the second set of rates.
+const LONG_PROMPT = 100_000;
+const LONG_RATES = { 'claude-haiku-5-5': [0.5, 2.5, 0.625, 1, 0.05] };
+
+const FAST = {
+  'claude-opus-5-5': 2n,
+  'claude-opus-5': 2n,
+  'claude-opus-4-8': 2n,
+  'claude-opus-4-6': 6n,
+};
+
+// One dollar per million tokens is a million pico-dollars per token.
+const PICO = 1_000_000;
+
+function ratesOn(model, day, prompt) {
+  const row = RATES.filter(([models, from]) => models.includes(model) && from <= day).at(-1);
+  if (row === undefined) return undefined;
+  return prompt > LONG_PROMPT && model in LONG_RATES ? LONG_RATES[model] : row.slice(2);
+}
+
+/**
+ * Pico-dollars (a BigInt), or null where no price is known.
+ * `usage` has input, output, write5m, write1h and read; `mode` may have speed and tier.
+ */
+export function costOf(model, day, usage, mode = {}) {
+  const prompt = usage.input + usage.write5m + usage.write1h + usage.read;
+  const rates = ratesOn(model, day, prompt);
+  if (rates === undefined) return null;
+
+  const buckets = [usage.input, usage.output, usage.write5m, usage.write1h, usage.read];
+  let cost = buckets.reduce(
+    (sum, tokens, index) => sum + BigInt(tokens) * BigInt(Math.round(rates[index] * PICO)),
+    0n,
+  );
+
+  if (mode.speed === 'fast') {
+    if (!(model in FAST)) return null;
+    cost *= FAST[model];
+  }
+  if (mode.tier === 'batch') return cost / 2n;
+  return (mode.tier ?? 'standard') === 'standard' ? cost : null;
+}
+
+export function dollars(picoDollars) {
+  return picoDollars === null ? null : Number(picoDollars) / 1e12;
+}
