@@ -1,0 +1,161 @@
+#include "app/PanelWindow.h"
+#include "core/Paths.h"
+#include "FakeClock.h"
+#include "model/WidgetModel.h"
+#include "TestFiles.h"
+#include "views/PanelActions.h"
+#include "views/theme/Metrics.h"
+#include "views/theme/Motion.h"
+#include "views/VisibleTexts.h"
+#include <QSignalSpy>
+#include <QtTest/QTest>
+
+namespace {
+
+using namespace std::chrono;
+
+class Panel : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        Motion::setReduced(true);
+        writeFile(Paths::i18n(), QByteArray(R"({"en":{"collecting":"Collecting","today":"Today",
+            "thisWeek":"This week","thisMonth":"This month","yesterday":"Yesterday",
+            "lastWeek":"Last week","lastMonth":"Last month","statsTip":"Statistics",
+            "tabSessions":"Sessions"}})"));
+        m_model = std::make_unique<WidgetModel>(m_clock, [] { return QStringList(); });
+        m_window = std::make_unique<PanelWindow>(*m_model, m_actions);
+        m_window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        m_window->requestActivate();
+    }
+
+    void TearDown() override { Motion::setReduced(false); }
+
+    void load(qsizetype sessions)
+    {
+        ParsedStats parsed;
+        parsed.stats.providers = QMap<QString, ProviderStats> {{QStringLiteral("claude"),
+            {StatsTotals {.today = Totals {.cost = 12.48}, .lastMonth = Totals {.cost = 388}}}}};
+        for (qsizetype i = 0; i < sessions; ++i) {
+            SessionItem item;
+            item.id = i;
+            item.title = QStringLiteral("Session %1").arg(i);
+            item.provider = QStringLiteral("claude");
+            parsed.sessions << item;
+        }
+        m_model->loadStats(parsed);
+    }
+
+    /// Lets fades and layouts come to rest.
+    void settle()
+    {
+        const auto fits = [this] {
+            return m_window->size() == m_window->rootObject()->size().toSize();
+        };
+        EXPECT_TRUE(QTest::qWaitFor(fits));
+        QTest::qWait(static_cast<int>(Motion::settleTime * 1000) + 50);
+    }
+
+    QStringList texts() { return visibleTexts(*m_window->rootObject()); }
+
+    QPoint centreOf(const char *name)
+    {
+        QQuickItem *item = itemNamed(*m_window->rootObject(), QLatin1String(name));
+        EXPECT_TRUE(item) << name;
+        return item ? item->mapToScene(item->boundingRect().center()).toPoint() : QPoint();
+    }
+
+    std::string focused() const
+    {
+        const QQuickItem *item = m_window->activeFocusItem();
+        return item ? item->metaObject()->className() : "";
+    }
+
+    FakeClock m_clock {sys_days(2026y / 3 / 5) + 11h};
+    PanelActions m_actions {nullptr};
+    std::unique_ptr<WidgetModel> m_model;
+    std::unique_ptr<PanelWindow> m_window;
+};
+
+TEST_F(Panel, saysInWordsThatThereIsNothingYet)
+{
+    EXPECT_TRUE(texts().contains(QLatin1String("Collecting")));
+    EXPECT_FALSE(texts().contains(QLatin1String("Today")));
+}
+
+TEST_F(Panel, isCompactOrWide)
+{
+    load(3);
+    EXPECT_TRUE(texts().contains(QLatin1String("$12.48")));
+    EXPECT_FALSE(texts().contains(QLatin1String("$388")));
+    EXPECT_FALSE(texts().contains(QLatin1String("Session 0")));
+    settle();
+    EXPECT_EQ(m_window->width(), qRound(Metrics::compactBody) + 28);
+
+    m_model->setExpanded(true);
+    settle();
+    EXPECT_TRUE(texts().contains(QLatin1String("$388")));
+    EXPECT_TRUE(texts().contains(QLatin1String("Session 0")));
+    EXPECT_EQ(m_window->width(), qRound(Metrics::wideBody) + 28);
+}
+
+TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
+{
+    m_model->setExpanded(true);
+    load(0);
+    settle();
+    EXPECT_TRUE(texts().contains(QLatin1String("No sessions yet")));
+    load(10'000);
+    settle();
+    const QQuickItem *list = itemNamed(*m_window->rootObject(), QStringLiteral("Sessions"));
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->height(), Metrics::sessionsMaxHeight);
+    EXPECT_LT(list->findChildren<QQuickItem *>().size(), 300);
+    EXPECT_TRUE(texts().contains(QLatin1String("Session 0")));
+    EXPECT_FALSE(texts().contains(QLatin1String("Session 20")));
+}
+
+TEST_F(Panel, asksForWhatIsClicked)
+{
+    load(1);
+    QSignalSpy provider(&m_actions, &PanelActions::providerRequested);
+    QSignalSpy refresh(&m_actions, &PanelActions::refreshRequested);
+    QSignalSpy expand(&m_actions, &PanelActions::expandRequested);
+    for (const char *name : {"Codex", "Refresh now", "Statistics"}) {
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(name));
+    }
+    ASSERT_EQ(provider.size(), 1);
+    EXPECT_EQ(provider.at(0).at(0), 1);
+    EXPECT_EQ(refresh.size(), 1);
+    EXPECT_EQ(expand.size(), 1);
+}
+
+TEST_F(Panel, worksByKeyboardAlone)
+{
+    load(30);
+    m_model->setExpanded(true);
+    settle();
+    QSignalSpy provider(&m_actions, &PanelActions::providerRequested);
+    QSignalSpy refresh(&m_actions, &PanelActions::refreshRequested);
+    QSignalSpy expand(&m_actions, &PanelActions::expandRequested);
+
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    QTest::keyClick(m_window.get(), Qt::Key_Right);
+    ASSERT_EQ(provider.size(), 1);
+    EXPECT_EQ(provider.at(0).at(0), 1);
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    QTest::keyClick(m_window.get(), Qt::Key_Return);
+    EXPECT_EQ(refresh.size(), 1);
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    QTest::keyClick(m_window.get(), Qt::Key_Space);
+    EXPECT_EQ(expand.size(), 1);
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    for (int i = 0; i < 12; ++i) {
+        QTest::keyClick(m_window.get(), Qt::Key_Down);
+    }
+    settle();
+    EXPECT_TRUE(texts().contains(QLatin1String("Session 12"))) << focused();
+}
+
+} // namespace
