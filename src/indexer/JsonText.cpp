@@ -1,6 +1,7 @@
 #include "indexer/JsonText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstring>
 
@@ -9,6 +10,16 @@ namespace indexer {
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
+/// Which characters may follow a backslash on their own. Source code, as it stands in
+/// transcripts, is full of them.
+constexpr auto shortEscapes = [] {
+    std::array<bool, 256> table {};
+    for (const char c : std::string_view("\"\\/bfnrt")) {
+        table[static_cast<unsigned char>(c)] = true;
+    }
+    return table;
+}();
+
 constexpr bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
@@ -111,7 +122,7 @@ bool escapesAreSound(std::string_view token)
             if (end - at < 7 || !std::all_of(at + 2, at + 6, isHexDigit)) {
                 return false;
             }
-        } else if (std::strchr("\"\\/bfnrt", kind) == nullptr || kind == '\0') {
+        } else if (!shortEscapes[static_cast<unsigned char>(kind)]) {
             return false;
         }
         at += 2;

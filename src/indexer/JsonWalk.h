@@ -8,23 +8,21 @@
 
 namespace indexer {
 
-/// The characters of a value that is neither object nor array, as they stand in the file.
+/// The characters of a value that is neither object nor array, as they stand in the file. The value
+/// itself is still to be taken; before it turned out sound, nothing is known of them.
 [[nodiscard]] inline std::string_view scalarToken(simdjson::ondemand::value &value)
 {
+    constexpr std::string_view blanks = " \t\r\n";
     std::string_view token = value.raw_json_token();
-    while (!token.empty() && static_cast<unsigned char>(token.back()) <= ' ') {
+    while (!token.empty() && blanks.find(token.back()) != std::string_view::npos) {
         token.remove_suffix(1);
     }
     return token;
 }
 
-/// Whether a value is sound JSON through and through. The parser itself looks only at what is
-/// asked for; a damaged line must not count because the damage lies elsewhere.
+/// Takes a value and tells whether it is sound JSON through and through. The parser itself looks
+/// only at what is asked for; a damaged line must not count because the damage lies elsewhere.
 [[nodiscard]] bool isSound(simdjson::ondemand::value value, int depth = 0);
-
-/// The JSON string (with its quotes) that a value is; empty when the value is no string, or no
-/// sound one.
-[[nodiscard]] std::string_view stringToken(simdjson::ondemand::value &value);
 
 /// Calls `take(key, value)` for each field; false as soon as that or the JSON is not sound. Keys
 /// are as they stand in the file: a key with escapes is none that we know.

@@ -158,7 +158,7 @@ bool LineParser::topField(std::string_view key, Value value)
         m_line->isForked = !isType(value, json_type::null);
     } else if (std::find(titleKeys.begin(), titleKeys.end(), key) != titleKeys.end()
         && isType(value, json_type::string)) {
-        m_line->title = stringToken(value);
+        m_line->title = scalarToken(value);
     }
     return isSound(value);
 }
@@ -206,14 +206,13 @@ bool LineParser::content(Value value)
     if (isType(value, json_type::array)) {
         return eachElement(value.get_array(), [this](Value part) { return contentPart(part); });
     }
-    if (isType(value, json_type::string)) {
-        const std::string_view token = stringToken(value);
-        if (!token.empty() && isRealPrompt(token)) {
-            m_line->prompt = token;
-        }
-        return !token.empty();
+    const std::string_view token = scalarToken(value);
+    const bool isText = isType(value, json_type::string);
+    const bool sound = isSound(value);
+    if (sound && isText && isRealPrompt(token)) {
+        m_line->prompt = token;
     }
-    return isSound(value);
+    return sound;
 }
 
 bool LineParser::contentPart(Value value)
@@ -225,9 +224,9 @@ bool LineParser::contentPart(Value value)
     std::string_view written;
     const bool sound = eachField(value.get_object(), [&](std::string_view key, Value inner) {
         if (key == "type" && isType(inner, json_type::string)) {
-            type = stringToken(inner);
+            type = scalarToken(inner);
         } else if (key == "text" && isType(inner, json_type::string)) {
-            written = stringToken(inner);
+            written = scalarToken(inner);
         }
         return isSound(inner);
     });
@@ -288,8 +287,8 @@ bool LineParser::text(Value value, std::string_view &target)
     if (!isType(value, json_type::string)) {
         return isSound(value);
     }
-    const std::string_view token = stringToken(value);
-    if (token.empty()) {
+    const std::string_view token = scalarToken(value);
+    if (!isSound(value)) {
         return false;
     }
     if (token.size() > longestText) {

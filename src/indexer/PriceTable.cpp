@@ -87,7 +87,8 @@ std::optional<Money> PriceTable::price(const PricedRequest &request) const
     }
     const bool isLong = row->longPrompt && request.usage.prompt() > row->longPrompt->above;
     const Rates &rates = isLong ? row->longPrompt->rates : row->rates;
-    return Money(listPrice(request.usage, rates) * *speed * *tier / (thousandths * thousandths));
+    constexpr auto whole = static_cast<Money::Amount>(thousandths) * thousandths;
+    return Money(listPrice(request.usage, rates) * *speed * *tier / whole);
 }
 
 /// Looks the id up as it stands, then without what does not change the price.

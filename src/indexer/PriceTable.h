@@ -1,7 +1,7 @@
 #pragma once
 
-#include "indexer/Moment.h"
 #include "indexer/Money.h"
+#include "indexer/PriceRow.h"
 #include "indexer/Usage.h"
 
 #include <map>
@@ -12,27 +12,7 @@
 
 namespace indexer {
 
-/// Prices per token, in picodollars (a millionth of the usual dollars per million tokens).
-struct Rates {
-    std::int64_t input = 0;
-    std::int64_t output = 0;
-    std::int64_t shortWrite = 0; // cache writes for five minutes
-    std::int64_t longWrite = 0;  // and for an hour
-    std::int64_t read = 0;       // from the cache
-};
-
-/// Rates that hold for the whole request once its prompt is longer than a limit.
-struct LongPrompt {
-    std::uint64_t above = 0; // tokens
-    Rates rates;
-};
-
-struct PriceRow {
-    TimePoint validFrom = TimePoint::min();
-    Rates rates;
-    std::optional<LongPrompt> longPrompt;
-};
-
+/// All prices of one model.
 struct ModelPrices {
     std::vector<PriceRow> rows;                  // oldest first
     std::optional<std::int64_t> fastThousandths; // what fast mode multiplies with, where known

@@ -31,16 +31,6 @@ std::string costText(const Spending &spending)
     return (cost ? fmt::format("${:.2f}", cost->dollars()) : std::string("?")) + mark;
 }
 
-std::string modelsText(const Spending &spending)
-{
-    std::string text;
-    for (const auto &[model, cost] : spending.models) {
-        text += text.empty() ? "" : ", ";
-        text += model.empty() ? "(model not told)" : model;
-    }
-    return text;
-}
-
 /// At most so many characters of a text, with a sign that there was more.
 std::string shortened(const std::string &text, std::size_t most)
 {
@@ -53,6 +43,34 @@ std::string shortened(const std::string &text, std::size_t most)
         }
     }
     return characters > most ? text.substr(0, cut) + "…" : text;
+}
+
+/// A text from a transcript without anything that a terminal would obey.
+std::string printable(const std::string &text)
+{
+    std::string result;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        // U+0080 to U+009F are C2 80 to C2 9F.
+        const bool isHighControl =
+            byte == 0xC2 && at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+        if (isHighControl) {
+            ++at;
+        }
+        result += isHighControl || byte < 0x20 || byte == 0x7F ? '?' : text[at];
+    }
+    return result;
+}
+
+std::string modelsText(const Spending &spending)
+{
+    constexpr std::size_t longestModel = 48;
+    std::string text;
+    for (const auto &[model, cost] : spending.models) {
+        text += text.empty() ? "" : ", ";
+        text += model.empty() ? "(model not told)" : shortened(printable(model), longestModel);
+    }
+    return text;
 }
 
 class Table final {
@@ -168,7 +186,8 @@ std::string sessionTable(const std::vector<SessionSummary> &sessions)
     Table table({"Ended", "Project", "Title"}, 3);
     LocalCalendar calendar;
     for (const SessionSummary &session : sessions) {
-        table.add({dayText(calendar.dayOf(session.end)), shortened(session.project, longestProject),
+        table.add({dayText(calendar.dayOf(session.end)),
+                      shortened(printable(session.project), longestProject),
                       shortened(session.title, longestTitle)},
             session.spending);
     }

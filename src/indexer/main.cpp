@@ -4,6 +4,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <new>
 
 namespace {
 
@@ -13,13 +14,8 @@ bool print(std::FILE *stream, const std::string &text)
         && std::fflush(stream) == 0;
 }
 
-} // namespace
-
-int main(int count, char **words)
+int runProgram(int count, char **words)
 {
-    // A limit on file sizes is a failed write like any other, not a reason to die half-way.
-    std::signal(SIGXFSZ, SIG_IGN);
-
     const auto parsed = indexer::parseCommandLine(count, words);
     if (const auto *end = std::get_if<indexer::EarlyEnd>(&parsed)) {
         print(end->status == 0 ? stdout : stderr, end->text);
@@ -34,4 +30,18 @@ int main(int count, char **words)
     }
     print(stderr, outcome.messages);
     return outcome.status;
+}
+
+} // namespace
+
+int main(int count, char **words)
+{
+    // A limit on file sizes is a failed write like any other, not a reason to die half-way.
+    std::signal(SIGXFSZ, SIG_IGN);
+    try {
+        return runProgram(count, words);
+    } catch (const std::bad_alloc &) {
+        print(stderr, "kestrelbay-indexer: out of memory\n");
+        return 1;
+    }
 }

@@ -1,0 +1,198 @@
+#include "indexer/Scratch.h"
+
+#include <cstdlib>
+#include <fmt/format.h>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+std::string content(const fs::path &file)
+{
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+struct Ending {
+    int status = -1;
+    std::string output;
+    std::string messages;
+};
+
+/// The built program, started by a shell as a user would.
+class Program : public testing::Test {
+protected:
+    Ending run(const std::string &arguments, const std::string &before = {}) const
+    {
+        const char *build = std::getenv("KESTRELBAY_BUILD");
+        const std::string command = fmt::format(
+            "cd '{}' && {} >output 2>messages </dev/null '{}/bin/kestrelbay-indexer' {}",
+            scratch.root().native(), before, build != nullptr ? build : ".", arguments);
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content(scratch.root() / "output"),
+            content(scratch.root() / "messages")};
+    }
+
+    static std::vector<std::string> namesIn(const fs::path &folder)
+    {
+        std::vector<std::string> names;
+        for (const auto &entry : fs::directory_iterator(folder)) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
+    }
+
+    static fs::perms permissions(const fs::path &file) { return fs::status(file).permissions(); }
+
+    const Scratch scratch;
+};
+
+TEST_F(Program, writesTheStatisticsForItsUserAlone)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    const Ending first = run("--data new/data --claude claude", "umask 0;");
+    EXPECT_EQ(first.status, 0);
+    EXPECT_EQ(first.output + first.messages, "");
+    const fs::path data = scratch.root() / "new/data";
+    EXPECT_EQ(namesIn(data), std::vector<std::string> {"stats.json"});
+    EXPECT_EQ(permissions(data), fs::perms::owner_all);
+    EXPECT_EQ(permissions(data / "stats.json"), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(json::parse(content(data / "stats.json"))["days"][0]["date"], "2026-11-20");
+
+    struct stat before { };
+    struct stat after { };
+    ASSERT_EQ(stat((data / "stats.json").c_str(), &before), 0);
+    EXPECT_EQ(run("--data new/data --claude claude").status, 0);
+    ASSERT_EQ(stat((data / "stats.json").c_str(), &after), 0);
+    EXPECT_EQ(before.st_ino, after.st_ino) << "equal bytes were written again";
+
+    scratch.transcript("p/b.jsonl", {Answer {.id = "m2"}.line()});
+    EXPECT_EQ(run("--data new/data --claude claude").status, 0);
+    EXPECT_EQ(json::parse(content(data / "stats.json"))["days"][0]["cost"], 12.0);
+}
+
+TEST_F(Program, keepsTheOldStatisticsWhenItCannotWrite)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.write("data/stats.json", "old");
+    scratch.write("file", "");
+    fs::create_directories(scratch.root() / "taken/stats.json/x");
+    const struct {
+        const char *data;
+        const char *before;
+        const char *message;
+    } rows[] = {
+        {"data", "ulimit -f 1;",
+            "kestrelbay-indexer: cannot write data/stats.json: File too large\n"},
+        {"file/data", "",
+            "kestrelbay-indexer: cannot create the folder file/data: Not a directory\n"},
+        {"file", "", "kestrelbay-indexer: cannot use file: Not a directory\n"},
+        {"taken", "", "kestrelbay-indexer: cannot write taken/stats.json: Is a directory\n"},
+    };
+    for (const auto &row : rows) {
+        const Ending failed = run(fmt::format("--data {} --claude claude", row.data), row.before);
+        EXPECT_EQ(failed.messages, row.message);
+        EXPECT_EQ(failed.status, 1);
+    }
+    EXPECT_EQ(content(scratch.data() / "stats.json"), "old");
+    EXPECT_EQ(namesIn(scratch.data()), std::vector<std::string> {"stats.json"});
+    EXPECT_EQ(namesIn(scratch.root() / "taken"), std::vector<std::string> {"stats.json"});
+    const Ending full = run("report --claude claude --data data >/dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.messages, "kestrelbay-indexer: cannot write to standard output\n");
+}
+
+TEST_F(Program, understandsItsCommandLine)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    const struct {
+        const char *arguments;
+        int status;
+        const char *output;   // a part of it
+        const char *messages; // likewise
+    } rows[] = {
+        {"--help", 0, "report", ""},
+        {"report --help", 0, "--claude DIR", ""},
+        {"--version", 0, "kestrelbay-indexer ", ""},
+        {"report --claude claude", 0, "2026-11-20", ""},
+        {"--claude claude report weekly", 0, "2026-11-16", ""},
+        {"report --data data monthly --claude claude --json", 0, "\"2026-11\"", ""},
+        {"report sessions --claude claude", 0, "proj", ""},
+        {"report --claude none", 0, "No Claude Code transcripts were found in none/projects.", ""},
+        {"report --claude none --json", 0, "[]", ""},
+        {"reports", 2, "", "kestrelbay-indexer: "},
+        {"report yearly", 2, "", "kestrelbay-indexer: "},
+        {"report daily weekly", 2, "", "kestrelbay-indexer: "},
+        {"--jason", 2, "", "kestrelbay-indexer: "},
+        {"--data", 2, "", "kestrelbay-indexer: "},
+        {"--data ''", 2, "", "kestrelbay-indexer: "},
+    };
+    for (const auto &row : rows) {
+        const Ending result = run(row.arguments);
+        EXPECT_EQ(result.status, row.status) << row.arguments;
+        EXPECT_NE(result.output.find(row.output), std::string::npos) << row.arguments;
+        EXPECT_EQ(result.messages.find(row.messages), 0U) << row.arguments;
+        EXPECT_EQ(result.messages.empty(), row.status == 0) << result.messages;
+    }
+    EXPECT_FALSE(fs::exists(scratch.data())) << "a report wrote something";
+}
+
+TEST_F(Program, findsItsFoldersByItself)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    const Ending configured = run("report", "CLAUDE_CONFIG_DIR=claude HOME=/nowhere");
+    EXPECT_NE(configured.output.find("2026-11-20"), std::string::npos) << configured.output;
+
+    // The user database knows this home; the environment is not asked.
+    const char *home = std::getenv("HOME");
+    ASSERT_NE(home, nullptr);
+    const Ending byDefault = run("", "CLAUDE_CONFIG_DIR= HOME=/nowhere");
+    EXPECT_EQ(byDefault.status, 0) << byDefault.messages;
+    const fs::path stats = fs::path(home) / ".kestrelbay/stats.json";
+    EXPECT_EQ(json::parse(content(stats))["days"], json::array());
+}
+
+TEST_F(Program, saysWhatItLeftOut)
+{
+    scratch.transcript("p/a.jsonl", {"garbage", Answer {}.line()});
+    scratch.write("data/prices.json", "{}");
+    const Ending result = run("--data data --claude claude");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.messages,
+        "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: the file: must "
+        "be an object with an object \"models\"\n"
+        "kestrelbay-indexer: skipped 1 line (1 not JSON)\n");
+    EXPECT_EQ(json::parse(content(scratch.data() / "stats.json"))["days"][0]["cost"], 6.0);
+}
+
+TEST_F(Program, needsLittleMemoryForLongLines)
+{
+    const std::size_t longest = std::size_t {8} << 20U;
+    std::string overlong;
+    overlong.resize(50'000'000, 'x');
+    std::string dense = R"({"type":"user","x":[)";
+    while (dense.size() < longest - 10) {
+        dense += "1,";
+    }
+    scratch.transcript("p/a.jsonl",
+        {R"({"type":"user","x":")" + overlong + "\"}", dense + "1]}", Answer {}.line()});
+#ifdef __SANITIZE_ADDRESS__ // which needs far more for itself
+    const char *limit = "";
+#else
+    // Kibibytes of address space: 64 MiB, and what the shared libraries take of it.
+    const char *limit = "ulimit -v 90112;";
+#endif
+    const Ending result = run("--data data --claude claude", limit);
+    EXPECT_EQ(result.messages, "kestrelbay-indexer: skipped 1 line (1 longer than 8 MiB)\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(json::parse(content(scratch.data() / "stats.json"))["days"][0]["cost"], 6.0);
+}
+
+} // namespace

@@ -1,0 +1,84 @@
+#include "indexer/Scratch.h"
+
+#include "indexer/PriceFile.h"
+#include "indexer/Statistics.h"
+#include "indexer/StatsJson.h"
+
+#include <cstdlib>
+#include <fmt/format.h>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// `"key":"value",` or nothing.
+std::string field(const char *key, const std::string &value)
+{
+    return value.empty() ? std::string() : fmt::format(R"("{}":"{}",)", key, value);
+}
+
+} // namespace
+
+Scratch::Scratch()
+{
+    std::string name = fs::temp_directory_path() / "kestrelbay-indexer.XXXXXX";
+    m_root = mkdtemp(name.data());
+}
+
+Scratch::~Scratch()
+{
+    std::error_code ignored;
+    fs::remove_all(m_root, ignored);
+}
+
+fs::path Scratch::write(const fs::path &file, const std::string &content) const
+{
+    fs::path whole = m_root / file;
+    fs::create_directories(whole.parent_path());
+    std::ofstream(whole, std::ios::binary) << content;
+    return whole;
+}
+
+fs::path Scratch::transcript(const std::string &file, const std::vector<std::string> &lines) const
+{
+    std::string content;
+    for (const std::string &line : lines) {
+        content += line + '\n';
+    }
+    return write("claude/projects/" + file, content);
+}
+
+nlohmann::json Scratch::stats() const
+{
+    indexer::Scan scan(testNow());
+    scan.addClaude(claude());
+    return nlohmann::json::parse(statsText(scan));
+}
+
+indexer::TimePoint testNow()
+{
+    using namespace std::chrono;
+    return sys_days {year {2026} / November / 21} + hours {12};
+}
+
+std::string statsText(const indexer::Scan &scan)
+{
+    return indexer::statsJson(
+        indexer::computeStatistics(scan, indexer::builtInPrices(), testNow()));
+}
+
+std::string Answer::line() const
+{
+    return fmt::format(R"({{{}{}"message":{{{}{}"content":[{{"type":"text","text":"…"}}],)"
+                       R"("stop_reason":{},"usage":{{{}}}}},{}{}{}"type":"assistant"}})",
+        field("sessionId", session), extra, field("id", id), field("model", model), stop, usage,
+        field("timestamp", time), field("requestId", request), field("cwd", folder));
+}
+
+std::string prompt(const std::string &text, const std::string &time, const std::string &extra)
+{
+    return fmt::format(
+        R"({{"type":"user","sessionId":"s1","timestamp":"{}",{}"message":{{"content":{}}}}})", time,
+        extra, text);
+}

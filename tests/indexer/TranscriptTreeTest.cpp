@@ -1,0 +1,109 @@
+#include "indexer/TranscriptTree.h"
+
+#include "indexer/Scratch.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace indexer;
+
+/// The transcripts found, as paths below projects.
+std::vector<std::string> found(const Scratch &scratch, Skips &skips)
+{
+    const fs::path projects = scratch.claude() / "projects";
+    std::vector<std::string> names;
+    for (const fs::path &file : findTranscripts(projects, skips)) {
+        names.push_back(file.lexically_relative(projects).native());
+    }
+    return names;
+}
+
+TEST(TranscriptTree, isSearchedToItsLeaves)
+{
+    const Scratch scratch;
+    for (const char *file :
+        {"p/s.jsonl", "p/s/subagents/agent-1.jsonl", "p/s/subagents/workflows/wf/agent-2.jsonl",
+            "p/s/journal.jsonl", "top.jsonl", "memory/kept.jsonl", "p/é ü.jsonl",
+            // and what is no transcript
+            "p/s/subagents/journal.jsonl", "p/s/subagents/workflows/wf/journal.jsonl",
+            "p/s/tool-results/x.jsonl", "p/memory/x.jsonl", "p/x.orphaned.jsonl",
+            "p/x.jsonl.superseded", "p/x.superseded-1.jsonl", "p/old.orphaned/x.jsonl", "p/x.json",
+            "p/s/subagents/agent-1.meta.json"}) {
+        scratch.transcript(file, {});
+    }
+    Skips skips;
+    const std::vector<std::string> expected {"memory/kept.jsonl", "p/s.jsonl", "p/s/journal.jsonl",
+        "p/s/subagents/agent-1.jsonl", "p/s/subagents/workflows/wf/agent-2.jsonl", "p/é ü.jsonl",
+        "top.jsonl"};
+    EXPECT_EQ(found(scratch, skips), expected);
+    EXPECT_EQ(skips.sentence(), "");
+}
+
+TEST(TranscriptTree, takesLinkedFoldersAndFilesOnce)
+{
+    const Scratch scratch;
+    scratch.write("elsewhere/b.jsonl", "");
+    scratch.transcript("p/a.jsonl", {});
+    const fs::path p = scratch.claude() / "projects/p";
+    fs::create_directory_symlink(scratch.root() / "elsewhere", p / "linked");
+    fs::create_directory_symlink(scratch.root() / "elsewhere", p / "linked-again");
+    fs::create_symlink(p / "a.jsonl", p / "b.jsonl");
+    fs::create_hard_link(p / "a.jsonl", p / "c.jsonl");
+    Skips skips;
+    EXPECT_EQ(found(scratch, skips), (std::vector<std::string> {"p/a.jsonl", "p/linked/b.jsonl"}));
+    EXPECT_EQ(skips.sentence(), "");
+}
+
+TEST(TranscriptTree, passesOverWhatWouldHang)
+{
+    const Scratch scratch;
+    scratch.transcript("p/good.jsonl", {Answer {}.line()});
+    const fs::path p = scratch.claude() / "projects/p";
+    fs::create_directory_symlink("..", p / "up");
+    fs::create_symlink("itself.jsonl", p / "itself.jsonl");
+    fs::create_symlink("nowhere", p / "dangling.jsonl");
+    fs::create_symlink("nowhere", p / "dangling.txt");
+    fs::create_symlink("/dev/zero", p / "device.jsonl");
+    ASSERT_EQ(mkfifo((p / "pipe.jsonl").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((p / "pipe").c_str(), 0600), 0);
+    fs::create_directory(p / "folder.jsonl");
+
+    Scan scan(testNow());
+    scan.addClaude(scratch.claude());
+    EXPECT_EQ(scan.files(), 1U);
+    EXPECT_EQ(scan.skips().sentence(),
+        "skipped 5 files (2 not a regular file, 2 in a loop of links, 1 unreadable)");
+    // What becomes a pipe between the search and the reading does not hang either.
+    scan.addFile(p / "pipe.jsonl");
+    scan.addFile(p / "gone.jsonl");
+    EXPECT_EQ(scan.skips().count(FileSkip::NotRegular), 3U);
+    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 2U);
+}
+
+TEST(TranscriptTree, needNotBeThere)
+{
+    const Scratch scratch;
+    Skips skips;
+    EXPECT_TRUE(found(scratch, skips).empty());
+    scratch.write("claude", "a file");
+    EXPECT_TRUE(found(scratch, skips).empty());
+    EXPECT_EQ(skips.sentence(), "");
+}
+
+TEST(Skips, areToldInOneSentence)
+{
+    Skips skips;
+    skips.add(LineSkip::TooLong);
+    EXPECT_EQ(skips.sentence(), "skipped 1 line (1 longer than 8 MiB)");
+    skips.add(LineSkip::NotJson, 2);
+    skips.add(FileSkip::NotRegular);
+    skips.add(FileSkip::Unreadable);
+    EXPECT_EQ(skips.sentence(),
+        "skipped 3 lines (1 longer than 8 MiB, 2 not JSON) and 2 files (1 not a regular file, 1 "
+        "unreadable)");
+}
+
+} // namespace
