@@ -79,8 +79,8 @@ std::optional<std::string_view> LineReader::next()
     }
 }
 
-/// The line from m_begin to its newline, without the mark that some editors put at a file's front
-/// and the carriage return of foreign systems.
+/// The line from m_begin to its newline, without the mark that some editors put at a file's front.
+/// The carriage return of foreign systems may stay: to JSON it is a blank.
 std::string_view LineReader::trimmed(std::size_t end)
 {
     std::string_view line(m_buffer.get() + m_begin, end - m_begin);
@@ -88,9 +88,6 @@ std::string_view LineReader::trimmed(std::size_t end)
         line.remove_prefix(byteOrderMark.size());
     }
     m_first = false;
-    if (line.ends_with('\r')) {
-        line.remove_suffix(1);
-    }
     return line;
 }
 
