@@ -78,7 +78,7 @@ bool TypedReader::expect(const QJsonValue &value, QJsonValue::Type type)
 
 QJsonValue TypedReader::member(const QJsonObject &in, QLatin1String key, QJsonValue::Type type)
 {
-    const QJsonValue value = in.value(key);
+    QJsonValue value = in.value(key);
     if (failed() || value.isUndefined() || value.isNull()) {
         return QJsonValue::Undefined;
     }

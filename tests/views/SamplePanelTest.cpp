@@ -30,7 +30,7 @@ void run(const QString &program, const QStringList &arguments)
 Account between(const QJsonArray &days, const QDate &first, const QDate &last)
 {
     Account sum;
-    for (const QJsonValue &value : days) {
+    for (const QJsonValue value : days) {
         const QJsonObject day = value.toObject();
         const QDate date = QDate::fromString(day[QLatin1String("date")].toString(), Qt::ISODate);
         if (date >= first && date <= last) {
