@@ -2,6 +2,7 @@ import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import {
+  chmodSync,
   copyFileSync,
   existsSync,
   mkdirSync,
@@ -99,6 +100,17 @@ test('an update replaces what an earlier launch has put there', (context) => {
   unlinkSync(setup.copy);
   fillQuietly(setup);
   assert.equal(copyOf(setup), '// two');
+});
+
+test('what a power cut or a lost mode has spoilt is repaired', (context) => {
+  const setup = install(context);
+  fillQuietly(setup);
+  const indexer = join(setup.data, 'kestrelbay-indexer');
+  writeFileSync(setup.copy, '');
+  chmodSync(indexer, 0o644);
+  fillQuietly(setup);
+  assert.equal(copyOf(setup), '// one');
+  assert.equal(statSync(indexer).mode & 0o100, 0o100);
 });
 
 test('what the user has put, changed or linked there stays', (context) => {

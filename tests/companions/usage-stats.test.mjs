@@ -37,12 +37,15 @@ test("the exit status is the indexer's", (context) => {
   }
 });
 
-test('a missing indexer is named with its place', (context) => {
+test('a missing indexer is named with its place, an empty one too', (context) => {
   const { script, indexer } = dataFolder(context, null);
-  const { status, stderr } = run(process.execPath, [script]);
-  assert.equal(status, 1);
-  assert.equal(stderr.trim().split('\n').length, 1);
-  assert.ok(stderr.includes(`${indexer} is missing`), stderr);
+  for (const arrange of [() => {}, () => writeProgram(indexer, '')]) {
+    arrange();
+    const { status, stderr } = run(process.execPath, [script]);
+    assert.equal(status, 1);
+    assert.equal(stderr.trim().split('\n').length, 1);
+    assert.ok(stderr.includes(`${indexer} is missing`), stderr);
+  }
 });
 
 test('an indexer that may not be executed is named with the remedy', (context) => {
