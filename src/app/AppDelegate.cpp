@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "platform/preferredLanguages.h"
+#include <QGuiApplication>
 
 using namespace std::chrono_literals;
 
@@ -23,9 +24,8 @@ void AppDelegate::connectActions()
     connect(&m_actions, &PanelActions::refreshRequested, &m_indexer, &Indexer::startIndexer);
     connect(&m_actions, &PanelActions::expandRequested, this,
         [this] { m_model.setExpanded(!m_model.expanded()); });
-    connect(&m_actions, &PanelActions::providerRequested, this, [this](int index) {
-        m_model.setProvider(index == 1 ? Provider::Codex : Provider::Claude);
-    });
+    connect(&m_actions, &PanelActions::providerRequested, &m_model, &WidgetModel::setProviderIndex);
+    connect(&m_actions, &PanelActions::quitRequested, qGuiApp, &QCoreApplication::quit);
 }
 
 void AppDelegate::applicationDidFinishLaunching()

@@ -18,9 +18,13 @@ public:
 
     /// The start-up sequence.
     void applicationDidFinishLaunching();
+    /// The heartbeat, every two seconds: everything periodic is paced from here.
+    void tick();
+
+    [[nodiscard]] WidgetModel &model() { return m_model; }
+    [[nodiscard]] PanelActions &actions() { return m_actions; }
 
 private:
-    void tick();
     void connectActions();
 
     const Clock &m_clock;

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "core/Clock.h"
+#include "platform/ExitSignals.h"
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -38,6 +39,9 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     chooseFont();
 
+    const ExitSignals signalled;
+    QObject::connect(
+        &signalled, &ExitSignals::exitRequested, &application, &QCoreApplication::quit);
     const SystemClock clock;
     AppDelegate delegate(clock);
     delegate.applicationDidFinishLaunching();

@@ -1,6 +1,7 @@
 #include "core/Dates.h"
 
 #include <charconv>
+#include <limits>
 #include <QDateTime>
 #include <QVarLengthArray>
 #include <string_view>
@@ -8,6 +9,7 @@
 namespace {
 
 /// A piece of a date as an integer: ASCII digits, optionally after one plus sign, and nothing else.
+/// One too large for any date stays an integer, and no date is formed of it.
 std::optional<int> integer(QStringView piece)
 {
     if (piece.startsWith(u'+')) {
@@ -17,11 +19,11 @@ std::optional<int> integer(QStringView piece)
     int value = 0;
     const char *const end = digits.constData() + digits.size();
     const auto result = std::from_chars(digits.constData(), end, value);
-    if (digits.isEmpty() || digits.front() == '-' || result.ec != std::errc()
+    if (digits.isEmpty() || digits.front() == '-' || result.ec == std::errc::invalid_argument
         || result.ptr != end) {
         return std::nullopt;
     }
-    return value;
+    return result.ec == std::errc() ? value : std::numeric_limits<int>::max();
 }
 
 QVarLengthArray<int, 4> integers(QStringView text)

@@ -1,21 +1,29 @@
 #include "core/Paths.h"
 
-#include <array>
+#include <cerrno>
 #include <pwd.h>
 #include <QDir>
 #include <QFile>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 QString homeFromUserDatabase()
 {
-    std::array<char, 16384> buffer {};
+    constexpr std::size_t largest = 1 << 20;
     passwd entry {};
     passwd *found = nullptr;
-    if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found
-        && found->pw_dir) {
-        return QDir::cleanPath(QFile::decodeName(found->pw_dir));
+    for (std::vector<char> buffer(4096); buffer.size() <= largest;
+         buffer.resize(buffer.size() * 4)) {
+        if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
+            continue;
+        }
+        const QString folder = found ? QFile::decodeName(found->pw_dir) : QString();
+        if (QDir::isAbsolutePath(folder)) {
+            return QDir::cleanPath(folder);
+        }
+        break;
     }
     // A user the database does not know (some containers): the best that is left.
     return QDir::homePath();

@@ -5,6 +5,7 @@
 #include "core/Paths.h"
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QThreadPool>
 
@@ -31,6 +32,9 @@ private:
 
 LogQueue &queue()
 {
+    // Made before the queue, these outlive it: at exit it still works through what is left.
+    static_cast<void>(Paths::dir());
+    static_cast<void>(Paths::log());
     static LogQueue instance;
     return instance;
 }
@@ -51,12 +55,14 @@ void trim(const QString &path)
         return;
     }
     QByteArray kept = file.readAll().right(keptByTrim);
+    if (file.error() != QFileDevice::NoError) {
+        return;
+    }
     if (const qsizetype lineEnd = kept.indexOf('\n'); lineEnd >= 0) {
         kept.remove(0, lineEnd + 1);
     }
     QSaveFile replacement(path);
-    if (replacement.open(QIODevice::WriteOnly)) {
-        replacement.write(kept);
+    if (replacement.open(QIODevice::WriteOnly) && replacement.write(kept) == kept.size()) {
         replacement.commit();
     }
 }
@@ -67,7 +73,9 @@ void append(const QString &path, const QByteArray &line)
     trim(path);
     QFile file(path);
     const bool isNew = !file.exists();
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    // A named pipe in the file's place would hold up the queue for ever.
+    if ((isNew || QFileInfo(path).isFile())
+        && file.open(QIODevice::WriteOnly | QIODevice::Append)) {
         if (isNew) {
             file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         }
@@ -81,8 +89,7 @@ namespace WidgetLog {
 
 void write(const QString &message)
 {
-    // The path is taken here: at exit the queue may outlive it.
-    queue().add([path = Paths::log(), line = stampedLine(message)] { append(path, line); });
+    queue().add([line = stampedLine(message)] { append(Paths::log(), line); });
 }
 
 void flush()

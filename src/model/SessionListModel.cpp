@@ -48,6 +48,8 @@ QVariant SessionListModel::data(const QModelIndex &index, int role) const
         return m_strings->money(session.cost);
     case Tokens:
         return Strings::tokens(session.spent);
+    case Spoken:
+        return spoken(session);
     default:
         return {};
     }
@@ -55,36 +57,47 @@ QVariant SessionListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> SessionListModel::roleNames() const
 {
-    return {{Title, "title"}, {Detail, "detail"}, {Cost, "cost"}, {Tokens, "tokens"}};
+    return {{Title, "title"}, {Detail, "detail"}, {Cost, "cost"}, {Tokens, "tokens"},
+        {Spoken, "spoken"}};
 }
 
 void SessionListModel::setSessions(const QList<SessionItem> &sessions)
 {
-    // New sessions come at the top and old ones leave at the end, so what changes is one stretch.
-    const auto [oldHead, newHead] = std::ranges::mismatch(m_sessions, sessions, sameRow);
-    const qsizetype head =
-        std::distance(m_sessions.cbegin(), QList<SessionItem>::const_iterator(oldHead));
-    const qsizetype most = std::min(m_sessions.size(), sessions.size()) - head;
-    qsizetype tail = 0;
-    while (tail < most
-        && sameRow(
-            m_sessions.at(m_sessions.size() - 1 - tail), sessions.at(sessions.size() - 1 - tail))) {
-        ++tail;
+    insertNewest(sessions);
+    const auto common = static_cast<int>(std::min(m_sessions.size(), sessions.size()));
+    for (int row = 0; row < common; ++row) {
+        const bool same = sameRow(m_sessions.at(row), sessions.at(row));
+        m_sessions[row] = sessions.at(row);
+        if (!same) {
+            Q_EMIT dataChanged(index(row), index(row));
+        }
     }
-    const auto first = static_cast<int>(head);
-    const auto removed = static_cast<int>(m_sessions.size() - head - tail);
-    const auto inserted = static_cast<int>(sessions.size() - head - tail);
-    if (removed > 0) {
-        beginRemoveRows({}, first, first + removed - 1);
-        m_sessions.remove(first, removed);
+    if (m_sessions.size() > common) {
+        beginRemoveRows({}, common, rowCount() - 1);
+        m_sessions.resize(common);
         endRemoveRows();
-    }
-    if (inserted > 0) {
-        beginInsertRows({}, first, first + inserted - 1);
+    } else if (sessions.size() > common) {
+        beginInsertRows({}, common, static_cast<int>(sessions.size()) - 1);
         m_sessions = sessions;
         endInsertRows();
     }
-    m_sessions = sessions;
+}
+
+/// New sessions come at the top: makes room for them, so that the rows below keep their sessions.
+void SessionListModel::insertNewest(const QList<SessionItem> &sessions)
+{
+    const auto known = m_sessions.isEmpty()
+        ? sessions.cend()
+        : std::ranges::find_if(sessions, [this](const SessionItem &session) {
+              return sameRow(session, m_sessions.constFirst());
+          });
+    const auto count = static_cast<int>(std::distance(sessions.cbegin(), known));
+    if (known == sessions.cend() || count == 0) {
+        return;
+    }
+    beginInsertRows({}, 0, count - 1);
+    m_sessions = sessions.first(count) + m_sessions;
+    endInsertRows();
 }
 
 void SessionListModel::setLook(std::shared_ptr<const Strings> strings, TimePoint now)
@@ -109,6 +122,15 @@ QString SessionListModel::detail(const SessionItem &session) const
         parts << isolated(session.device);
     }
     return parts.join(QStringLiteral(" · "));
+}
+
+QString SessionListModel::spoken(const SessionItem &session) const
+{
+    const QString tokens =
+        Strings::tokens(session.spent) % u' ' % m_strings->t(QStringLiteral("tokShort"));
+    QStringList parts {session.title, detail(session), m_strings->money(session.cost), tokens};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
 }
 
 QString SessionListModel::when(TimePoint end) const

@@ -12,7 +12,7 @@ class SessionListModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    enum Role { Title = Qt::UserRole, Detail, Cost, Tokens };
+    enum Role { Title = Qt::UserRole, Detail, Cost, Tokens, Spoken };
     Q_ENUM(Role)
 
     explicit SessionListModel(QObject *parent);
@@ -27,7 +27,10 @@ public:
     void setLook(std::shared_ptr<const Strings> strings, TimePoint now);
 
 private:
+    void insertNewest(const QList<SessionItem> &sessions);
     [[nodiscard]] QString detail(const SessionItem &session) const;
+    /// The whole row in words, for a screen reader.
+    [[nodiscard]] QString spoken(const SessionItem &session) const;
     [[nodiscard]] QString when(TimePoint end) const;
 
     QList<SessionItem> m_sessions;

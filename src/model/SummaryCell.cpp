@@ -12,6 +12,8 @@ SummaryCell cell(const char *key, const std::optional<Totals> &totals, const Str
     made.label = strings.t(QLatin1String(key));
     made.cost = strings.money(cost);
     made.tokens = Strings::tokens(tokens.spent());
+    made.spoken = made.label % u", " % made.cost % u", " % made.tokens % u' '
+        % strings.t(QStringLiteral("tokShort"));
     made.amount = cost;
     return made;
 }

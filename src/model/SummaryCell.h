@@ -12,12 +12,14 @@ class SummaryCell final {
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString cost MEMBER cost)
     Q_PROPERTY(QString tokens MEMBER tokens)
+    Q_PROPERTY(QString spoken MEMBER spoken)
     Q_PROPERTY(double amount MEMBER amount)
 
 public:
     QString label;     ///< "Today"
     QString cost;      ///< money
     QString tokens;    ///< tokens spent
+    QString spoken;    ///< all three in words, for a screen reader
     double amount = 0; ///< US dollars: which way changing digits roll
 
     bool operator==(const SummaryCell &) const = default;

@@ -3,6 +3,9 @@
 #include "core/Dates.h"
 #include "model/chooseLanguage.h"
 #include "text/Strings.h"
+#include <algorithm>
+#include <array>
+#include <iterator>
 
 namespace {
 
@@ -71,7 +74,7 @@ PanelTexts WidgetModel::texts() const
 
 QList<SummaryCell> WidgetModel::summary() const
 {
-    return m_stats ? summaryCells(*m_stats, m_provider, *m_strings) : QList<SummaryCell>();
+    return summaryCells(m_stats.value_or(Stats()), m_provider, *m_strings);
 }
 
 QString WidgetModel::note() const
@@ -81,6 +84,10 @@ QString WidgetModel::note() const
     }
     if (m_noNode) {
         return t(QStringLiteral("needNode"));
+    }
+    if (m_collectFailed) {
+        return label(QStringLiteral("collectFailed"),
+            QStringLiteral("Statistics could not be collected. The file widget.log tells more."));
     }
     return m_unreadable ? label(QStringLiteral("statsUnreadable"),
                QStringLiteral("The statistics cannot be read. They will be shown again after the "
@@ -102,6 +109,11 @@ void WidgetModel::setProvider(Provider provider)
     m_provider = provider;
     listSessions();
     Q_EMIT providerChanged();
+}
+
+void WidgetModel::setProviderIndex(int index)
+{
+    setProvider(providers.at(static_cast<std::size_t>(index)));
 }
 
 void WidgetModel::setNow(TimePoint now)
@@ -130,6 +142,12 @@ void WidgetModel::setNoNode(bool noNode)
 void WidgetModel::setUnreadable(bool unreadable)
 {
     m_unreadable = unreadable;
+    Q_EMIT noteChanged();
+}
+
+void WidgetModel::setCollectFailed(bool failed)
+{
+    m_collectFailed = failed;
     Q_EMIT noteChanged();
 }
 

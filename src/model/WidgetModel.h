@@ -56,7 +56,7 @@ public:
     [[nodiscard]] QStringList providerNames() const;
     [[nodiscard]] int providerIndex() const;
     [[nodiscard]] PanelTexts texts() const;
-    /// The six spans of the provider; empty as long as there are no statistics.
+    /// The six spans of the provider; zeros as long as there are no statistics.
     [[nodiscard]] QList<SummaryCell> summary() const;
     /// Why there is nothing to show; empty once there are statistics.
     [[nodiscard]] QString note() const;
@@ -64,10 +64,14 @@ public:
 
     void setLanguage(const QString &preference);
     void setProvider(Provider provider);
+    /// Shows the provider at this place of providerNames().
+    void setProviderIndex(int index);
     void setNow(TimePoint now);
     void setExpanded(bool expanded);
     void setNoNode(bool noNode);
     void setUnreadable(bool unreadable);
+    /// Whether the last run of the indexer has failed.
+    void setCollectFailed(bool failed);
     /// Installs a successful load.
     void loadStats(const ParsedStats &parsed);
 
@@ -96,5 +100,6 @@ private:
     bool m_expanded = false;
     bool m_noNode = false;
     bool m_unreadable = false;
+    bool m_collectFailed = false;
     SessionListModel m_sessionList;
 };

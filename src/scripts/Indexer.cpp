@@ -69,6 +69,7 @@ void Indexer::indexerFinished(int status)
 {
     m_indexer.release()->deleteLater();
     m_model.setNoNode(status == commandNotFound);
+    m_model.setCollectFailed(status != 0);
     if (status != 0) {
         const QString why =
             status == commandNotFound ? QStringLiteral(" (node not found)") : QString();

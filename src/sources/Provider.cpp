@@ -9,13 +9,3 @@ QString displayName(Provider provider)
 {
     return provider == Provider::Codex ? QStringLiteral("Codex") : QStringLiteral("Claude");
 }
-
-std::optional<Provider> providerNamed(QStringView raw)
-{
-    for (const Provider provider : {Provider::Claude, Provider::Codex}) {
-        if (raw == rawValue(provider)) {
-            return provider;
-        }
-    }
-    return std::nullopt;
-}

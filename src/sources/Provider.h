@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <QString>
 
 /// The assistant whose usage is shown.
@@ -11,6 +10,3 @@ enum class Provider { Claude, Codex };
 
 /// The name that people read: "Claude", "Codex".
 [[nodiscard]] QString displayName(Provider provider);
-
-/// The provider of a raw name; nothing for any other text.
-[[nodiscard]] std::optional<Provider> providerNamed(QStringView raw);

@@ -23,11 +23,19 @@ AbstractButton {
     Accessible.checkable: false
     Accessible.name: root.label
     Accessible.role: Accessible.Button
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
-    ToolTip.delay: 600
-    ToolTip.text: root.label
-    ToolTip.visible: root.hovered && !root.pressed
+    Keys.onReturnPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onEnterPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+
+    Tip {
+        text: root.label
+        visible: (root.hovered || root.visualFocus) && !root.pressed
+    }
 
     background: FocusRing {
         active: root.visualFocus

@@ -20,12 +20,12 @@ int milliseconds(const std::optional<Motion::Ease> &ease)
 MotionFace::MotionFace(QObject *parent)
     : QObject(parent)
 {
-    Motion::onReducedChanged([this] { Q_EMIT reducedChanged(); });
+    Motion::onReducedChanged(this, [this] { Q_EMIT reducedChanged(); });
 }
 
 MotionFace::~MotionFace()
 {
-    Motion::onReducedChanged({});
+    Motion::stopListening(this);
 }
 
 bool MotionFace::reduced()

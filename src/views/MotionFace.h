@@ -34,7 +34,7 @@ public:
     [[nodiscard]] static int number();
     [[nodiscard]] static int fill();
     [[nodiscard]] static int tip();
-    /// How long `unfold` and `pop` take; they fade whether or not motion is reduced.
+    /// How long `unfold` and `pop` take; they go on whether or not motion is reduced.
     [[nodiscard]] static int transition();
     [[nodiscard]] static double pressScale();
     [[nodiscard]] static double unfoldShift();

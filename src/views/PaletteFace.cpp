@@ -50,6 +50,16 @@ QColor PaletteFace::emptyBar()
     return color(Palette::emptyBar);
 }
 
+QColor PaletteFace::surface()
+{
+    return color(Palette::surface);
+}
+
+QColor PaletteFace::chosen()
+{
+    return color(Palette::chosen);
+}
+
 QColor PaletteFace::red()
 {
     return toneColor(Palette::red);

@@ -17,6 +17,8 @@ class PaletteFace final : public QObject {
     Q_PROPERTY(QColor track READ track CONSTANT)
     Q_PROPERTY(QColor icon READ icon CONSTANT)
     Q_PROPERTY(QColor emptyBar READ emptyBar CONSTANT)
+    Q_PROPERTY(QColor surface READ surface CONSTANT)
+    Q_PROPERTY(QColor chosen READ chosen CONSTANT)
     Q_PROPERTY(QColor red READ red CONSTANT)
     Q_PROPERTY(QColor orange READ orange CONSTANT)
     Q_PROPERTY(QColor green READ green CONSTANT)
@@ -33,6 +35,8 @@ public:
     [[nodiscard]] static QColor track();
     [[nodiscard]] static QColor icon();
     [[nodiscard]] static QColor emptyBar();
+    [[nodiscard]] static QColor surface();
+    [[nodiscard]] static QColor chosen();
     [[nodiscard]] static QColor red();
     [[nodiscard]] static QColor orange();
     [[nodiscard]] static QColor green();

@@ -10,7 +10,6 @@ Item {
     required property WidgetModel model
     required property PanelActions actions
 
-    readonly property color surface: "#f51c1c1e"
     readonly property real margin: 14
     readonly property bool wide: root.model.expanded
     readonly property real body: root.wide ? Metrics.wideBody : Metrics.compactBody
@@ -21,16 +20,35 @@ Item {
     Accessible.name: "Kestrelbay"
     Accessible.role: Accessible.Pane
 
+    Shortcut {
+        sequence: "Ctrl+Q"
+
+        onActivated: root.actions.quitRequested()
+    }
+    // Once a press: when the window manager takes the pointer over, the handler is told of one more
+    // move with the button down, after it is up.
     DragHandler {
+        id: drag
+
+        property bool asked: false
+
         target: null
 
-        onActiveChanged: if (active) root.actions.moveRequested()
+        onActiveChanged: {
+            if (drag.active && !drag.asked)
+                root.actions.moveRequested();
+            drag.asked = true;
+        }
+        onGrabChanged: transition => {
+            if (transition === PointerDevice.GrabPassive)
+                drag.asked = false;
+        }
     }
     Rectangle {
         anchors.fill: parent
         border.color: Colors.track
         border.width: 1
-        color: root.surface
+        color: Colors.surface
         radius: Metrics.radius
     }
     Column {
@@ -66,7 +84,6 @@ Item {
                 emptyText: root.model.texts.noSessions
                 label: root.model.texts.sessions
                 sessions: root.model.sessionList
-                surface: root.surface
                 width: parent.width
                 y: column.spacing
             }

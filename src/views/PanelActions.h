@@ -16,6 +16,7 @@ Q_SIGNALS:
     void refreshRequested();
     void expandRequested();
     void providerRequested(int index);
+    void quitRequested();
     /// The panel is being dragged by an empty place.
     void moveRequested();
 };

@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kestrelbay
 
-/// Holds what pops: it fades and moves downwards, the same both ways. The fade stays when motion is
-/// reduced.
+/// Holds what pops: it fades and moves downwards, the same both ways. So short a way is kept when
+/// motion is reduced.
 Item {
     id: root
 
@@ -17,7 +17,7 @@ Item {
     visible: root.reveal > 0
 
     transform: Translate {
-        y: Motion.reduced ? 0 : Motion.popShift * (1 - root.reveal)
+        y: Motion.popShift * (1 - root.reveal)
     }
     Behavior on reveal {
         NumberAnimation {

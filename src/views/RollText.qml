@@ -44,6 +44,8 @@ Item {
     Caption {
         id: resting
 
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 9
         opacity: root.digits ? (root.progress < 1 ? 0 : 1) : root.progress
         text: rolling.shown
         width: root.width
@@ -60,19 +62,15 @@ Item {
 
         Accessible.ignored: true
     }
-    Loader {
-        active: root.digits && root.progress < 1
+    Row {
+        Repeater {
+            model: root.digits && root.progress < 1 ? rolling.glyphs : []
 
-        sourceComponent: Row {
-            Repeater {
-                model: rolling.glyphs
-
-                RollingGlyph {
-                    direction: rolling.direction
-                    glyphColor: resting.color
-                    glyphFont: resting.font
-                    progress: root.progress
-                }
+            RollingGlyph {
+                direction: rolling.direction
+                glyphColor: resting.color
+                glyphFont: resting.font
+                progress: root.progress
             }
         }
     }

@@ -11,7 +11,6 @@ Item {
     required property SessionListModel sessions
     required property string label
     required property string emptyText
-    required property color surface
 
     implicitHeight: Math.min(list.count > 0 ? list.contentHeight : empty.implicitHeight,
                              Metrics.sessionsMaxHeight)
@@ -19,7 +18,7 @@ Item {
     ListView {
         id: list
 
-        activeFocusOnTab: true
+        activeFocusOnTab: list.count > 0
         anchors.fill: parent
         anchors.leftMargin: -6
         anchors.rightMargin: -6
@@ -52,11 +51,11 @@ Item {
 
         gradient: Gradient {
             GradientStop {
-                color: Qt.rgba(root.surface.r, root.surface.g, root.surface.b, 0)
+                color: Qt.alpha(Colors.surface, 0)
                 position: 0
             }
             GradientStop {
-                color: root.surface
+                color: Colors.surface
                 position: 1
             }
         }

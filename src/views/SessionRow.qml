@@ -11,10 +11,11 @@ Item {
     required property string detail
     required property string cost
     required property string tokens
+    required property string spoken
 
     implicitHeight: Metrics.sessionRow
 
-    Accessible.name: root.title + ", " + root.detail + ", " + root.cost + ", " + root.tokens
+    Accessible.name: root.spoken
     Accessible.role: Accessible.ListItem
 
     Rectangle {

@@ -19,22 +19,22 @@ Item {
     Grid {
         id: grid
 
+        columnSpacing: 6
         columns: root.columns
         rowSpacing: 10
         visible: !root.note
         width: root.width
 
         Repeater {
-            model: root.cells
+            model: 2 * root.columns
 
             SummaryItem {
-                required property summaryCell modelData
                 required property int index
 
-                cell: modelData
+                cell: root.cells[index]
                 prominent: index < root.columns
                 visible: root.wide || prominent
-                width: grid.width / root.columns
+                width: (grid.width - (root.columns - 1) * grid.columnSpacing) / root.columns
             }
         }
     }

@@ -12,7 +12,7 @@ Column {
 
     spacing: 1
 
-    Accessible.name: root.cell.label + ", " + root.cell.cost + ", " + root.cell.tokens
+    Accessible.name: root.cell.spoken
     Accessible.role: Accessible.StaticText
 
     Caption {
@@ -30,6 +30,8 @@ Column {
         text: root.cell.cost
         value: root.cell.amount
         width: root.width
+
+        Accessible.ignored: true
     }
     RollText {
         color: Colors.tertiary
@@ -37,5 +39,7 @@ Column {
         text: root.cell.tokens
         value: root.cell.amount
         width: root.width
+
+        Accessible.ignored: true
     }
 }

@@ -4,7 +4,7 @@ import QtQuick
 import Kestrelbay
 
 /// Holds what unfolds: it appears fading in while moving down into its place, and disappears only
-/// fading. The fade stays when motion is reduced.
+/// fading. So short a way is kept when motion is reduced.
 Item {
     id: root
 
@@ -17,7 +17,7 @@ Item {
     visible: root.reveal > 0
 
     transform: Translate {
-        y: root.shown && !Motion.reduced ? -Motion.unfoldShift * (1 - root.reveal) : 0
+        y: root.shown ? -Motion.unfoldShift * (1 - root.reveal) : 0
     }
     Behavior on reveal {
         NumberAnimation {

@@ -19,6 +19,7 @@ std::shared_ptr<const Strings> english()
         {QStringLiteral("weekdayTime"), QStringLiteral("ddd HH:mm")},
         {QStringLiteral("dayTime"), QStringLiteral("d MMM HH:mm")},
         {QStringLiteral("culture"), QStringLiteral("en-US")},
+        {QStringLiteral("tokShort"), QStringLiteral("tok")},
     };
     return std::make_shared<Strings>(
         QStringLiteral("en"), TranslationTable {{QStringLiteral("en"), texts}});
@@ -80,25 +81,28 @@ TEST(SessionListModel, writesRowsAsSeenFromNow)
     EXPECT_EQ(visible(model, 0, SessionListModel::Detail), "");
     EXPECT_EQ(visible(model, 0, SessionListModel::Cost), "$1,234");
     EXPECT_EQ(visible(model, 0, SessionListModel::Tokens), "1.3M");
+    EXPECT_EQ(visible(model, 0, SessionListModel::Spoken), "$1,234, 1.3M tok");
 }
 
-TEST(SessionListModel, leavesUnchangedRowsAlone)
+TEST(SessionListModel, keepsEachSessionInItsRow)
 {
     const struct {
         const char *before;
         const char *after;
         int inserted;
         int removed;
+        int changed;
     } rows[] = {
-        {"", "abc", 3, 0},
-        {"abc", "abc", 0, 0},
-        {"abc", "xabc", 1, 0},
-        {"abcd", "xabc", 4, 4},
-        {"abc", "ab", 0, 1},
-        {"aaa", "aaaa", 1, 0},
-        {"abc", "axc", 1, 1},
-        {"abc", "", 0, 3},
-        {"abc", "xyz", 3, 3},
+        {"", "abc", 3, 0, 0},
+        {"abc", "abc", 0, 0, 0},
+        {"abc", "xyabc", 2, 0, 0},
+        {"abcd", "xabc", 1, 1, 0},
+        {"abc", "ab", 0, 1, 0},
+        {"aaa", "aaaa", 1, 0, 0},
+        {"abc", "xbc", 0, 0, 1},
+        {"abc", "axcd", 1, 0, 1},
+        {"abc", "bac", 1, 1, 1},
+        {"abc", "", 0, 3, 0},
     };
     for (const auto &row : rows) {
         SessionListModel model(nullptr);
@@ -112,10 +116,12 @@ TEST(SessionListModel, leavesUnchangedRowsAlone)
             [&](const QModelIndex &, int first, int last) { inserted += last - first + 1; });
         QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
             [&](const QModelIndex &, int first, int last) { removed += last - first + 1; });
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
         model.setSessions(titled(QLatin1String(row.after)));
 
         EXPECT_EQ(inserted, row.inserted) << row.before << " to " << row.after;
         EXPECT_EQ(removed, row.removed) << row.before << " to " << row.after;
+        EXPECT_EQ(changed.size(), row.changed) << row.before << " to " << row.after;
         QString now;
         for (int i = 0; i < model.rowCount(); ++i) {
             now += model.data(model.index(i), SessionListModel::Title).toString();

@@ -80,7 +80,9 @@ TEST_F(Model, notifiesOfEqualValuesToo)
 TEST_F(Model, saysWhyThereIsNothingAndKeepsTheLastGoodData)
 {
     EXPECT_EQ(m_model->note(), QLatin1String("Collecting"));
-    EXPECT_TRUE(m_model->summary().isEmpty());
+    m_model->setCollectFailed(true);
+    EXPECT_TRUE(m_model->note().contains(QLatin1String("widget.log")));
+    m_model->setCollectFailed(false);
     m_model->setUnreadable(true);
     EXPECT_TRUE(m_model->note().startsWith(QLatin1String("The statistics cannot be read")));
     m_model->setNoNode(true);
@@ -98,7 +100,8 @@ TEST_F(Model, listsTheSessionsOfTheProvider)
 {
     m_model->loadStats(parsed());
     EXPECT_EQ(m_model->sessionList()->rowCount(), 2);
-    m_model->setProvider(Provider::Codex);
+    m_model->setProviderIndex(1);
+    EXPECT_EQ(m_model->provider(), Provider::Codex);
     EXPECT_EQ(m_model->sessionList()->rowCount(), 1);
     EXPECT_EQ(m_model->providerIndex(), 1);
     EXPECT_EQ(m_model->sessions().size(), 4);

@@ -84,6 +84,7 @@ TEST_F(IndexerRuns, logFailuresAndTellOfAMissingNode)
         const qsizetype before = logged().size();
         EXPECT_EQ(statusOfRun(), row.status) << row.script;
         EXPECT_EQ(m_model.noNode(), row.noNode) << row.script;
+        EXPECT_EQ(m_model.note() == m_model.t(QStringLiteral("collecting")), row.status == 0);
         const QByteArray line = logged().mid(before);
         EXPECT_TRUE(line.endsWith(row.line)) << line.constData();
         EXPECT_EQ(line.isEmpty(), row.status == 0) << line.constData();

@@ -95,6 +95,8 @@ const struct {
     {"syncOffline", "The server cannot be reached. Try again later."},
     {"syncFailed", "Something went wrong."},
     {"noSessions", "No sessions yet"},
+    {"collectFailed", "Statistics could not be collected. The file widget.log tells more."},
+    {"providers", "Assistant"},
     {"statsUnreadable",
         "The statistics cannot be read. They will be shown again after the next run."},
     {"sessionYesterday", "yesterday {0}"},

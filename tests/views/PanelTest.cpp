@@ -14,6 +14,16 @@ namespace {
 
 using namespace std::chrono;
 
+/// Whether something is between being shown and not.
+bool isFading(const QQuickItem &item)
+{
+    const QVariant reveal = item.property("reveal");
+    const bool here =
+        reveal.isValid() && reveal.toReal() != (item.property("shown").toBool() ? 1 : 0);
+    const QList<QQuickItem *> children = item.childItems();
+    return here || std::ranges::any_of(children, [](const QQuickItem *c) { return isFading(*c); });
+}
+
 class Panel : public testing::Test {
 protected:
     void SetUp() override
@@ -47,14 +57,14 @@ protected:
         m_model->loadStats(parsed);
     }
 
-    /// Lets fades and layouts come to rest.
+    /// Lets sizes, rolling digits and fades come to rest.
     void settle()
     {
-        const auto fits = [this] {
-            return m_window->size() == m_window->rootObject()->size().toSize();
-        };
-        EXPECT_TRUE(QTest::qWaitFor(fits));
-        QTest::qWait(static_cast<int>(Motion::settleTime * 1000) + 50);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(QTest::qWaitFor([this] {
+            return m_window->size() == m_window->rootObject()->size().toSize()
+                && !isFading(*m_window->rootObject());
+        }));
     }
 
     QStringList texts() { return visibleTexts(*m_window->rootObject()); }
@@ -87,6 +97,7 @@ TEST_F(Panel, saysInWordsThatThereIsNothingYet)
 TEST_F(Panel, isCompactOrWide)
 {
     load(3);
+    settle();
     EXPECT_TRUE(texts().contains(QLatin1String("$12.48")));
     EXPECT_FALSE(texts().contains(QLatin1String("$388")));
     EXPECT_FALSE(texts().contains(QLatin1String("Session 0")));
@@ -111,7 +122,10 @@ TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
     const QQuickItem *list = itemNamed(*m_window->rootObject(), QStringLiteral("Sessions"));
     ASSERT_TRUE(list);
     EXPECT_EQ(list->height(), Metrics::sessionsMaxHeight);
-    EXPECT_LT(list->findChildren<QQuickItem *>().size(), 300);
+    const auto *rows = list->property("contentItem").value<QQuickItem *>();
+    ASSERT_TRUE(rows);
+    EXPECT_GT(rows->childItems().size(), 7);
+    EXPECT_LT(rows->childItems().size(), 40);
     EXPECT_TRUE(texts().contains(QLatin1String("Session 0")));
     EXPECT_FALSE(texts().contains(QLatin1String("Session 20")));
 }
@@ -136,14 +150,16 @@ TEST_F(Panel, worksByKeyboardAlone)
     load(30);
     m_model->setExpanded(true);
     settle();
-    QSignalSpy provider(&m_actions, &PanelActions::providerRequested);
+    QObject::connect(&m_actions, &PanelActions::providerRequested, m_model.get(),
+        &WidgetModel::setProviderIndex);
     QSignalSpy refresh(&m_actions, &PanelActions::refreshRequested);
     QSignalSpy expand(&m_actions, &PanelActions::expandRequested);
 
     QTest::keyClick(m_window.get(), Qt::Key_Tab);
     QTest::keyClick(m_window.get(), Qt::Key_Right);
-    ASSERT_EQ(provider.size(), 1);
-    EXPECT_EQ(provider.at(0).at(0), 1);
+    EXPECT_EQ(m_model->provider(), Provider::Codex);
+    QTest::keyClick(m_window.get(), Qt::Key_Left);
+    EXPECT_EQ(m_model->provider(), Provider::Claude);
     QTest::keyClick(m_window.get(), Qt::Key_Tab);
     QTest::keyClick(m_window.get(), Qt::Key_Return);
     EXPECT_EQ(refresh.size(), 1);
@@ -156,6 +172,39 @@ TEST_F(Panel, worksByKeyboardAlone)
     }
     settle();
     EXPECT_TRUE(texts().contains(QLatin1String("Session 12"))) << focused();
+}
+
+TEST_F(Panel, rollsItsFiguresInPlace)
+{
+    load(0);
+    settle();
+    Motion::setReduced(false);
+    ParsedStats later;
+    later.stats.providers = QMap<QString, ProviderStats> {
+        {QStringLiteral("claude"), {StatsTotals {.today = Totals {.cost = 12.59}}}}};
+    m_model->loadStats(later);
+    const auto rolling = [this] {
+        const QStringList seen = texts();
+        return seen.contains(QLatin1String("8")) && seen.contains(QLatin1String("9"));
+    };
+    EXPECT_TRUE(QTest::qWaitFor(rolling)) << "the last digit passes from 8 to 9, each on its own";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return texts().contains(QLatin1String("$12.59")); }));
+}
+
+TEST_F(Panel, asksToBeMovedOnceAPress)
+{
+    load(0);
+    settle();
+    QSignalSpy move(&m_actions, &PanelActions::moveRequested);
+    const QPoint empty(m_window->width() / 2, m_window->height() - 6);
+    for (int press = 1; press <= 2; ++press) {
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, empty);
+        for (int x = 0; x < 40; x += 8) {
+            QTest::mouseMove(m_window.get(), empty + QPoint(x, 0));
+        }
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, empty + QPoint(40, 0));
+        EXPECT_EQ(move.size(), press);
+    }
 }
 
 } // namespace

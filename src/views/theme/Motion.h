@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -40,7 +41,7 @@ struct Spring {
 namespace detail {
 struct Switch {
     bool reduced = false;
-    std::function<void()> changed;
+    std::map<const void *, std::function<void()>> changed; ///< by who listens
 };
 
 inline Switch &theSwitch()
@@ -60,16 +61,20 @@ inline Switch &theSwitch()
 inline void setReduced(bool reduced)
 {
     detail::theSwitch().reduced = reduced;
-    if (detail::theSwitch().changed) {
-        detail::theSwitch().changed();
+    for (const auto &[owner, changed] : detail::theSwitch().changed) {
+        changed();
     }
 }
 
-/// Has `changed` called after each setReduced; the views' face is the one listener. An empty
-/// function ends it.
-inline void onReducedChanged(std::function<void()> changed)
+/// Has `changed` called after each setReduced, until its owner stops listening.
+inline void onReducedChanged(const void *owner, std::function<void()> changed)
 {
-    detail::theSwitch().changed = std::move(changed);
+    detail::theSwitch().changed[owner] = std::move(changed);
+}
+
+inline void stopListening(const void *owner)
+{
+    detail::theSwitch().changed.erase(owner);
 }
 
 [[nodiscard]] inline std::optional<Ease> ease(double duration, double delay = 0)

@@ -42,6 +42,8 @@ inline constexpr Color strong = rgba(235, 235, 245, 1.0);            ///< emphas
 inline constexpr Color track = rgba(255, 255, 255, 31 / 255.0);      ///< unfilled tracks
 inline constexpr Color icon = rgba(235, 235, 245, 140 / 255.0);      ///< icons of buttons
 inline constexpr Color emptyBar = rgba(255, 255, 255, 38 / 255.0);   ///< empty bars
+inline constexpr Color surface = rgba(28, 28, 30, 0.96);             ///< the panel itself
+inline constexpr Color chosen = rgba(255, 255, 255, 0.18); ///< the taken one of several choices
 
 // Tones, 0xRRGGBB.
 inline constexpr std::uint32_t red = 0xFF453A;
