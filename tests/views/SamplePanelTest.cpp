@@ -1,15 +1,18 @@
-#include "core/Dates.h"
+#include "app/PanelWindow.h"
 #include "core/Paths.h"
 #include "core/readJSON.h"
 #include "model/WidgetModel.h"
 #include "sources/StatsLoad.h"
 #include "text/Strings.h"
+#include "views/PanelActions.h"
+#include "views/VisibleTexts.h"
 #include <gtest/gtest.h>
 #include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QtTest/QTest>
 
 namespace {
 
@@ -57,11 +60,21 @@ TEST(SamplePanel, showsTheKnownTotals)
     ASSERT_TRUE(std::holds_alternative<ParsedStats>(load))
         << std::get<StatsFailure>(load).why.toStdString();
     model.loadStats(std::get<ParsedStats>(load));
+    model.setExpanded(true);
+    PanelActions actions(nullptr);
+    PanelWindow window(model, actions);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    const QStringList seen = visibleTexts(*window.rootObject());
 
     const QJsonObject known =
         QJsonDocument::fromJson(*readJSON(Paths::home() % u"/totals.json")).object();
     const QJsonArray days = known[QLatin1String("days")].toArray();
-    const QDate today = QDate::currentDate();
+    const QDate today =
+        QDate::fromString(days.last().toObject()[QLatin1String("date")].toString(), Qt::ISODate);
+    if (today != QDate::currentDate()) {
+        GTEST_SKIP() << "midnight has passed since the sample was made";
+    }
     const QDate monday = today.addDays(1 - today.dayOfWeek());
     const QDate month(today.year(), today.month(), 1);
     const QPair<QDate, QDate> spans[] = {
@@ -77,8 +90,10 @@ TEST(SamplePanel, showsTheKnownTotals)
     for (int i = 0; i < 6; ++i) {
         const Account account = between(days, spans[i].first, spans[i].second);
         EXPECT_NEAR(cells.at(i).amount, account.cost, 0.005) << cells.at(i).label.toStdString();
-        EXPECT_EQ(cells.at(i).cost, model.strings().money(account.cost));
-        EXPECT_EQ(cells.at(i).tokens, Strings::tokens(account.spent));
+        const QString cost = model.strings().money(account.cost);
+        EXPECT_TRUE(seen.contains(cost)) << cost.toStdString();
+        const QString tokens = Strings::tokens(account.spent);
+        EXPECT_TRUE(seen.contains(tokens)) << tokens.toStdString();
         EXPECT_GT(account.cost, 0) << "a sample without a figure here proves nothing";
     }
 }
