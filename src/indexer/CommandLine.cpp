@@ -1,6 +1,7 @@
 #include "indexer/CommandLine.h"
 
 #include "indexer/Folders.h"
+#include "indexer/Printable.h"
 
 #include <CLI/CLI.hpp>
 #include <map>
@@ -31,12 +32,6 @@ constexpr const char *examples =
     "      \"output\": 5, \"write5m\": 1.25, \"write1h\": 2, \"read\": 0.1}]}}}\n"
     "\n"
     "The exit status is 0 when all went well, 1 after a failure, 2 for a wrong command line.";
-
-/// The folder as the user named it, or where it is by default.
-std::filesystem::path chosen(const std::string &named, std::filesystem::path (*byDefault)())
-{
-    return named.empty() ? byDefault() : std::filesystem::path(named);
-}
 
 /// The texts and switches of the command line, before they mean anything.
 struct Words {
@@ -86,7 +81,7 @@ EarlyEnd earlyEnd(const CLI::App &app, const CLI::ParseError &error)
 {
     if (error.get_exit_code() != 0) {
         return {usageError,
-            std::string("kestrelbay-indexer: ") + error.what()
+            "kestrelbay-indexer: " + printable(error.what())
                 + " (try kestrelbay-indexer --help)\n"};
     }
     std::ostringstream text;
@@ -110,9 +105,12 @@ std::variant<Options, EarlyEnd> parseCommandLine(int count, const char *const *a
     } catch (const CLI::ParseError &error) {
         return earlyEnd(app, error);
     }
+    const auto named =
+        words.claude.empty() ? configuredClaudeFolder() : std::filesystem::path(words.claude);
     Options options {
-        .data = chosen(words.data, defaultDataFolder),
-        .claude = chosen(words.claude, defaultClaudeFolder),
+        .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
+        .claude = named.value_or(defaultClaudeFolder()),
+        .isClaudeNamed = named.has_value(),
         .report = std::nullopt,
         .asJson = words.asJson,
     };

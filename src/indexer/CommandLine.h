@@ -13,6 +13,7 @@ namespace indexer {
 struct Options {
     std::filesystem::path data;
     std::filesystem::path claude;
+    bool isClaudeNamed = false;       // by the command line or the environment
     std::optional<ReportKind> report; // nothing: write the statistics file
     bool asJson = false;
 };

@@ -34,11 +34,16 @@ fs::path defaultDataFolder()
 
 fs::path defaultClaudeFolder()
 {
-    const char *configured = std::getenv("CLAUDE_CONFIG_DIR");
-    if (configured != nullptr && *configured != '\0') {
-        return configured;
-    }
     return homeFolder() / ".claude";
+}
+
+std::optional<fs::path> configuredClaudeFolder()
+{
+    const char *configured = std::getenv("CLAUDE_CONFIG_DIR");
+    if (configured == nullptr || *configured == '\0') {
+        return std::nullopt;
+    }
+    return configured;
 }
 
 } // namespace indexer

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 namespace indexer {
 
@@ -9,5 +10,8 @@ namespace indexer {
 
 /// Where Claude Code keeps its files unless told otherwise.
 [[nodiscard]] std::filesystem::path defaultClaudeFolder();
+
+/// Where the environment says that they are, if it does.
+[[nodiscard]] std::optional<std::filesystem::path> configuredClaudeFolder();
 
 } // namespace indexer

@@ -9,7 +9,7 @@ namespace indexer {
 namespace {
 
 /// The largest count that every reader of JSON can hold exactly.
-constexpr double largestCount = 9007199254740992.0;
+constexpr std::uint64_t largestCount = std::uint64_t {1} << 53U;
 
 constexpr bool isDigit(char c)
 {
@@ -63,15 +63,16 @@ bool isJsonNumber(std::string_view token)
 
 std::optional<std::uint64_t> tokenCount(std::string_view token)
 {
-    constexpr std::size_t alwaysExact = 15;
-    if (token.size() <= alwaysExact && leadingDigits(token) == token.size()) {
+    if (leadingDigits(token) == token.size()) {
         std::uint64_t count = 0;
-        std::from_chars(token.data(), token.data() + token.size(), count);
-        return count;
+        const auto result = std::from_chars(token.data(), token.data() + token.size(), count);
+        return result.ec == std::errc {} && count <= largestCount ? std::optional(count)
+                                                                  : std::nullopt;
     }
+    // From the largest count on, other numbers are rounded to it.
     double value = 0;
     const auto result = std::from_chars(token.data(), token.data() + token.size(), value);
-    if (result.ec != std::errc {} || value < 0 || value > largestCount
+    if (result.ec != std::errc {} || value < 0 || value >= static_cast<double>(largestCount)
         || value != std::floor(value)) {
         return std::nullopt;
     }

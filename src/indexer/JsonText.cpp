@@ -30,17 +30,6 @@ constexpr bool isHexDigit(char c)
     return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-char32_t continued(std::string_view &rest, char32_t first)
-{
-    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    char32_t character = first & (0x3FU >> static_cast<unsigned>(more));
-    for (int i = 0; i < more && !rest.empty(); ++i) {
-        character = (character << 6U) | (static_cast<unsigned char>(rest.front()) & 0x3FU);
-        rest.remove_prefix(1);
-    }
-    return character;
-}
-
 } // namespace
 
 JsonText::JsonText(std::string_view token)
@@ -53,12 +42,11 @@ std::optional<char32_t> JsonText::next()
     if (m_rest.empty()) {
         return std::nullopt;
     }
-    const auto first = static_cast<unsigned char>(m_rest.front());
-    m_rest.remove_prefix(1);
-    if (first == '\\') {
+    if (m_rest.front() == '\\') {
+        m_rest.remove_prefix(1);
         return escaped();
     }
-    return first < 0x80 ? char32_t {first} : continued(m_rest, first);
+    return takeCharacter(m_rest);
 }
 
 /// What stands behind a backslash.
@@ -127,6 +115,22 @@ bool escapesAreSound(std::string_view token)
         }
         at += 2;
     }
+}
+
+char32_t takeCharacter(std::string_view &text)
+{
+    const auto first = static_cast<unsigned char>(text.front());
+    text.remove_prefix(1);
+    if (first < 0x80) {
+        return first;
+    }
+    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
+    char32_t character = first & (0x3FU >> static_cast<unsigned>(more));
+    for (int i = 0; i < more && !text.empty(); ++i) {
+        character = (character << 6U) | (static_cast<unsigned char>(text.front()) & 0x3FU);
+        text.remove_prefix(1);
+    }
+    return character;
 }
 
 void appendUtf8(std::string &text, char32_t character)

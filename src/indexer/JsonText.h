@@ -25,6 +25,9 @@ private:
 /// Whether every escape in a JSON string (with its quotes) is one that JSON knows.
 [[nodiscard]] bool escapesAreSound(std::string_view token);
 
+/// Takes the first character off a sound UTF-8 text that is not empty.
+[[nodiscard]] char32_t takeCharacter(std::string_view &text);
+
 void appendUtf8(std::string &text, char32_t character);
 
 } // namespace indexer

@@ -4,6 +4,7 @@
 #include "indexer/TranscriptLine.h"
 #include "indexer/UsageRecord.h"
 
+#include <unordered_map>
 #include <vector>
 
 namespace indexer {
@@ -36,7 +37,9 @@ private:
 
     [[nodiscard]] std::uint32_t heirOf(std::uint32_t head) const;
     [[nodiscard]] UsageRecord withOrphan(std::uint32_t heir, std::uint32_t head) const;
-    [[nodiscard]] bool precedes(const Origin &a, const Origin &b) const;
+    [[nodiscard]] std::uint32_t indexOf(TextId key, TextId request) const;
+    [[nodiscard]] bool precedes(const Told &a, const Told &b) const;
+    void append(TextId key, const UsageRecord &record);
     void merge(UsageRecord &record, const UsageRecord &other) const;
 
     TextPool &m_names;
@@ -46,6 +49,8 @@ private:
     std::vector<std::uint32_t> m_heads;
     std::vector<std::uint32_t> m_next;
     std::vector<UsageRecord> m_records;
+    // The records behind the first of their key, by key and request; few messages have any.
+    std::unordered_map<std::uint64_t, std::uint32_t> m_later;
 };
 
 } // namespace indexer

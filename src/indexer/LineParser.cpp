@@ -27,6 +27,7 @@ LineKind kindOf(std::string_view type)
     constexpr std::array known {
         Known {"assistant", LineKind::Assistant},
         Known {"user", LineKind::User},
+        Known {"system", LineKind::System},
         Known {"custom-title", LineKind::CustomTitle},
         Known {"agent-name", LineKind::AgentName},
         Known {"ai-title", LineKind::AiTitle},
@@ -190,7 +191,9 @@ bool LineParser::messageField(std::string_view key, Value value)
         return text(value, m_line->model);
     }
     if (key == "stop_reason") {
-        m_line->isFinished = isType(value, json_type::string);
+        m_line->ending = isType(value, json_type::string) ? Ending::Finished
+            : isType(value, json_type::null)              ? Ending::Open
+                                                          : Ending::Untold;
     } else if (key == "content") {
         return content(value);
     } else if (key == "usage" && isType(value, json_type::object)) {

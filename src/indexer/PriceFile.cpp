@@ -3,6 +3,7 @@
 #include "indexer/BuiltInPrices.h"
 #include "indexer/SafeFile.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <fmt/format.h>
@@ -29,6 +30,21 @@ public:
     {
         if (m_problem.empty()) {
             m_problem = fmt::format("{}: {}", place, what);
+        }
+    }
+
+    /// Fails when an object has keys beside `keys` that are no remarks: a key that is misspelt
+    /// would silently tell nothing.
+    void knownKeys(
+        const json &object, std::initializer_list<std::string_view> keys, const std::string &place)
+    {
+        constexpr std::array<std::string_view, 4> remarks {
+            "about", "source", "confidence", "fastSource"};
+        for (const auto &[key, value] : object.items()) {
+            if (m_problem.empty() && std::find(keys.begin(), keys.end(), key) == keys.end()
+                && std::find(remarks.begin(), remarks.end(), key) == remarks.end()) {
+                m_problem = fmt::format("unknown key {} in {}", key, place);
+            }
         }
     }
 
@@ -73,6 +89,8 @@ PriceRow Reader::row(const json &object, const std::string &place)
         fail(place, "a price must be an object");
         return row;
     }
+    knownKeys(object, {"validFrom", "input", "output", "write5m", "write1h", "read", "longPrompt"},
+        place);
     if (const auto from = object.find("validFrom"); from != object.end() && !from->is_null()) {
         const auto date =
             from->is_string() ? parseDate(from->get_ref<const std::string &>()) : std::nullopt;
@@ -88,6 +106,7 @@ PriceRow Reader::row(const json &object, const std::string &place)
             fail(inner, "must be an object");
             return row;
         }
+        knownKeys(*longer, {"above", "input", "output", "write5m", "write1h", "read"}, inner);
         constexpr double longest = 1e9;
         row.longPrompt =
             LongPrompt {static_cast<std::uint64_t>(number(*longer, "above", longest, inner)),
@@ -103,6 +122,10 @@ ModelPrices Reader::model(const json &object, const std::string &place)
     if (!object.is_object() || rows == object.end() || !rows->is_array()) {
         fail(place, "must be an object with a list \"prices\"");
         return model;
+    }
+    knownKeys(object, {"prices", "fastMultiplier"}, place);
+    if (rows->empty()) {
+        fail(place, "\"prices\" must not be empty");
     }
     for (const json &entry : *rows) {
         model.rows.push_back(row(entry, fmt::format("{} price {}", place, model.rows.size() + 1)));
@@ -122,6 +145,7 @@ PriceTable Reader::table(const json &document)
         fail("the file", "must be an object with an object \"models\"");
         return table;
     }
+    knownKeys(document, {"models"}, "the file");
     for (const auto &[id, entry] : models->items()) {
         table.set(id, model(entry, fmt::format("model \"{}\"", id)));
     }

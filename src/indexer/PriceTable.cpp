@@ -119,7 +119,9 @@ void PriceTable::set(const std::string &model, ModelPrices prices)
 void PriceTable::override(const PriceTable &other)
 {
     for (const auto &[model, prices] : other.m_models) {
-        m_models[model] = prices;
+        ModelPrices &own = m_models[model];
+        own.rows = prices.rows;
+        own.fastThousandths = prices.fastThousandths ? prices.fastThousandths : own.fastThousandths;
     }
 }
 

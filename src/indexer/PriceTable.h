@@ -34,7 +34,8 @@ public:
     [[nodiscard]] std::optional<Money> price(const PricedRequest &request) const;
 
     void set(const std::string &model, ModelPrices prices);
-    /// Takes over the models of another table; its prices replace those held so far.
+    /// Takes over the models of another table; its prices replace those held so far, but where it
+    /// does not tell what fast mode costs, that stays.
     void override(const PriceTable &other);
 
 private:

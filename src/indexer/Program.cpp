@@ -1,8 +1,10 @@
 #include "indexer/Program.h"
 
 #include "indexer/PriceFile.h"
+#include "indexer/Printable.h"
 #include "indexer/SafeFile.h"
 #include "indexer/StatsJson.h"
+#include "indexer/TranscriptTree.h"
 
 #include <fmt/format.h>
 
@@ -15,24 +17,23 @@ constexpr std::string_view noUsage = "No usage was found in the Claude Code tran
 
 void say(Outcome &outcome, std::string_view text)
 {
-    outcome.messages += fmt::format("kestrelbay-indexer: {}\n", text);
+    outcome.messages += fmt::format("kestrelbay-indexer: {}\n", printable(text));
 }
 
-void fail(Outcome &outcome, std::string_view text)
+/// A failure is all that is said then.
+Outcome failed(std::string_view text)
 {
+    Outcome outcome {.status = 1};
     say(outcome, text);
-    outcome.status = 1;
+    return outcome;
 }
 
-void writeStatistics(const Options &options, const Statistics &statistics, Outcome &outcome)
+std::optional<std::string> write(const Options &options, const Statistics &statistics)
 {
-    auto problem = makeFolder(options.data);
-    if (!problem) {
-        problem = replaceFile(options.data / "stats.json", statsJson(statistics));
+    if (auto problem = makeFolder(options.data)) {
+        return problem;
     }
-    if (problem) {
-        fail(outcome, *problem);
-    }
+    return replaceFile(options.data / "stats.json", statsJson(statistics));
 }
 
 std::string report(const Options &options, const Scan &scan, const Statistics &statistics)
@@ -42,7 +43,7 @@ std::string report(const Options &options, const Scan &scan, const Statistics &s
     }
     if (statistics.days.empty()) {
         return fmt::format(fmt::runtime(scan.files() == 0 ? noTranscripts : noUsage),
-            (options.claude / "projects").native());
+            printable((options.claude / "projects").native()));
     }
     return reportTable(statistics, *options.report);
 }
@@ -51,6 +52,10 @@ std::string report(const Options &options, const Scan &scan, const Statistics &s
 
 Outcome run(const Options &options, TimePoint now)
 {
+    // Before anything else: statistics of nothing must not replace those that there are.
+    if (const auto problem = whyUnreadable(options.claude, !options.isClaudeNamed)) {
+        return failed(*problem);
+    }
     Outcome outcome;
     const std::filesystem::path priceFile = options.data / "prices.json";
     const LoadedPrices prices = loadPrices(priceFile);
@@ -64,8 +69,8 @@ Outcome run(const Options &options, TimePoint now)
     const Statistics statistics = computeStatistics(scan, prices.table, now);
     if (options.report) {
         outcome.output = report(options, scan, statistics);
-    } else {
-        writeStatistics(options, statistics, outcome);
+    } else if (const auto problem = write(options, statistics)) {
+        return failed(*problem);
     }
     if (const std::string skipped = scan.skips().sentence(); !skipped.empty()) {
         say(outcome, skipped);

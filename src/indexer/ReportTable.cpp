@@ -1,5 +1,7 @@
 #include "indexer/Report.h"
 
+#include "indexer/Printable.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 
@@ -43,23 +45,6 @@ std::string shortened(const std::string &text, std::size_t most)
         }
     }
     return characters > most ? text.substr(0, cut) + "…" : text;
-}
-
-/// A text from a transcript without anything that a terminal would obey.
-std::string printable(const std::string &text)
-{
-    std::string result;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        // U+0080 to U+009F are C2 80 to C2 9F.
-        const bool isHighControl =
-            byte == 0xC2 && at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xA0;
-        if (isHighControl) {
-            ++at;
-        }
-        result += isHighControl || byte < 0x20 || byte == 0x7F ? '?' : text[at];
-    }
-    return result;
 }
 
 std::string modelsText(const Spending &spending)

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
@@ -13,6 +14,9 @@ namespace indexer {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Of a temporary file's name, as mkostemp() wants them.
+constexpr std::size_t randomLetters = 6;
 
 /// A file descriptor that is closed when its time is over.
 class Descriptor final {
@@ -71,6 +75,41 @@ void syncFolder(const fs::path &folder)
 fs::path folderOf(const fs::path &file)
 {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+/// The file that links lead to, be it there or not; the file itself when it is no link.
+fs::path behindLinks(fs::path file)
+{
+    constexpr int mostLinks = 40; // as many as the system follows
+    std::error_code error;
+    for (int i = 0; i < mostLinks && fs::is_symlink(file, error); ++i) {
+        file = file.parent_path() / fs::read_symlink(file, error);
+    }
+    return file;
+}
+
+/// Removes what killed runs left behind in writing a file: whatever is an hour older than
+/// `current`, the temporary file of this run, whose name differs in the last letters only.
+void removeLeftovers(const fs::path &current)
+{
+    constexpr std::time_t hour = 3600;
+    struct stat own { };
+    const std::string name = current.filename();
+    const std::string_view front = std::string_view(name).substr(0, name.size() - randomLetters);
+    if (::lstat(current.c_str(), &own) != 0) {
+        return;
+    }
+    std::error_code error;
+    fs::directory_iterator entry(folderOf(current), error);
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        const std::string other = entry->path().filename();
+        struct stat status { };
+        if (other.size() == name.size() && other.starts_with(front)
+            && ::lstat(entry->path().c_str(), &status) == 0 && S_ISREG(status.st_mode)
+            && status.st_uid == own.st_uid && status.st_mtime < own.st_mtime - hour) {
+            ::unlink(entry->path().c_str());
+        }
+    }
 }
 
 } // namespace
@@ -135,19 +174,22 @@ std::optional<std::string> makeFolder(const fs::path &folder)
     return std::nullopt;
 }
 
-std::optional<std::string> replaceFile(const fs::path &file, std::string_view bytes)
+std::optional<std::string> replaceFile(const fs::path &name, std::string_view bytes)
 {
+    const fs::path file = behindLinks(name);
     const FileContent present = readFile(file, bytes.size());
     if (present.bytes && *present.bytes == bytes) {
         return std::nullopt;
     }
     const fs::path folder = folderOf(file);
-    std::string temporary = folder / fmt::format(".{}.XXXXXX", file.filename().native());
+    std::string temporary =
+        folder / fmt::format(".{}.{:X>{}}", file.filename().native(), "", randomLetters);
     // Created readable and writable for the user alone.
     Descriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!descriptor.isOpen()) {
         return failure("write in", folder);
     }
+    removeLeftovers(temporary);
     if (!writeAll(descriptor.number(), bytes) || ::fsync(descriptor.number()) != 0
         || !descriptor.close() || ::rename(temporary.c_str(), file.c_str()) != 0) {
         std::string text = failure("write", file);

@@ -20,10 +20,11 @@ struct FileContent {
 /// Creates a folder, and those above it, for the user alone; says what went wrong, if anything.
 [[nodiscard]] std::optional<std::string> makeFolder(const std::filesystem::path &folder);
 
-/// Replaces a file's content in one step, readable for the user alone. A file that holds the same
-/// bytes already is not touched; after a failure the old one stands as it was and nothing else is
-/// left behind. Says what went wrong, if anything.
+/// Replaces a file's content in one step, readable for the user alone. A link stays one to its
+/// file. A file that holds the same bytes already is not touched; after a failure the old one
+/// stands as it was and nothing else is left behind, not even by runs that were killed an hour ago.
+/// Says what went wrong, if anything.
 [[nodiscard]] std::optional<std::string> replaceFile(
-    const std::filesystem::path &file, std::string_view bytes);
+    const std::filesystem::path &name, std::string_view bytes);
 
 } // namespace indexer

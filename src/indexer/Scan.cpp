@@ -61,7 +61,8 @@ void Scan::addFile(const std::filesystem::path &file)
 
 void Scan::addLine(const TranscriptLine &line, std::string_view file)
 {
-    if (line.kind != LineKind::Assistant && line.kind != LineKind::User) {
+    if (line.kind != LineKind::Assistant && line.kind != LineKind::User
+        && line.kind != LineKind::System) {
         m_sessions.addTitle(line, file);
         return;
     }

@@ -52,16 +52,7 @@ std::unordered_map<TextId, std::string> SessionBook::titles() const
             result.emplace(id, *text);
             continue;
         }
-        const Title *summary = nullptr;
-        for (const std::uint64_t line : session.lines) {
-            const auto found = m_summaries.find(line);
-            if (found != m_summaries.end()
-                && (summary == nullptr
-                    || std::make_pair(m_names.text(summary->file), summary->text)
-                        < std::make_pair(m_names.text(found->second.file), found->second.text))) {
-                summary = &found->second;
-            }
-        }
+        const Title *summary = summaryOf(session);
         if (summary != nullptr) {
             result.emplace(id, summary->text);
         } else if (session.prompt) {
@@ -69,6 +60,25 @@ std::unordered_map<TextId, std::string> SessionBook::titles() const
         }
     }
     return result;
+}
+
+/// The summary of the latest line that has one; of lines at one time, that in the last file.
+const SessionBook::Title *SessionBook::summaryOf(const Session &session) const
+{
+    const auto rank = [this](TimePoint time, const Title &title) {
+        return std::make_tuple(time, m_names.text(title.file), std::string_view(title.text));
+    };
+    const Title *best = nullptr;
+    TimePoint bestTime {};
+    for (const Leaf &leaf : session.leaves) {
+        const auto found = m_summaries.find(leaf.line);
+        if (found != m_summaries.end()
+            && (best == nullptr || rank(bestTime, *best) < rank(leaf.time, found->second))) {
+            best = &found->second;
+            bestTime = leaf.time;
+        }
+    }
+    return best;
 }
 
 std::optional<TimePoint> SessionBook::end(TextId session) const
@@ -90,9 +100,11 @@ void SessionBook::addConversation(const TranscriptLine &line, TimePoint time)
     }
     Session &session = m_sessions[m_names.add(line.sessionId)];
     if (!line.isForked) {
-        session.end = std::max(session.end.value_or(time), time);
+        if (line.kind != LineKind::System) {
+            session.end = std::max(session.end.value_or(time), time);
+        }
         if (!line.uuid.empty() && session.title() == nullptr) {
-            session.lines.push_back(hashOf(line.uuid));
+            session.leaves.push_back({hashOf(line.uuid), time});
         }
     }
     if (line.kind != LineKind::User) {
@@ -144,7 +156,7 @@ void SessionBook::addTitle(const TranscriptLine &line, std::string_view file)
                                                                 : 2;
     replace(session.titles.at(rank), isOwnFile(file, line.sessionId), file, std::move(text));
     // What only a session without title needs.
-    session.lines = {};
+    session.leaves = {};
     session.prompt.reset();
 }
 

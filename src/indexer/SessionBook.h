@@ -24,7 +24,8 @@ public:
     /// Where the user wrote the session's first line, 0 when no line tells.
     [[nodiscard]] TextId folder(TextId session) const;
 
-    /// Takes up a line of a user or an assistant.
+    /// Takes up a line of a user or an assistant, or one of the system's, which a summary may end
+    /// with.
     void addConversation(const TranscriptLine &line, TimePoint time);
     /// Takes up a line that gives a title; `file` is the path of its transcript.
     void addTitle(const TranscriptLine &line, std::string_view file);
@@ -45,16 +46,22 @@ private:
         TimePoint time {};
         TextId path = 0;
     };
+    /// A line that a summary may belong to.
+    struct Leaf {
+        std::uint64_t line = 0; // the hash of its id
+        TimePoint time {};
+    };
     struct Session {
         std::array<Title, 3> titles; // custom title, agent name, title by the assistant
         std::optional<Prompt> prompt;
         std::optional<TimePoint> end;
         Folder folder;
-        std::vector<std::uint64_t> lines; // hashes of ids, for summaries; empty once titled
+        std::vector<Leaf> leaves; // empty once titled
 
         [[nodiscard]] const std::string *title() const;
     };
 
+    [[nodiscard]] const Title *summaryOf(const Session &session) const;
     void replace(Title &title, bool inOwnFile, std::string_view file, std::string text);
     void addPrompt(Session &session, const TranscriptLine &line, TimePoint time) const;
 

@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(FileSkip::Count)
 /// "3 lines (1 longer than 8 MiB, 2 not JSON)", empty when there is nothing to tell.
 template <std::size_t N>
 std::string part(const std::array<std::size_t, N> &counts,
-    const std::array<std::string_view, N> &reasons, std::string_view noun)
+    const std::array<std::string_view, N> &reasons, std::string_view one, std::string_view many)
 {
     std::string details;
     for (std::size_t i = 0; i < N; ++i) {
@@ -29,15 +29,15 @@ std::string part(const std::array<std::size_t, N> &counts,
         return {};
     }
     const auto all = std::accumulate(counts.begin(), counts.end(), std::size_t {0});
-    return fmt::format("{} {}{} ({})", all, noun, all == 1 ? "" : "s", details);
+    return fmt::format("{} {} ({})", all, all == 1 ? one : many, details);
 }
 
 } // namespace
 
 std::string Skips::sentence() const
 {
-    const std::string lines = part(m_lines, lineReasons, "line");
-    const std::string files = part(m_files, fileReasons, "file");
+    const std::string lines = part(m_lines, lineReasons, "line", "lines");
+    const std::string files = part(m_files, fileReasons, "file or folder", "files or folders");
     if (lines.empty() && files.empty()) {
         return {};
     }

@@ -47,6 +47,10 @@ std::optional<Money> Spending::cost() const
 
 void Spending::add(std::string_view model, const Usage &usage, std::optional<Money> cost)
 {
+    // A request that used nothing cost nothing, whoever answered it.
+    if (usage == Usage {}) {
+        return;
+    }
     tokens += {.input = usage.input,
         .output = usage.output,
         .cacheWrite = usage.cacheWrite(),

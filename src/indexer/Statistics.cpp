@@ -47,19 +47,19 @@ private:
 
 void Summing::add(const UsageRecord &record)
 {
-    const std::string_view model = m_scan.names().text(record.origin.model);
+    const std::string_view model = m_scan.names().text(record.model.text);
     const auto cost = m_prices.price({.model = model,
-        .time = record.origin.time,
+        .time = record.time(),
         .usage = record.usage,
         .speed = record.speed,
         .tier = record.tier});
-    const Day day = m_calendar.dayOf(record.origin.time);
+    const Day day = m_calendar.dayOf(record.time());
     Period &period = m_days[day];
     period.start = day;
     period.spending.add(model, record.usage, cost);
     period.spending.isEstimated = period.spending.isEstimated || record.isIncomplete();
-    if (record.origin.session != 0) {
-        period.sessions.insert(record.origin.session);
+    if (record.session.text != 0) {
+        period.sessions.insert(record.session.text);
         addToSession(record, model, cost);
     }
 }
@@ -67,17 +67,18 @@ void Summing::add(const UsageRecord &record)
 void Summing::addToSession(
     const UsageRecord &record, std::string_view model, std::optional<Money> cost)
 {
-    const Origin &origin = record.origin;
-    OpenSession &session = m_sessions[origin.session];
+    const TimePoint time = record.time();
+    const TextId folder = record.folder.text;
+    OpenSession &session = m_sessions[record.session.text];
     session.spending.add(model, record.usage, cost);
     session.spending.isEstimated = session.spending.isEstimated || record.isIncomplete();
-    session.latest = std::max(session.latest, origin.time);
-    const bool isFirst = origin.time < session.folderTime
-        || (origin.time == session.folderTime
-            && m_scan.names().text(origin.folder) < m_scan.names().text(session.folder));
-    if (origin.folder != 0 && isFirst) {
-        session.folderTime = origin.time;
-        session.folder = origin.folder;
+    session.latest = std::max(session.latest, time);
+    const bool isFirst = time < session.folderTime
+        || (time == session.folderTime
+            && m_scan.names().text(folder) < m_scan.names().text(session.folder));
+    if (folder != 0 && isFirst) {
+        session.folderTime = time;
+        session.folder = folder;
     }
 }
 
@@ -109,7 +110,7 @@ std::vector<SessionSummary> Summing::sessions() const
     for (const Entry &entry : order) {
         const auto title = titles.find(entry.id);
         result.push_back({title == titles.end() ? std::string() : title->second,
-            std::string(folderName(names.text(folderOf(entry.id, *entry.session)))), entry.end,
+            tidyName(folderName(names.text(folderOf(entry.id, *entry.session)))), entry.end,
             entry.session->spending});
     }
     return result;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace indexer {
 
@@ -23,14 +24,26 @@ bool isLetter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+/// Characters without a look of their own that change the direction or the breaks of others.
+bool isInvisible(char32_t c)
+{
+    return c == 0xAD || c == 0x61C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E)
+        || (c >= 0x2066 && c <= 0x2069);
+}
+
+/// What begins a text that the assistant's own program put into the user's lines.
+constexpr std::array<std::string_view, 9> insertions {"<command-", "<local-command-", "<bash-",
+    "<system-reminder", "<ide_", "<task-notification", "<user-", "Caveat: The messages below",
+    "[Request interrupted"};
+
 /// The first visible characters, as far as they are plain ASCII.
 std::string opening(std::string_view token)
 {
-    constexpr std::size_t enough = 24;
+    constexpr std::size_t enough = 32; // more than the longest insertion
     std::string text;
     JsonText characters(token);
     while (const auto c = characters.next()) {
-        if (isBlank(*c) && text.empty()) {
+        if (text.empty() && (isBlank(*c) || isInvisible(*c))) {
             continue;
         }
         if (*c >= 0x80 || text.size() == enough) {
@@ -41,15 +54,16 @@ std::string opening(std::string_view token)
     return text;
 }
 
-} // namespace
-
-std::string tidyTitle(std::string_view token)
+/// The characters that `next()` hands out on one line, without blanks at the ends and in rows.
+template <typename Next> std::string tidied(Next next)
 {
     std::string title;
     std::size_t length = 0;
     bool gap = false;
-    JsonText characters(token);
-    while (const auto c = characters.next()) {
+    while (const auto c = next()) {
+        if (isInvisible(*c)) {
+            continue;
+        }
         if (isBlank(*c)) {
             gap = length > 0;
             continue;
@@ -68,13 +82,27 @@ std::string tidyTitle(std::string_view token)
     return title;
 }
 
+} // namespace
+
+std::string tidyTitle(std::string_view token)
+{
+    JsonText characters(token);
+    return tidied([&characters] { return characters.next(); });
+}
+
+std::string tidyName(std::string_view text)
+{
+    return tidied([&text]() -> std::optional<char32_t> {
+        return text.empty() ? std::nullopt : std::optional(takeCharacter(text));
+    });
+}
+
 bool isRealPrompt(std::string_view token)
 {
     const std::string text = opening(token);
-    if (text.empty() || text.starts_with("Caveat:") || text.starts_with("[Request interrupted")) {
-        return false;
-    }
-    return !(text.size() > 1 && text[0] == '<' && (isLetter(text[1]) || text[1] == '/'));
+    return !text.empty()
+        && std::none_of(insertions.begin(), insertions.end(),
+            [&text](std::string_view front) { return text.starts_with(front); });
 }
 
 std::string_view folderName(std::string_view path)

@@ -6,7 +6,7 @@
 
 namespace indexer {
 
-enum class LineKind { Other, Assistant, User, CustomTitle, AgentName, AiTitle, Summary };
+enum class LineKind { Other, Assistant, User, System, CustomTitle, AgentName, AiTitle, Summary };
 
 /// What one line of a transcript says, as far as it matters here. Texts are empty where the line
 /// has none; they point into the reader's buffer and live as long as the line there.
@@ -30,13 +30,13 @@ struct TranscriptLine {
 
     std::string_view messageId;
     std::string_view model;
-    bool isFinished = false;
     bool hasToolResult = false;
     bool hasUsage = false;
     bool hasImpossibleNumbers = false;
     Usage usage;
     Speed speed = Speed::Standard;
     ServiceTier tier = ServiceTier::Standard;
+    Ending ending = Ending::Untold;
 };
 
 } // namespace indexer

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
+#include <fmt/format.h>
 #include <set>
 #include <string_view>
 #include <sys/stat.h>
@@ -42,6 +44,26 @@ private:
     std::vector<Identity> m_above; // the folders that the walk is inside of
 };
 
+/// What prevents reading a folder: a number of errno, or 0.
+int readingError(const fs::path &folder)
+{
+    // With a dot behind it, it has to be a folder that can be entered.
+    struct stat status { };
+    if (::stat((folder / ".").c_str(), &status) != 0) {
+        return errno;
+    }
+    std::error_code error;
+    const fs::directory_iterator entries(folder, error);
+    return error.value();
+}
+
+/// Whether nothing has that name; a link to nothing is something.
+bool isMissing(const fs::path &path)
+{
+    struct stat status { };
+    return ::lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+}
+
 bool isTranscriptName(std::string_view name)
 {
     return name.ends_with(".jsonl") && name.find(".orphaned") == std::string_view::npos
@@ -54,7 +76,8 @@ void Walk::visit(const fs::path &path, Place place)
     if (::stat(path.c_str(), &status) != 0) {
         if (errno == ELOOP) {
             m_skips.add(FileSkip::Loop);
-        } else if (isTranscriptName(path.filename().native())) {
+        } else if (errno != ENOENT || isTranscriptName(path.filename().native())) {
+            // Of what leads nowhere, only a transcript would be missed.
             m_skips.add(FileSkip::Unreadable);
         }
         return;
@@ -134,6 +157,20 @@ std::vector<fs::path> findTranscripts(const fs::path &projects, Skips &skips)
     std::sort(walk.files.begin(), walk.files.end(),
         [](const fs::path &a, const fs::path &b) { return a.native() < b.native(); });
     return std::move(walk.files);
+}
+
+std::optional<std::string> whyUnreadable(const fs::path &claude, bool mayBeMissing)
+{
+    fs::path at = claude / "projects";
+    int error = readingError(at);
+    if (error == ENOENT && isMissing(at)) {
+        at = claude;
+        error = mayBeMissing && isMissing(at) ? 0 : readingError(at);
+    }
+    if (error == 0) {
+        return std::nullopt;
+    }
+    return fmt::format("cannot read {}: {}", at.native(), std::strerror(error));
 }
 
 } // namespace indexer

@@ -43,4 +43,7 @@ enum class Speed : std::uint8_t { Standard, Fast, Other };
 /// How an answer was billed; a later one wins where lines disagree.
 enum class ServiceTier : std::uint8_t { Standard, Batch, Other };
 
+/// Whether the lines of an answer tell that it was written to its end; a later one wins likewise.
+enum class Ending : std::uint8_t { Untold, Open, Finished };
+
 } // namespace indexer

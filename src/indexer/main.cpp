@@ -25,7 +25,7 @@ int runProgram(int count, char **words)
         std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     indexer::Outcome outcome = indexer::run(std::get<indexer::Options>(parsed), now);
     if (!print(stdout, outcome.output)) {
-        outcome.messages += "kestrelbay-indexer: cannot write to standard output\n";
+        outcome.messages = "kestrelbay-indexer: cannot write to standard output\n";
         outcome.status = 1;
     }
     print(stderr, outcome.messages);

@@ -1,6 +1,7 @@
 #include "indexer/Scratch.h"
 
 #include <algorithm>
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace {
@@ -72,6 +73,8 @@ std::vector<Case> circumstances()
                 Answer {.stop = "null", .extra = R"("isSidechain":true,)"}.line()},
             1, 10, 1, true},
         {"one line tells the model", {once.line(), Answer {.model = ""}.line()}, 1, 10, 1},
+        {"a subagent's answer, and no line tells whether it was finished",
+            {Answer {.stop = "7", .extra = R"("isSidechain":true,)"}.line()}, 1, 10, 1},
         {"an unfinished answer in the main line", {Answer {.stop = "null"}.line()}, 1, 10, 1},
         {"errors and local messages",
             {Answer {.extra = R"("isApiErrorMessage":true,)"}.line(),
@@ -115,6 +118,63 @@ TEST(Counting, datesAnAnswerByItsOwnEarliestLine)
     EXPECT_EQ(stats["days"][0]["date"], "2026-11-19");
     EXPECT_EQ(stats["sessions"].size(), 1U);
     EXPECT_EQ(stats["totals"]["yesterday"]["tokens"]["total"], 0);
+}
+
+TEST(Counting, asksAllLinesOfAnAnswerWhoseItIs)
+{
+    const std::string early = "2026-11-20T09:59:58Z";
+    const std::string forked = R"("forkedFrom":{},)";
+    const Answer zeros {.time = early, .usage = R"("input_tokens":0,"output_tokens":0)"};
+    const auto without = [&zeros](std::string Answer::*field) {
+        Answer line = zeros;
+        line.*field = "";
+        return line.line();
+    };
+    Answer untold = zeros;
+    untold.model = untold.session = untold.folder = "";
+    const std::string usual = Answer {}.line();
+    const std::string copied =
+        Answer {.session = "s0", .model = "other", .folder = "/other", .extra = forked}.line();
+    std::vector<std::string> cases[] = {
+        {usual, copied, without(&Answer::model), without(&Answer::session),
+            without(&Answer::folder)},
+        {usual, copied, untold.line(),
+            Answer {.session = "s9", .time = "2026-11-20T10:00:01Z", .model = "z", .folder = "/z"}
+                .line()},
+    };
+    for (auto &lines : cases) {
+        std::sort(lines.begin(), lines.end());
+        do {
+            const Scratch scratch;
+            scratch.transcript("p/s1.jsonl", lines);
+            const json stats = scratch.stats();
+            ASSERT_EQ(stats["sessions"].size(), 1U);
+            EXPECT_EQ(stats["sessions"][0]["project"], "proj");
+            EXPECT_EQ(stats["days"][0]["models"], json::parse(R"({"claude-opus-5-5":6.0})"));
+        } while (std::next_permutation(lines.begin(), lines.end()));
+    }
+}
+
+TEST(Counting, isQuickForOneMessageOfManyRequests)
+{
+    using namespace std::chrono;
+    indexer::TextPool names;
+    indexer::Ledger ledger(names);
+    const auto start = steady_clock::now();
+    constexpr int requests = 200'000;
+    for (int i = 0; i < 2 * requests; ++i) {
+        const std::string request = "r" + std::to_string(i % requests);
+        indexer::TranscriptLine line;
+        line.requestId = request;
+        line.messageId = "m1";
+        line.usage.input = i < requests ? 1 : 2;
+        ASSERT_TRUE(ledger.add(line, testNow()));
+    }
+    std::uint64_t input = 0;
+    ledger.forEach([&input](const indexer::UsageRecord &record) { input += record.usage.input; });
+    EXPECT_EQ(input, 2 * requests);
+    // Far more than is needed, far less than a walk over all requests for each line.
+    EXPECT_LT(steady_clock::now() - start, 10s);
 }
 
 TEST(Counting, leavesOutWhatCannotBeAndSaysSo)

@@ -58,7 +58,7 @@ TEST(LineParser, leavesOtherLinesAlone)
 {
     Parsing parse;
     for (const std::string line :
-        {"", "  \t", "{}", R"({"type":"system","x":1})", R"({"x":1,"type":"attachment"})",
+        {"", "  \t", "{}", R"({"type":"progress","x":1})", R"({"x":1,"type":"attachment"})",
             R"({"type":5})", R"({"type":null})", R"({"message":{"usage":{"input_tokens":1}}})"}) {
         EXPECT_EQ(parse(line), LineOutcome::Ignored) << line;
     }
@@ -77,7 +77,8 @@ TEST(LineParser, takesWrongTypesForAbsent)
     EXPECT_TRUE(line.sessionId.empty() && line.timestamp.empty() && line.cwd.empty());
     EXPECT_TRUE(line.messageId.empty() && line.model.empty());
     EXPECT_FALSE(line.isSidechain || line.isApiError || line.isForked);
-    EXPECT_FALSE(line.isFinished || line.hasUsage);
+    EXPECT_EQ(line.ending, Ending::Open);
+    EXPECT_FALSE(line.hasUsage);
 
     line = parsed(R"({"type":"assistant","message":"text"})");
     EXPECT_FALSE(line.hasUsage);
@@ -115,8 +116,9 @@ TEST(LineParser, takesOnlyCountsThatCanBe)
     EXPECT_EQ(count("7.0"), 7U);
     EXPECT_EQ(count("1.5e3"), 1500U);
     EXPECT_EQ(count("9007199254740992"), std::uint64_t {1} << 53U);
-    for (const char *number : {"-1", "1.5", "9007199254740994", "1e16", "1e999", "-1e999",
-             "99999999999999999999999", "1e-3"}) {
+    for (const char *number :
+        {"-1", "1.5", "9007199254740993", "9007199254740994", "9007199254740992.9",
+            "18446744073709551616", "1e16", "1e999", "-1e999", "99999999999999999999999", "1e-3"}) {
         EXPECT_EQ(count(number), std::nullopt) << number;
     }
 }

@@ -122,8 +122,9 @@ TEST(Prices, canBeReplacedModelByModel)
             .speed = Speed::Fast});
         return cost ? std::optional(cost->dollars()) : std::nullopt;
     };
-    // The built-in rows of a listed model are gone, with its multiplier.
-    EXPECT_EQ(dollars("claude-opus-5-5", "2026-11-21T00:00:00Z"), std::nullopt);
+    // The built-in rows of a listed model are gone, but not what fast mode multiplies with.
+    EXPECT_EQ(dollars("claude-opus-5-5", "2026-11-20T23:59:59Z"), std::nullopt);
+    EXPECT_EQ(dollars("claude-opus-5-5", "2026-11-21T00:00:00Z"), 2);
     EXPECT_EQ(dollars("mine", "2026-11-21T00:00:00Z"), 0.000003);
     EXPECT_EQ(dollars("claude-opus-5", "2026-11-21T00:00:00Z"), 10);
 }
@@ -143,7 +144,15 @@ TEST(Prices, inABadFileAreNotUsed)
         {R"({"models":[]})", "the file: must be an object"},
         {R"({"models":{"m":5}})", "model \"m\": must be an object"},
         {R"({"models":{"m":{"prices":{}}}})", "model \"m\": must be an object"},
-        {R"({"models":{"m":{"prices":[],"fastMultiplier":-1}}})", "\"fastMultiplier\" must be"},
+        {R"({"models":{"m":{"prices":[]}}})", "model \"m\": \"prices\" must not be empty"},
+        {R"({"models":{"m":{"prices":[5],"fast":-1}}})", "unknown key fast in model \"m\""},
+        {R"({"models":{},"model":{}})", "unknown key model in the file"},
+        {file(R"({"valid_from":"2026-11-20"})"), "unknown key valid_from in model \"m\" price 1"},
+        {file(R"({"input":1,"output":1,"write5m":1,"write1h":1,"read":1,"longPrompt":{"over":1}})"),
+            "unknown key over in model \"m\" price 1 longPrompt"},
+        {R"({"models":{"m":{"prices":[{"input":1,"output":1,"write5m":1,"write1h":1,"read":1,)"
+         R"("source":"x"}],"fastMultiplier":-1}}})",
+            "model \"m\": \"fastMultiplier\" must be"},
         {file("5"), "model \"m\" price 1: a price must be an object"},
         {file(R"({"input":1})"), "model \"m\" price 1: \"output\" must be a number"},
         {file(R"({"input":"1"})"), "\"input\" must be a number from 0 to 10000"},

@@ -1,5 +1,7 @@
 #include "indexer/Scratch.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <fmt/format.h>
 #include <fstream>
@@ -7,10 +9,12 @@
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 using nlohmann::json;
 
 std::string content(const fs::path &file)
@@ -80,7 +84,7 @@ TEST_F(Program, writesTheStatisticsForItsUserAlone)
 
 TEST_F(Program, keepsTheOldStatisticsWhenItCannotWrite)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {"garbage", Answer {}.line()});
     scratch.write("data/stats.json", "old");
     scratch.write("file", "");
     fs::create_directories(scratch.root() / "taken/stats.json/x");
@@ -112,6 +116,7 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotWrite)
 TEST_F(Program, understandsItsCommandLine)
 {
     scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    fs::create_directory(scratch.root() / "empty");
     const struct {
         const char *arguments;
         int status;
@@ -125,14 +130,17 @@ TEST_F(Program, understandsItsCommandLine)
         {"--claude claude report weekly", 0, "2026-11-16", ""},
         {"report --data data monthly --claude claude --json", 0, "\"2026-11\"", ""},
         {"report sessions --claude claude", 0, "proj", ""},
-        {"report --claude none", 0, "No Claude Code transcripts were found in none/projects.", ""},
-        {"report --claude none --json", 0, "[]", ""},
+        {"report --claude empty", 0, "No Claude Code transcripts were found in empty/projects.",
+            ""},
+        {"report --claude empty --json", 0, "[]", ""},
         {"reports", 2, "", "kestrelbay-indexer: "},
         {"report yearly", 2, "", "kestrelbay-indexer: "},
         {"report daily weekly", 2, "", "kestrelbay-indexer: "},
         {"--jason", 2, "", "kestrelbay-indexer: "},
         {"--data", 2, "", "kestrelbay-indexer: "},
         {"--data ''", 2, "", "kestrelbay-indexer: "},
+        {"\"$(printf 'a\\033b')\"", 2, "",
+            "kestrelbay-indexer: The following argument was not expected: a?b "},
     };
     for (const auto &row : rows) {
         const Ending result = run(row.arguments);
@@ -142,6 +150,72 @@ TEST_F(Program, understandsItsCommandLine)
         EXPECT_EQ(result.messages.empty(), row.status == 0) << result.messages;
     }
     EXPECT_FALSE(fs::exists(scratch.data())) << "a report wrote something";
+}
+
+TEST_F(Program, writesThroughLinksAndTidiesUp)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    const fs::path elsewhere = scratch.write("elsewhere/.stats.json.killed", "").parent_path();
+    const auto hoursAgo = [&](const char *name, int hours) {
+        fs::last_write_time(
+            scratch.write(elsewhere / name, ""), fs::file_time_type::clock::now() - hours * 1h);
+    };
+    hoursAgo(".stats.json.killed", 2);
+    hoursAgo(".stats.json.others0", 2);
+    hoursAgo(".stats.json.recent", 0);
+    fs::create_directory(scratch.data());
+    fs::create_symlink("../elsewhere/real.json", scratch.data() / "stats.json");
+    fs::create_symlink("stats.json", elsewhere / "real.json");
+    for (const char *usage : {"\"input_tokens\":250000", "\"input_tokens\":500000"}) {
+        scratch.transcript("p/a.jsonl", {Answer {.usage = usage}.line()});
+        EXPECT_EQ(run("--data data --claude claude").messages, "");
+    }
+    EXPECT_TRUE(fs::is_symlink(scratch.data() / "stats.json"));
+    EXPECT_TRUE(fs::is_symlink(elsewhere / "real.json"));
+    EXPECT_EQ(json::parse(content(elsewhere / "stats.json"))["days"][0]["cost"], 2.0);
+    EXPECT_EQ(namesIn(scratch.data()), std::vector<std::string> {"stats.json"});
+    auto names = namesIn(elsewhere);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names,
+        (std::vector<std::string> {
+            ".stats.json.others0", ".stats.json.recent", "real.json", "stats.json"}));
+}
+
+TEST_F(Program, doesNotTakeUnreadableTranscriptsForNone)
+{
+    scratch.write("data/stats.json", "old");
+    scratch.write("file", "");
+    scratch.write("odd/projects", "");
+    fs::create_directories(scratch.root() / "locked/projects");
+    fs::permissions(scratch.root() / "locked/projects", fs::perms::none);
+    fs::create_directories(scratch.root() / "unmounted");
+    fs::create_symlink("/nowhere", scratch.root() / "unmounted/projects");
+    struct Row {
+        const char *folder;
+        const char *problem;
+    };
+    std::vector<Row> rows {
+        {"none", "none: No such file or directory"},
+        {"file", "file/projects: Not a directory"},
+        {"odd", "odd/projects: Not a directory"},
+        {"unmounted", "unmounted/projects: No such file or directory"},
+    };
+    if (::geteuid() != 0) { // to whom nothing is locked
+        rows.push_back({"locked", "locked/projects: Permission denied"});
+    }
+    for (const Row &row : rows) {
+        for (const std::string arguments : {"--data data", "report"}) {
+            const std::string expected =
+                fmt::format("kestrelbay-indexer: cannot read {}\n", row.problem);
+            Ending ending = run(fmt::format("{} --claude {}", arguments, row.folder));
+            EXPECT_EQ(ending.messages, expected);
+            EXPECT_EQ(ending.output, "");
+            EXPECT_EQ(ending.status, 1);
+            ending = run(arguments, fmt::format("CLAUDE_CONFIG_DIR={}", row.folder));
+            EXPECT_EQ(ending.messages, expected);
+        }
+    }
+    EXPECT_EQ(content(scratch.data() / "stats.json"), "old");
 }
 
 TEST_F(Program, findsItsFoldersByItself)
@@ -162,12 +236,12 @@ TEST_F(Program, findsItsFoldersByItself)
 TEST_F(Program, saysWhatItLeftOut)
 {
     scratch.transcript("p/a.jsonl", {"garbage", Answer {}.line()});
-    scratch.write("data/prices.json", "{}");
+    scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n":5}})");
     const Ending result = run("--data data --claude claude");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.messages,
-        "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: the file: must "
-        "be an object with an object \"models\"\n"
+        "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: model "
+        "\"a?[31m?\": must be an object with a list \"prices\"\n"
         "kestrelbay-indexer: skipped 1 line (1 not JSON)\n");
     EXPECT_EQ(json::parse(content(scratch.data() / "stats.json"))["days"][0]["cost"], 6.0);
 }

@@ -118,6 +118,17 @@ TEST(Statistics, haveNoCostWhereNothingHasAPrice)
     EXPECT_EQ(stats["totals"]["yesterday"]["cost"], 0.0);
 }
 
+TEST(Statistics, countNothingUsedAsNothingSpent)
+{
+    const Scratch scratch;
+    scratch.transcript("p/a.jsonl",
+        {Answer {.model = "unheard-of", .usage = R"("input_tokens":0,"output_tokens":0)"}.line()});
+    const json day = scratch.stats()["days"][0];
+    EXPECT_EQ(day["cost"], 0.0);
+    EXPECT_EQ(day["models"], json::object());
+    EXPECT_FALSE(day.contains("estimated"));
+}
+
 TEST(Report, listsWhatWasUsed)
 {
     const Scratch scratch;
@@ -177,7 +188,7 @@ TEST(Report, givesTheTerminalNoOrders)
         EXPECT_NE(table.find("a?[31mb?1mc?dddd"), std::string::npos) << table;
         EXPECT_NE(table.find("d…"), std::string::npos) << table;
     }
-    EXPECT_NE(reportTable(statistics, ReportKind::Sessions).find("x?]0;y?"), std::string::npos);
+    EXPECT_NE(reportTable(statistics, ReportKind::Sessions).find("x ]0;y  "), std::string::npos);
 }
 
 } // namespace

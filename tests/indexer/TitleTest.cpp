@@ -29,6 +29,7 @@ TEST(Title, isOneTidyLine)
             "\xEF\xBF\xBD\xEF\xBF\xBDx\xEF\xBF\xBD"
             "A"},
         {R"("\u202eevil\u2028line\u00a0end\ufeff")", "evil line end"},
+        {R"("\u2066 1\u00ad2\u061c3\u200e4\u200f5\u202a6\u202c7\u2069")", "1234567"},
         {R"("")", ""},
         {R"(" \n\u200b ")", ""},
         {'"' + repeated("é", 250) + '"', repeated("é", 200)},
@@ -44,15 +45,22 @@ TEST(Title, isOneTidyLine)
 TEST(Title, knowsWhatTheUserWrote)
 {
     for (const char *real : {R"("Fix it")", R"("  \n why?")", R"("é")", R"("< 5 is wrong")",
-             R"("<3")", R"("<")", R"("Caveats apply")", R"("\u0041")", R"("a<command-name>")"}) {
+             R"("<3")", R"("<")", R"("Caveats apply")", R"("\u0041")", R"("a<command-name>")",
+             R"("<div> is not centred")", R"("Caveat: the tests are slow")"}) {
         EXPECT_TRUE(isRealPrompt(real)) << real;
     }
-    for (const char *other :
-        {R"("<command-name>/clear</command-name>")", R"("\n <local-command-stdout>x")",
-            R"("\u003csystem-reminder>x")", R"("Caveat: The messages below")",
-            R"("[Request interrupted by user]")", R"("")", R"("  \n ")"}) {
+    for (const char *other : {R"("<command-name>/clear</command-name>")",
+             R"("\n <local-command-stdout>x")", R"("\u003csystem-reminder>x")",
+             R"("Caveat: The messages below were")", R"("<bash-input>ls")", R"("<ide_selection>x")",
+             R"("<task-notification>x")", R"("<user-prompt-submit-hook>x")",
+             R"("[Request interrupted by user]")", R"("")", R"("  \n ")"}) {
         EXPECT_FALSE(isRealPrompt(other)) << other;
     }
+}
+
+TEST(Title, leavesBackslashesInNames)
+{
+    EXPECT_EQ(tidyName("a\\n  b\x1b\u202ec\u00adé😀"), "a\\n b cé😀");
 }
 
 TEST(Title, takesTheFoldersNameFromItsPath)

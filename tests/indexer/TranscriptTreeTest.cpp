@@ -66,6 +66,7 @@ TEST(TranscriptTree, passesOverWhatWouldHang)
     fs::create_symlink("itself.jsonl", p / "itself.jsonl");
     fs::create_symlink("nowhere", p / "dangling.jsonl");
     fs::create_symlink("nowhere", p / "dangling.txt");
+    fs::create_symlink(p / "good.jsonl/x", p / "through a file");
     fs::create_symlink("/dev/zero", p / "device.jsonl");
     ASSERT_EQ(mkfifo((p / "pipe.jsonl").c_str(), 0600), 0);
     ASSERT_EQ(mkfifo((p / "pipe").c_str(), 0600), 0);
@@ -75,12 +76,12 @@ TEST(TranscriptTree, passesOverWhatWouldHang)
     scan.addClaude(scratch.claude());
     EXPECT_EQ(scan.files(), 1U);
     EXPECT_EQ(scan.skips().sentence(),
-        "skipped 5 files (2 not a regular file, 2 in a loop of links, 1 unreadable)");
+        "skipped 6 files or folders (2 not a regular file, 2 in a loop of links, 2 unreadable)");
     // What becomes a pipe between the search and the reading does not hang either.
     scan.addFile(p / "pipe.jsonl");
     scan.addFile(p / "gone.jsonl");
     EXPECT_EQ(scan.skips().count(FileSkip::NotRegular), 3U);
-    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 2U);
+    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 3U);
 }
 
 TEST(TranscriptTree, needNotBeThere)
@@ -102,8 +103,8 @@ TEST(Skips, areToldInOneSentence)
     skips.add(FileSkip::NotRegular);
     skips.add(FileSkip::Unreadable);
     EXPECT_EQ(skips.sentence(),
-        "skipped 3 lines (1 longer than 8 MiB, 2 not JSON) and 2 files (1 not a regular file, 1 "
-        "unreadable)");
+        "skipped 3 lines (1 longer than 8 MiB, 2 not JSON) and 2 files or folders (1 not a "
+        "regular file, 1 unreadable)");
 }
 
 } // namespace
