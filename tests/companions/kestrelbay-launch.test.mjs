@@ -1,21 +1,7 @@
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import {
-  chmodSync,
-  copyFileSync,
-  existsSync,
-  mkdirSync,
-  readdirSync,
-  readFileSync,
-  renameSync,
-  rmSync,
-  statSync,
-  symlinkSync,
-  unlinkSync,
-  utimesSync,
-  writeFileSync,
-} from 'node:fs';
+import fs from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
@@ -24,192 +10,125 @@ import { checkout, runAtHome, scratchFolder, writeProgram } from './scratch.mjs'
 const FIRST_RELEASE = 1_700_000_000;
 const SECOND_RELEASE = FIRST_RELEASE + 86_400;
 
-/** Replaces the companion of the installation, as an update does. */
-function publish(setup, text, time) {
-  writeFileSync(setup.companion, text);
-  utimesSync(setup.companion, time, time);
-}
-
 /** An installation and an empty home. */
 function install(context) {
   const root = scratchFolder(context);
   const [bin, share, home] = ['bin', 'share/kestrelbay', 'home'].map((name) => join(root, name));
-  for (const folder of [bin, share, home]) mkdirSync(folder, { recursive: true });
-  copyFileSync(join(checkout, 'packaging/kestrelbay-launch'), join(bin, 'kestrelbay-launch'));
+  for (const folder of [bin, share, home]) fs.mkdirSync(folder, { recursive: true });
+  fs.writeFileSync(join(share, 'i18n.json'), '{}');
   writeProgram(join(bin, 'kestrelbay-indexer'), '#!/bin/sh\n');
   writeProgram(join(bin, 'kestrelbay'), '#!/bin/sh\nprintf "[%s]" "$@"; exit 5\n');
-  writeFileSync(join(share, 'i18n.json'), '{}');
+  const launcher = join(bin, 'kestrelbay-launch');
+  fs.copyFileSync(join(checkout, 'packaging/kestrelbay-launch'), launcher);
+
   const data = join(home, '.kestrelbay');
-  const setup = {
-    bin,
-    share,
-    home,
-    data,
-    companion: join(share, 'usage-stats.mjs'),
-    copy: join(data, 'usage-stats.mjs'),
-    launcher: join(bin, 'kestrelbay-launch'),
+  const copy = join(data, 'usage-stats.mjs');
+  const launch = (...args) => runAtHome(home, launcher, args);
+  /** Fills the data folder without a word; the result is its companion's text. */
+  const fill = () => {
+    const { status, stdout, stderr } = launch('--fill-only');
+    assert.deepEqual({ status, stdout, stderr }, { status: 0, stdout: '', stderr: '' });
+    return fs.readFileSync(copy, 'utf8');
   };
-  publish(setup, '// one', FIRST_RELEASE);
-  return setup;
+  /** Replaces the companion of the installation, as an update does. */
+  const publish = (text, time) => {
+    fs.writeFileSync(join(share, 'usage-stats.mjs'), text);
+    fs.utimesSync(join(share, 'usage-stats.mjs'), time, time);
+  };
+  publish('// one', FIRST_RELEASE);
+  return { share, home, data, copy, launcher, launch, fill, publish };
 }
 
-const fill = (setup) => runAtHome(setup.home, setup.launcher, ['--fill-only']);
-
-function fillQuietly(setup) {
-  const { status, stdout, stderr } = fill(setup);
-  assert.deepEqual({ status, stdout, stderr }, { status: 0, stdout: '', stderr: '' });
-}
-
-const copyOf = (setup) => readFileSync(setup.copy, 'utf8');
-
-/** Names, contents and dates of everything in the data folder. */
-const snapshot = (setup) =>
-  readdirSync(setup.data)
-    .sort()
-    .map((name) => join(setup.data, name))
-    .map((path) => [path, readFileSync(path, 'utf8'), statSync(path).mtimeMs, statSync(path).ino]);
-
-test('a new home gets everything, with modes and dates, for its owner alone', (context) => {
-  const setup = install(context);
-  fillQuietly(setup);
-  assert.deepEqual(readdirSync(setup.data).sort(), [
-    '.installed',
-    'i18n.json',
-    'kestrelbay-indexer',
-    'usage-stats.mjs',
-  ]);
-  assert.equal(statSync(setup.data).mode & 0o777, 0o700);
-  assert.equal(statSync(join(setup.data, 'kestrelbay-indexer')).mode & 0o777, 0o755);
-  assert.equal(statSync(setup.copy).mtimeMs, FIRST_RELEASE * 1000);
+test('launches fill the folder, leave alone what is right and repair the rest', (context) => {
+  const { data, copy, fill } = install(context);
+  fill();
+  const state = () =>
+    fs.readdirSync(data).map((name) => ({ name, changed: fs.statSync(join(data, name)).ctimeMs }));
+  const before = state();
+  const names = '.installed i18n.json kestrelbay-indexer usage-stats.mjs';
+  assert.equal(fs.readdirSync(data).sort().join(' '), names);
+  assert.equal(fs.statSync(data).mode & 0o777, 0o700);
+  const indexer = join(data, 'kestrelbay-indexer');
+  assert.equal(fs.statSync(indexer).mode & 0o777, 0o755);
+  assert.equal(fs.statSync(copy).mtimeMs, FIRST_RELEASE * 1000);
+  fill();
+  assert.deepEqual(state(), before);
+  fs.writeFileSync(copy, '');
+  fs.chmodSync(indexer, 0o644);
+  assert.equal(fill(), '// one');
+  assert.equal(fs.statSync(indexer).mode & 0o777, 0o744);
 });
 
-test('with nothing to do nothing is touched', (context) => {
-  const setup = install(context);
-  fillQuietly(setup);
-  const before = snapshot(setup);
-  fillQuietly(setup);
-  assert.deepEqual(snapshot(setup), before);
-});
-
-test('an update replaces what an earlier launch has put there', (context) => {
-  const setup = install(context);
-  fillQuietly(setup);
-  publish(setup, '// two', SECOND_RELEASE);
-  fillQuietly(setup);
-  assert.equal(copyOf(setup), '// two');
-  unlinkSync(setup.copy);
-  fillQuietly(setup);
-  assert.equal(copyOf(setup), '// two');
-});
-
-test('what a power cut or a lost mode has spoilt is repaired', (context) => {
-  const setup = install(context);
-  fillQuietly(setup);
-  const indexer = join(setup.data, 'kestrelbay-indexer');
-  writeFileSync(setup.copy, '');
-  chmodSync(indexer, 0o644);
-  fillQuietly(setup);
-  assert.equal(copyOf(setup), '// one');
-  assert.equal(statSync(indexer).mode & 0o100, 0o100);
+test('an update replaces what a launch put there, an older release does not', (context) => {
+  const { copy, fill, publish } = install(context);
+  assert.equal(fill(), '// one');
+  publish('// two', SECOND_RELEASE);
+  assert.equal(fill(), '// two');
+  publish('// one', FIRST_RELEASE);
+  assert.equal(fill(), '// two');
+  fs.unlinkSync(copy);
+  assert.equal(fill(), '// one');
 });
 
 test('what the user has put, changed or linked there stays', (context) => {
   const changes = {
-    changed: (setup) => writeFileSync(setup.copy, '// mine'),
-    'changed before the first launch was recorded': (setup) => {
-      writeFileSync(setup.copy, '// mine');
-      unlinkSync(join(setup.data, '.installed'));
+    changed: ({ copy }) => fs.writeFileSync(copy, '// mine'),
+    'changed before the first launch was recorded': ({ data, copy }) => {
+      fs.writeFileSync(copy, '// mine');
+      fs.unlinkSync(join(data, '.installed'));
     },
-    'linked, even to what was there': (setup) => {
-      const elsewhere = join(setup.home, 'mine.mjs');
-      renameSync(setup.copy, elsewhere);
-      symlinkSync(elsewhere, setup.copy);
+    'linked, even to what was there': ({ home, copy }) => {
+      fs.renameSync(copy, join(home, 'mine.mjs'));
+      fs.symlinkSync(join(home, 'mine.mjs'), copy);
     },
   };
   for (const [name, change] of Object.entries(changes)) {
     const setup = install(context);
-    fillQuietly(setup);
+    setup.fill();
     change(setup);
     // Old, so that its age does not protect it.
-    utimesSync(setup.copy, FIRST_RELEASE, FIRST_RELEASE);
-    publish(setup, '// two', SECOND_RELEASE);
-    fillQuietly(setup);
-    assert.notEqual(copyOf(setup), '// two', name);
+    fs.utimesSync(setup.copy, FIRST_RELEASE, FIRST_RELEASE);
+    setup.publish('// two', SECOND_RELEASE);
+    assert.notEqual(setup.fill(), '// two', name);
   }
 });
 
-test('a newer file is not replaced by an older installation', (context) => {
-  const setup = install(context);
-  publish(setup, '// two', SECOND_RELEASE);
-  fillQuietly(setup);
-  publish(setup, '// one', FIRST_RELEASE);
-  fillQuietly(setup);
-  assert.equal(copyOf(setup), '// two');
-});
-
-test('two launches at once leave one good copy and a list that knows it', async (context) => {
-  const setup = install(context);
+test('launches at once leave one good copy and a list that knows it', async (context) => {
+  const { home, data, launcher, fill, publish } = install(context);
   const launches = Array.from({ length: 4 }, () =>
-    spawn(join(checkout, 'tools/with-home'), [setup.home, setup.launcher, '--fill-only'], {
-      stdio: ['ignore', 'ignore', 'inherit'],
-    }),
+    spawn(join(checkout, 'tools/with-home'), [home, launcher, '--fill-only'], { stdio: 'ignore' }),
   );
   const endings = await Promise.all(launches.map((launch) => once(launch, 'exit')));
-  assert.deepEqual(
-    endings.map(([status]) => status),
-    [0, 0, 0, 0],
-  );
-  assert.equal(readdirSync(setup.data).length, 4);
-  publish(setup, '// two', SECOND_RELEASE);
-  fillQuietly(setup);
-  assert.equal(copyOf(setup), '// two');
+  assert.deepEqual(endings, Array(4).fill([0, null]));
+  assert.equal(fs.readdirSync(data).length, 4);
+  publish('// two', SECOND_RELEASE);
+  assert.equal(fill(), '// two');
 });
 
 test('the widget gets the arguments, also where the folder cannot be filled', (context) => {
-  const obstacles = {
-    none: [() => {}, /^$/],
-    "a file in the folder's place": [
-      ({ data }) => writeFileSync(data, ''),
-      /cannot create .*\.kestrelbay\n$/,
-    ],
-    'a folder that takes no files': [
-      ({ data }) => symlinkSync('/proc', data),
-      /cannot write .* to .*\.kestrelbay\n$/,
-    ],
-    'an incomplete installation': [
-      ({ share }) => rmSync(join(share, 'i18n.json')),
-      /i18n\.json is missing/,
-    ],
-  };
-  for (const [name, [prepare, complaint]] of Object.entries(obstacles)) {
+  const obstacles = [
+    [() => {}, /^$/],
+    [({ data }) => fs.writeFileSync(data, ''), /^.*cannot create .*\.kestrelbay\n$/],
+    [({ data }) => fs.symlinkSync('/proc', data), /^.*cannot write .* to .*\.kestrelbay\n$/],
+    [({ share }) => fs.rmSync(join(share, 'i18n.json')), /^.*i18n\.json is missing.*\n$/],
+  ];
+  for (const [prepare, complaint] of obstacles) {
     const setup = install(context);
     prepare(setup);
-    const started = runAtHome(setup.home, setup.launcher, ['--first', 'two words']);
-    assert.equal(started.stdout, '[--first][two words]', name);
-    assert.equal(started.status, 5, name);
-    assert.match(started.stderr, complaint, name);
-    assert.ok(started.stderr.split('\n').length <= 2, name);
-    assert.equal(fill(setup).status, name === 'none' ? 0 : 1, name);
+    const { status, stdout, stderr } = setup.launch('--first', 'two words');
+    assert.deepEqual([status, stdout], [5, '[--first][two words]'], stderr);
+    assert.match(stderr, complaint);
+    assert.equal(setup.launch('--fill-only').status, stderr === '' ? 0 : 1, stderr);
   }
 });
 
-test("the home directory is the user database's, whatever HOME says", (context) => {
-  const setup = install(context);
+test("called through a link, it fills the user database's home, whatever HOME says", (context) => {
+  const { home, copy, launcher } = install(context);
   const elsewhere = scratchFolder(context);
-  const { status } = runAtHome(setup.home, 'env', [
-    `HOME=${elsewhere}`,
-    setup.launcher,
-    '--fill-only',
-  ]);
+  const link = join(home, 'kestrelbay');
+  fs.symlinkSync(launcher, link);
+  const { status } = runAtHome(home, 'env', [`HOME=${elsewhere}`, link, '--fill-only']);
   assert.equal(status, 0);
-  assert.ok(existsSync(setup.copy));
-  assert.deepEqual(readdirSync(elsewhere), []);
-});
-
-test('the launcher finds its installation through a link', (context) => {
-  const setup = install(context);
-  const link = join(setup.home, 'kestrelbay');
-  symlinkSync(setup.launcher, link);
-  assert.equal(runAtHome(setup.home, link, ['--fill-only']).status, 0);
-  assert.equal(copyOf(setup), '// one');
+  assert.equal(fs.readFileSync(copy, 'utf8'), '// one');
+  assert.deepEqual(fs.readdirSync(elsewhere), []);
 });

@@ -7,62 +7,45 @@ import { test } from 'node:test';
 
 import { checkout, run, scratchFolder, writeProgram } from './scratch.mjs';
 
-/** A data folder with the script and an indexer made of shell commands; null for no indexer. */
+/** A data folder with the script, and with an indexer made of shell commands if they are given. */
 function dataFolder(context, commands) {
   const folder = scratchFolder(context);
   const script = join(folder, 'usage-stats.mjs');
   copyFileSync(join(checkout, 'companions/usage-stats.mjs'), script);
   const indexer = join(folder, 'kestrelbay-indexer');
-  if (commands !== null) writeProgram(indexer, `#!/bin/sh\n${commands}\n`);
+  if (commands !== undefined) writeProgram(indexer, `#!/bin/sh\n${commands}\n`);
   return { folder, script, indexer };
 }
 
-test('the indexer gets the data folder and all arguments, and its output comes through', (context) => {
-  const { folder, script } = dataFolder(context, 'printf "[%s]" "$@"; echo trouble >&2');
-  const { status, stdout, stderr } = run(process.execPath, [script, 'report', 'two words']);
-  assert.equal(stdout, `[--data][${folder}][report][two words]`);
-  assert.equal(stderr, 'trouble\n');
-  assert.equal(status, 0);
-});
-
-test("the exit status is the indexer's", (context) => {
-  const { script, indexer } = dataFolder(context, '');
-  for (const [commands, expected] of [
-    ['exit 7', 7],
-    ['kill -KILL $$', 137],
-    ['kill -TERM $$', 143],
-  ]) {
-    writeFileSync(indexer, `#!/bin/sh\n${commands}\n`);
-    assert.equal(run(process.execPath, [script]).status, expected, commands);
+test('the indexer gets all arguments; its output and its exit status come through', (context) => {
+  const endings = { 'exit 0': 0, 'exit 7': 7, 'kill -KILL $$': 137, 'kill -TERM $$': 143 };
+  for (const [ending, expected] of Object.entries(endings)) {
+    const { folder, script } = dataFolder(context, `printf "[%s]" "$@"; echo bad >&2; ${ending}`);
+    const { status, stdout, stderr } = run(process.execPath, [script, 'report', 'two words']);
+    assert.equal(stdout, `[--data][${folder}][report][two words]`);
+    assert.equal(stderr, 'bad\n');
+    assert.equal(status, expected, ending);
   }
 });
 
-test('a missing indexer is named with its place, an empty one too', (context) => {
-  const { script, indexer } = dataFolder(context, null);
-  for (const arrange of [() => {}, () => writeProgram(indexer, '')]) {
-    arrange();
+test('an indexer that cannot run is named, with the remedy', (context) => {
+  const { script, indexer } = dataFolder(context);
+  const complain = (complaint) => {
     const { status, stderr } = run(process.execPath, [script]);
     assert.equal(status, 1);
-    assert.equal(stderr.trim().split('\n').length, 1);
-    assert.ok(stderr.includes(`${indexer} is missing`), stderr);
-  }
-});
-
-test('an indexer that may not be executed is named with the remedy', (context) => {
-  const { script, indexer } = dataFolder(context, '');
+    assert.ok(stderr.includes(complaint) && /^.+\n$/.test(stderr), stderr);
+  };
+  complain(`${indexer} is missing`);
+  writeProgram(indexer, '');
+  complain(`${indexer} is missing`);
+  writeFileSync(indexer, '#!/bin/sh\n');
   chmodSync(indexer, 0o644);
-  const { status, stderr } = run(process.execPath, [script]);
-  assert.equal(status, 1);
-  assert.ok(stderr.includes(`chmod u+x '${indexer}'`), stderr);
+  complain(`chmod u+x '${indexer}'`);
 });
 
 test('a signal ends the indexer too', async (context) => {
   const { script } = dataFolder(context, 'echo $$; exec sleep 60');
-  for (const [signal, expected] of [
-    ['SIGTERM', 143],
-    ['SIGINT', 130],
-    ['SIGHUP', 129],
-  ]) {
+  for (const [signal, expected] of Object.entries({ SIGTERM: 143, SIGINT: 130, SIGHUP: 129 })) {
     const running = spawn(process.execPath, [script], { stdio: ['ignore', 'pipe', 'inherit'] });
     const [started] = await once(running.stdout, 'data');
     running.kill(signal);
