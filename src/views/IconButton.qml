@@ -42,7 +42,7 @@ AbstractButton {
         radius: 8
     }
     contentItem: Item {
-        transform: Press {
+        transform: PressStyle {
             held: root.pressed
             label: root.contentItem
         }

@@ -23,7 +23,7 @@ Column {
 
         Accessible.ignored: true
     }
-    RollText {
+    Roll {
         color: root.prominent ? Colors.primary : Colors.secondary
         font.pixelSize: root.prominent ? 17 : 14
         font.weight: Font.DemiBold
@@ -33,7 +33,7 @@ Column {
 
         Accessible.ignored: true
     }
-    RollText {
+    Roll {
         color: Colors.tertiary
         font.pixelSize: 11
         text: root.cell.tokens
