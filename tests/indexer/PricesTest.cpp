@@ -14,59 +14,38 @@ const Usage all {million, million, million, 2 * million, million, million};
 
 TEST(Prices, followModelTimeSizeAndSpeed)
 {
-    const char *const lately = "2026-11-20T00:00:00Z";
-    const Usage inputOnly {.input = million};
-    const Usage readOnly {.cacheRead = million};
-    const Usage longPrompt {
-        .input = 1, .output = million, .cacheRead = 60'000, .cacheCreation = 40'000};
-    const Usage shorter {.output = million, .cacheRead = 60'000, .cacheCreation = 40'000};
+    const Usage input {.input = million};
+    const Usage read {.cacheRead = million};
+    const Usage shortPrompt {.output = million, .cacheRead = 60'000, .cacheCreation = 40'000};
+    Usage longPrompt = shortPrompt;
+    longPrompt.input = 1;
     const struct {
         const char *model;
-        const char *time;
         Usage usage;
-        Speed speed;
-        ServiceTier tier;
         std::optional<double> dollars;
+        const char *time = "2026-11-20T00:00:00Z";
+        Speed speed = Speed::Standard;
+        ServiceTier tier = ServiceTier::Standard;
     } rows[] = {
-        {"claude-opus-5-5", lately, all, Speed::Standard, ServiceTier::Standard, 37.2},
-        {"claude-opus-5-5", lately, all, Speed::Fast, ServiceTier::Standard, 74.4},
-        {"claude-opus-5-5", lately, all, Speed::Standard, ServiceTier::Batch, 18.6},
-        {"claude-opus-5-5", lately, all, Speed::Fast, ServiceTier::Batch, 37.2},
-        {"claude-opus-5-5", lately, all, Speed::Standard, ServiceTier::Other, {}},
-        {"claude-opus-5-5", lately, all, Speed::Other, ServiceTier::Standard, {}},
-        {"claude-opus-4-6", lately, inputOnly, Speed::Fast, ServiceTier::Standard, 30},
-        {"claude-fable-5-2", lately, inputOnly, Speed::Fast, ServiceTier::Standard, {}},
-        {"claude-fable-5-2", lately, inputOnly, Speed::Standard, ServiceTier::Standard, 8},
+        {"claude-opus-5-5", all, 37.2},
+        {.model = "claude-opus-5-5", .usage = all, .dollars = 74.4, .speed = Speed::Fast},
+        {.model = "claude-opus-5-5", .usage = all, .dollars = 18.6, .tier = ServiceTier::Batch},
+        {.model = "claude-opus-5-5", .usage = all, .dollars = {}, .speed = Speed::Other},
         // Rows begin at midnight in UTC.
-        {"claude-fable-5-2", "2026-11-08T23:59:59.999Z", all, Speed::Standard,
-            ServiceTier::Standard, {}},
-        {"claude-fable-5-2", "2026-11-09T00:00:00Z", inputOnly, Speed::Standard,
-            ServiceTier::Standard, 8},
-        {"claude-sonnet-5-5", "2026-10-06T23:59:59.999Z", readOnly, Speed::Standard,
-            ServiceTier::Standard, 0.2},
-        {"claude-sonnet-5-5", "2026-10-07T00:00:00Z", readOnly, Speed::Standard,
-            ServiceTier::Standard, 0.1},
-        {"claude-haiku-3-5", "2001-01-01T00:00:00Z", all, Speed::Standard, ServiceTier::Standard,
-            7.48},
+        {"claude-fable-5-2", all, {}, "2026-11-08T23:59:59.999Z"},
+        {"claude-fable-5-2", input, 8, "2026-11-09T00:00:00Z"},
+        {"claude-sonnet-5-5", read, 0.2, "2026-10-06T23:59:59.999Z"},
+        {"claude-sonnet-5-5", read, 0.1, "2026-10-07T00:00:00Z"},
         // A prompt of 100,000 tokens and one of one more.
-        {"claude-haiku-5-5", lately, shorter, Speed::Standard, ServiceTier::Standard, 0.5056},
-        {"claude-haiku-5-5", lately, longPrompt, Speed::Standard, ServiceTier::Standard, 2.5280005},
+        {"claude-haiku-5-5", shortPrompt, 0.5056},
+        {"claude-haiku-5-5", longPrompt, 2.5280005},
         // Writes that no lifetime is told for are short ones; a total below its parts is ignored.
-        {"claude-opus-5-5", lately, {.cacheCreation = 3 * million, .oneHour = million},
-            Speed::Standard, ServiceTier::Standard, 18},
-        {"claude-opus-5-5", lately,
-            {.cacheCreation = 1, .fiveMinutes = million, .oneHour = million}, Speed::Standard,
-            ServiceTier::Standard, 13},
+        {"claude-opus-5-5", {.cacheCreation = 3 * million, .oneHour = million}, 18},
+        {"claude-opus-5-5", {.cacheCreation = 1, .fiveMinutes = million, .oneHour = million}, 13},
         // Names.
-        {"claude-opus-5-5[1m]", lately, inputOnly, Speed::Standard, ServiceTier::Standard, 4},
-        {"claude-haiku-4-5-20251001", lately, inputOnly, Speed::Standard, ServiceTier::Standard, 1},
-        {"anthropic/claude-haiku-4-5-20251001[1m]", lately, inputOnly, Speed::Standard,
-            ServiceTier::Standard, 1},
-        {"claude-opus-5-5-x", lately, inputOnly, Speed::Standard, ServiceTier::Standard, {}},
-        {"claude-opus-5-5-2025100", lately, inputOnly, Speed::Standard, ServiceTier::Standard, {}},
-        {"claude-opus", lately, inputOnly, Speed::Standard, ServiceTier::Standard, {}},
-        {"-20251001", lately, inputOnly, Speed::Standard, ServiceTier::Standard, {}},
-        {"", lately, inputOnly, Speed::Standard, ServiceTier::Standard, {}},
+        {"anthropic/claude-haiku-4-5-20251001[1m]", input, 1},
+        {"claude-opus-5-5-x", input, {}},
+        {"", input, {}},
     };
     const PriceTable prices = builtInPrices();
     for (const auto &row : rows) {
@@ -80,19 +59,6 @@ TEST(Prices, followModelTimeSizeAndSpeed)
     }
 }
 
-TEST(Prices, coverTheModelsOfToday)
-{
-    const PriceTable prices = builtInPrices();
-    for (const char *model : {"claude-fable-5-2", "claude-fable-5-1", "claude-mythos-5-1",
-             "claude-fable-5", "claude-mythos-5", "claude-opus-5-5", "claude-opus-5",
-             "claude-opus-4-8", "claude-opus-4-7", "claude-opus-4-6", "claude-opus-4-5",
-             "claude-opus-4-1", "claude-opus-4", "claude-sonnet-5-5", "claude-sonnet-5",
-             "claude-sonnet-4-6", "claude-sonnet-4-5", "claude-sonnet-4", "claude-haiku-5-5",
-             "claude-haiku-4-5", "claude-haiku-3-5"}) {
-        EXPECT_TRUE(prices.price({.model = model, .time = testNow(), .usage = all})) << model;
-    }
-}
-
 TEST(Prices, areExactInAnySum)
 {
     Money sum;
@@ -101,7 +67,6 @@ TEST(Prices, areExactInAnySum)
     }
     EXPECT_EQ(sum, Money(100'000'000'000));
     EXPECT_EQ(sum.dollars(), 0.1);
-    EXPECT_EQ(Money(300'000'000'000).dollars(), 0.3);
     EXPECT_EQ(Money(499'999).dollars(), 0.0);
     EXPECT_EQ(Money(500'000).dollars(), 0.000001);
 }
@@ -131,49 +96,38 @@ TEST(Prices, canBeReplacedModelByModel)
 
 TEST(Prices, inABadFileAreNotUsed)
 {
-    const auto file = [](const std::string &row) {
-        return R"({"models":{"m":{"prices":[)" + row + "]}}}";
+    const auto model = [](const std::string &value) { return R"({"models":{"m":)" + value + "}}"; };
+    const auto price = [&model](const std::string &fields) {
+        return model(R"({"prices":[{)" + fields + "}]}");
     };
-    const struct {
-        std::string text;
-        std::string problem; // a part of it
-    } rows[] = {
+    const std::string whole = R"("input":1,"output":1,"write5m":1,"write1h":1,"read":1)";
+    const std::pair<std::string, std::string> rows[] = {
         {"", "not JSON"},
-        {"{", "not JSON"},
-        {"[]", "the file: must be an object"},
-        {R"({"models":[]})", "the file: must be an object"},
-        {R"({"models":{"m":5}})", "model \"m\": must be an object"},
-        {R"({"models":{"m":{"prices":{}}}})", "model \"m\": must be an object"},
-        {R"({"models":{"m":{"prices":[]}}})", "model \"m\": \"prices\" must not be empty"},
-        {R"({"models":{"m":{"prices":[5],"fast":-1}}})", "unknown key fast in model \"m\""},
         {R"({"models":{},"model":{}})", "unknown key model in the file"},
-        {file(R"({"valid_from":"2026-11-20"})"), "unknown key valid_from in model \"m\" price 1"},
-        {file(R"({"input":1,"output":1,"write5m":1,"write1h":1,"read":1,"longPrompt":{"over":1}})"),
-            "unknown key over in model \"m\" price 1 longPrompt"},
-        {R"({"models":{"m":{"prices":[{"input":1,"output":1,"write5m":1,"write1h":1,"read":1,)"
-         R"("source":"x"}],"fastMultiplier":-1}}})",
-            "model \"m\": \"fastMultiplier\" must be"},
-        {file("5"), "model \"m\" price 1: a price must be an object"},
-        {file(R"({"input":1})"), "model \"m\" price 1: \"output\" must be a number"},
-        {file(R"({"input":"1"})"), "\"input\" must be a number from 0 to 10000"},
-        {file(R"({"input":-1})"), "\"input\" must be"},
-        {file(R"({"input":1e999})"), "not JSON"},
-        {file(R"({"input":10001})"), "\"input\" must be"},
-        {file(R"({"validFrom":"11/20/2026","input":1})"), "\"validFrom\" must be a date"},
-        {file(R"({"input":1,"output":1,"write5m":1,"write1h":1,"read":1,"longPrompt":1})"),
-            "longPrompt: must be an object"},
+        {model("5"), "model \"m\": must be an object"},
+        {model(R"({"prices":[]})"), "model \"m\": \"prices\" must not be empty"},
+        {model(R"({"prices":[5]})"), "model \"m\" price 1: a price must be an object"},
+        {model(R"({"prices":[5],"fast":-1})"), "unknown key fast in model \"m\""},
+        {model(R"({"prices":[{)" + whole + R"(}],"fastMultiplier":-1})"),
+            "\"fastMultiplier\" must"},
+        {price(R"("valid_from":"2026-11-20")"), "unknown key valid_from"},
+        {price(R"("validFrom":"11/20/2026","input":1)"), "\"validFrom\" must be a date"},
+        {price(R"("input":1)"), "model \"m\" price 1: \"output\" must be a number"},
+        {price(R"("input":-1)"), "\"input\" must be a number from 0 to 10000"},
+        {price(R"("input":10001)"), "\"input\" must be"},
+        {price(whole + R"(,"longPrompt":1)"), "longPrompt: must be an object"},
+        {price(whole + R"(,"longPrompt":{"over":1})"), "unknown key over in model"},
         {std::string(std::size_t {5} << 20U, ' '), "too large"},
     };
-    for (const auto &row : rows) {
-        const Scratch scratch;
-        const LoadedPrices prices = loadPrices(scratch.write("prices.json", row.text));
-        EXPECT_NE(prices.problem.find(row.problem), std::string::npos)
-            << row.text.substr(0, 100) << ": " << prices.problem;
+    const Scratch scratch;
+    for (const auto &[text, problem] : rows) {
+        const LoadedPrices prices = loadPrices(scratch.write("prices.json", text));
+        EXPECT_NE(prices.problem.find(problem), std::string::npos)
+            << problem << ": " << prices.problem;
         EXPECT_TRUE(
             prices.table.price({.model = "claude-opus-5-5", .time = testNow(), .usage = all}));
         EXPECT_FALSE(prices.table.price({.model = "m", .time = testNow(), .usage = all}));
     }
-    const Scratch scratch;
     EXPECT_EQ(loadPrices(scratch.root()).problem, "not a regular file");
     EXPECT_EQ(loadPrices(scratch.root() / "none.json").problem, "");
 }

@@ -12,7 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// `"key":"value",` or nothing.
 std::string field(const char *key, const std::string &value)
 {
     return value.empty() ? std::string() : fmt::format(R"("{}":"{}",)", key, value);

@@ -20,7 +20,6 @@ public:
     [[nodiscard]] std::filesystem::path claude() const { return m_root / "claude"; }
     [[nodiscard]] std::filesystem::path data() const { return m_root / "data"; }
 
-    /// Writes a file below the folder, and the folders above it.
     std::filesystem::path write(
         const std::filesystem::path &file, const std::string &content) const;
     /// Writes a transcript below projects, each line with its end.
@@ -37,7 +36,6 @@ private:
 /// Noon on the Saturday that all tests are run on.
 [[nodiscard]] indexer::TimePoint testNow();
 
-/// The statistics file of a scan.
 [[nodiscard]] std::string statsText(const indexer::Scan &scan);
 
 /// An answer's line, to be varied field by field. The model costs 4 and 20 dollars a million, so
@@ -56,6 +54,5 @@ struct Answer {
     [[nodiscard]] std::string line() const;
 };
 
-/// A line that the user wrote.
 [[nodiscard]] std::string prompt(
     const std::string &text, const std::string &time, const std::string &extra = {});

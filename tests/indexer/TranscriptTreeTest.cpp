@@ -10,14 +10,16 @@ namespace {
 namespace fs = std::filesystem;
 using namespace indexer;
 
-/// The transcripts found, as paths below projects.
-std::vector<std::string> found(const Scratch &scratch, Skips &skips)
+/// The transcripts found without any skip, as paths below projects.
+std::vector<std::string> found(const Scratch &scratch)
 {
+    Skips skips;
     const fs::path projects = scratch.claude() / "projects";
     std::vector<std::string> names;
     for (const fs::path &file : findTranscripts(projects, skips)) {
         names.push_back(file.lexically_relative(projects).native());
     }
+    EXPECT_EQ(skips.sentence(), "");
     return names;
 }
 
@@ -34,12 +36,10 @@ TEST(TranscriptTree, isSearchedToItsLeaves)
             "p/s/subagents/agent-1.meta.json"}) {
         scratch.transcript(file, {});
     }
-    Skips skips;
     const std::vector<std::string> expected {"memory/kept.jsonl", "p/s.jsonl", "p/s/journal.jsonl",
         "p/s/subagents/agent-1.jsonl", "p/s/subagents/workflows/wf/agent-2.jsonl", "p/é ü.jsonl",
         "top.jsonl"};
-    EXPECT_EQ(found(scratch, skips), expected);
-    EXPECT_EQ(skips.sentence(), "");
+    EXPECT_EQ(found(scratch), expected);
 }
 
 TEST(TranscriptTree, takesLinkedFoldersAndFilesOnce)
@@ -52,15 +52,13 @@ TEST(TranscriptTree, takesLinkedFoldersAndFilesOnce)
     fs::create_directory_symlink(scratch.root() / "elsewhere", p / "linked-again");
     fs::create_symlink(p / "a.jsonl", p / "b.jsonl");
     fs::create_hard_link(p / "a.jsonl", p / "c.jsonl");
-    Skips skips;
-    EXPECT_EQ(found(scratch, skips), (std::vector<std::string> {"p/a.jsonl", "p/linked/b.jsonl"}));
-    EXPECT_EQ(skips.sentence(), "");
+    EXPECT_EQ(found(scratch), (std::vector<std::string> {"p/a.jsonl", "p/linked/b.jsonl"}));
 }
 
 TEST(TranscriptTree, passesOverWhatWouldHang)
 {
     const Scratch scratch;
-    scratch.transcript("p/good.jsonl", {Answer {}.line()});
+    scratch.transcript("p/good.jsonl", {"garbage", Answer {}.line(), "{"});
     const fs::path p = scratch.claude() / "projects/p";
     fs::create_directory_symlink("..", p / "up");
     fs::create_symlink("itself.jsonl", p / "itself.jsonl");
@@ -76,35 +74,13 @@ TEST(TranscriptTree, passesOverWhatWouldHang)
     scan.addClaude(scratch.claude());
     EXPECT_EQ(scan.files(), 1U);
     EXPECT_EQ(scan.skips().sentence(),
-        "skipped 6 files or folders (2 not a regular file, 2 in a loop of links, 2 unreadable)");
+        "skipped 2 lines (2 not JSON) and 6 files or folders (2 not a regular file, 2 in a loop of "
+        "links, 2 unreadable)");
     // What becomes a pipe between the search and the reading does not hang either.
     scan.addFile(p / "pipe.jsonl");
     scan.addFile(p / "gone.jsonl");
     EXPECT_EQ(scan.skips().count(FileSkip::NotRegular), 3U);
     EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 3U);
-}
-
-TEST(TranscriptTree, needNotBeThere)
-{
-    const Scratch scratch;
-    Skips skips;
-    EXPECT_TRUE(found(scratch, skips).empty());
-    scratch.write("claude", "a file");
-    EXPECT_TRUE(found(scratch, skips).empty());
-    EXPECT_EQ(skips.sentence(), "");
-}
-
-TEST(Skips, areToldInOneSentence)
-{
-    Skips skips;
-    skips.add(LineSkip::TooLong);
-    EXPECT_EQ(skips.sentence(), "skipped 1 line (1 longer than 8 MiB)");
-    skips.add(LineSkip::NotJson, 2);
-    skips.add(FileSkip::NotRegular);
-    skips.add(FileSkip::Unreadable);
-    EXPECT_EQ(skips.sentence(),
-        "skipped 3 lines (1 longer than 8 MiB, 2 not JSON) and 2 files or folders (1 not a "
-        "regular file, 1 unreadable)");
 }
 
 } // namespace
