@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,7 +15,17 @@ inline void writeFile(const QString &path, const QByteArray &bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-/// The same, as a program that can be run.
+/// The same, with a modification date of its own, in seconds since 1970.
+inline void writeVersion(const QString &path, const QByteArray &bytes, int stamp)
+{
+    writeFile(path, bytes);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    ASSERT_TRUE(
+        file.setFileTime(QDateTime::fromSecsSinceEpoch(stamp), QFileDevice::FileModificationTime));
+}
+
+/// The same as writeFile, as a program that can be run.
 inline void writeProgram(const QString &path, const QByteArray &bytes)
 {
     writeFile(path, bytes);

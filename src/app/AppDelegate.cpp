@@ -1,49 +1,205 @@
 #include "app/AppDelegate.h"
 
 #include "platform/preferredLanguages.h"
+#include <QCursor>
+#include <QDesktopServices>
 #include <QGuiApplication>
+#include <utility>
 
 using namespace std::chrono_literals;
 
-AppDelegate::AppDelegate(const Clock &clock)
-    : m_clock(clock)
-    , m_model(clock, preferredLanguages)
+using Work = DeferredWork::Work;
+
+AppDelegate::AppDelegate(const Services &services)
+    : m_clock(services.clock)
+    , m_model(services.clock, preferredLanguages)
+    , m_dashboard(m_model)
+    , m_sideFiles(m_model)
     , m_stats(m_model)
-    , m_indexer(m_model, clock)
+    , m_indexer(m_model, services.clock)
+    , m_account(m_sideFiles, services.clock, services.fetchUsage)
+    , m_updates(m_model, services.clock, services.fetchUpdate)
+    , m_deferred(services.sleeper)
+    , m_loginItem(services.loginItem)
     , m_actions(nullptr)
-    , m_panel(m_model, m_actions)
+    , m_panel(m_dashboard, m_actions)
 {
     connectActions();
-    connect(
-        &m_indexer, &Indexer::finished, this, [this] { m_stats.readStats(StatsFeed::Wait::No); });
+    connectCollaborators();
     connect(&m_heartbeat, &QTimer::timeout, this, &AppDelegate::tick);
 }
 
 void AppDelegate::connectActions()
 {
-    connect(&m_actions, &PanelActions::refreshRequested, &m_indexer, &Indexer::startIndexer);
+    connect(&m_actions, &PanelActions::refreshRequested, this, &AppDelegate::refresh);
     connect(&m_actions, &PanelActions::expandRequested, this,
-        [this] { m_model.setExpanded(!m_model.expanded()); });
-    connect(&m_actions, &PanelActions::providerRequested, &m_model, &WidgetModel::setProviderIndex);
-    connect(&m_actions, &PanelActions::quitRequested, qGuiApp, &QCoreApplication::quit);
+        [this] { setExpanded(!m_model.expanded()); });
+    connect(&m_actions, &PanelActions::updateRequested, this,
+        [this] { QDesktopServices::openUrl(m_updates.page()); });
+    connect(&m_actions, &PanelActions::pinRequested, this, &AppDelegate::toggleTopmost);
+    connect(&m_actions, &PanelActions::providerRequested, this,
+        [this](int index) { m_model.setProvider(Dashboard::provider(index)); });
+    connect(&m_actions, &PanelActions::hideRequested, this, &AppDelegate::hide);
+    // Not quit(), which the panel could refuse as it refuses to be closed.
+    connect(&m_actions, &PanelActions::quitRequested, qGuiApp, [] { QCoreApplication::exit(); });
+    connect(&m_general, &GeneralSettings::setRequested, this, &AppDelegate::set);
+    connect(
+        &m_general, &GeneralSettings::updateRequested, &m_actions, &PanelActions::updateRequested);
+    connect(&m_general, &GeneralSettings::viewRequested, this, [this](ViewMode mode) {
+        m_model.setMode(mode);
+        finishToggle();
+    });
+    connect(&m_general, &GeneralSettings::languageRequested, this, [this](const QString &code) {
+        m_model.setLanguage(code);
+        finishToggle();
+    });
+}
+
+void AppDelegate::connectCollaborators()
+{
+    connect(&m_indexer, &Indexer::finished, this, [this] {
+        if (!m_model.hover().x() && !m_quiet.lasts(m_clock.now())) {
+            m_stats.readStats(StatsFeed::Wait::No);
+        }
+    });
+    connect(&m_account, &AccountPoller::limitsRead, this, &AppDelegate::updateLimits);
+    connect(&m_updates, &UpdateChecker::replied, this, &AppDelegate::saveState);
+    connect(&m_deferred, &DeferredWork::saveDue, this, &AppDelegate::saveState);
+    connect(&m_deferred, &DeferredWork::statsDue, this, [this] {
+        m_stats.readStats(StatsFeed::Wait::No);
+        if (hasPassed(120s, m_indexer.lastIndex(), m_clock.now())) {
+            m_indexer.startIndexer();
+        }
+    });
+    connect(&m_systemMotion, &ReducedMotion::changed, this, &AppDelegate::motionPreferenceChanged);
+    connect(&m_panel, &PanelWindow::closeRequested, this, &AppDelegate::hide);
+    connect(&m_panel, &QWindow::visibilityChanged, this, [this](QWindow::Visibility visibility) {
+        if (visibility == QWindow::Windowed && !std::exchange(m_wantsVisible, true)) {
+            m_deferred.deferWork(Work::Save); // brought back by the window manager
+        }
+    });
+    connect(&m_panel, &PanelWindow::userMoved, this, [this](const QPoint &corner) {
+        m_windowSpot = WindowSpot {double(corner.x()), double(corner.y())};
+        m_moved = true;
+    });
+}
+
+/// What the views change is remembered, once what was remembered is restored.
+void AppDelegate::connectModel()
+{
+    for (const auto change :
+        {&WidgetModel::tabChanged, &WidgetModel::providerChanged, &WidgetModel::expandedChanged}) {
+        connect(&m_model, change, this, [this] { m_deferred.deferWork(Work::Save); });
+    }
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_model.setLanguage({});
+    const PersistedState remembered = StateFile::loadState();
+    m_updates.setUpdateCheckOn(remembered.updateCheck);
+    m_updates.restore(remembered.updateCheckedAt, remembered.latestVersion);
+    m_systemMotion.watch();
+    restore(remembered);
+    connectModel();
+    m_loginItem.refreshAutostart();
+
+    m_sideFiles.readLimits();
+    m_sideFiles.readSideFiles();
+    updateLimits();
     m_stats.readStats(StatsFeed::Wait::No);
-    m_panel.show();
+
+    m_panel.present(m_windowSpot, m_wantsVisible);
+    m_quiet.extend(m_clock.now(), 900ms);
+
     m_indexer.startIndexer();
+    m_updates.checkForUpdates(UpdateChecker::Occasion::EveryDay);
     m_heartbeat.start(2s);
+    m_codexHook.applyCodexHook(m_launchWithCodex);
+    syncGeneral();
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    saveState();
 }
 
 void AppDelegate::tick()
 {
-    m_model.setNow(m_clock.now());
-    m_stats.readStats(StatsFeed::Wait::No);
-    if (m_clock.now() - m_indexer.lastIndex() >= 600s) {
+    if (m_quiet.lasts(m_clock.now())) {
+        return;
+    }
+    readSideFiles();
+    m_account.pollAccount(300s);
+    readStats();
+    if (hasPassed(600s, m_indexer.lastIndex(), m_clock.now())) {
         m_indexer.startIndexer();
     }
+    m_updates.checkForUpdates(UpdateChecker::Occasion::EveryDay);
+    if (std::exchange(m_moved, false)) {
+        saveState();
+    }
+}
+
+void AppDelegate::readSideFiles()
+{
+    const bool codexChanged = m_sideFiles.readSideFiles();
+    const bool limitsChanged = m_sideFiles.readLimits();
+    // What is left of a window is shown in minutes, so twice a minute is often enough.
+    if (codexChanged || limitsChanged || hasPassed(30s, m_lastDraw, m_clock.now())) {
+        updateLimits();
+    }
+}
+
+/// Statistics are never swapped under a pointer that rests on the chart; one that left without a
+/// word does not hold them back.
+void AppDelegate::readStats()
+{
+    HoverState &hover = m_model.hover();
+    // A bar may be chosen by keyboard as well, wherever the pointer is.
+    const auto isLookedAt = [this, &hover] {
+        return m_panel.visibility() == QWindow::Windowed
+            && (hover.byKeyboard() ? m_panel.isActive()
+                                   : m_panel.geometry().contains(QCursor::pos()));
+    };
+    if (hover.x() && !isLookedAt()) {
+        hover.setX(std::nullopt);
+    }
+    if (!hover.x()) {
+        m_stats.flushHeldStats();
+        m_stats.readStats(StatsFeed::Wait::No);
+    }
+}
+
+void AppDelegate::updateLimits()
+{
+    m_lastDraw = m_clock.now();
+    m_model.setNow(m_lastDraw);
+}
+
+/// What the user asks for: everything is looked at again, changed or not.
+void AppDelegate::refresh()
+{
+    m_sideFiles.forgetLimits();
+    m_sideFiles.readLimits();
+    updateLimits();
+    m_account.pollAccount(30s);
+    m_indexer.startIndexer();
+    m_updates.checkForUpdates(UpdateChecker::Occasion::OnRequest);
+}
+
+void AppDelegate::setExpanded(bool expanded)
+{
+    m_model.setExpanded(expanded);
+    if (expanded) {
+        m_deferred.deferWork(Work::ReadStats); // whoever looks closer wants to see the newest
+    }
+}
+
+void AppDelegate::hide()
+{
+    m_wantsVisible = false;
+    m_panel.showMinimized();
+    m_deferred.deferWork(Work::Save);
 }
 
 #include "moc_AppDelegate.cpp"

@@ -1,37 +1,92 @@
 #pragma once
 
+#include "app/GeneralSettings.h"
 #include "app/PanelWindow.h"
-#include "core/Clock.h"
+#include "app/PersistedState.h"
+#include "app/Services.h"
+#include "app/StateFile.h"
+#include "model/Dashboard.h"
 #include "model/WidgetModel.h"
+#include "platform/ReducedMotion.h"
+#include "scripts/CodexHook.h"
 #include "scripts/Indexer.h"
+#include "scripts/SideFiles.h"
 #include "scripts/StatsFeed.h"
 #include "views/PanelActions.h"
 #include <QObject>
 #include <QTimer>
 
-/// Owns everything for the life of the process, connects it, and runs the heartbeat.
+/// Owns everything for the life of the process, connects it, runs the heartbeat and does what the
+/// user asks for.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    explicit AppDelegate(const Clock &clock);
+    explicit AppDelegate(const Services &services);
 
     /// The start-up sequence.
     void applicationDidFinishLaunching();
     /// The heartbeat, every two seconds: everything periodic is paced from here.
     void tick();
+    /// The last thing before the end.
+    void applicationWillTerminate();
 
     [[nodiscard]] WidgetModel &model() { return m_model; }
     [[nodiscard]] PanelActions &actions() { return m_actions; }
+    [[nodiscard]] GeneralSettings &general() { return m_general; }
+
+    // Each changes an option, does what it means, remembers it and shows it.
+    void toggleTopmost();
+    void toggleAnimations();
+    void toggleAutostart();
+    void toggleLaunchWithClaude();
+    void toggleLaunchWithCodex();
+    void toggleStatusLine();
+    void toggleUpdateCheck();
 
 private:
+    void connectModel();
     void connectActions();
+    void connectCollaborators();
+    void restore(const PersistedState &state);
+    [[nodiscard]] PersistedState state() const;
+    void saveState();
+    void syncGeneral();
+    void set(GeneralSettings::Option option, bool on);
+    void finishToggle();
+    void motionPreferenceChanged();
+    void refresh();
+    void updateLimits();
+    void readSideFiles();
+    void readStats();
+    void hide();
+    void setExpanded(bool expanded);
 
     const Clock &m_clock;
     WidgetModel m_model;
+    Dashboard m_dashboard;
+    SideFiles m_sideFiles;
     StatsFeed m_stats;
     Indexer m_indexer;
+    CodexHook m_codexHook;
+    AccountPoller m_account;
+    UpdateChecker m_updates;
+    DeferredWork m_deferred;
+    StateFile m_stateFile;
+    LoginItem m_loginItem;
+    ReducedMotion m_systemMotion;
+    GeneralSettings m_general;
     PanelActions m_actions;
     PanelWindow m_panel;
     QTimer m_heartbeat;
+
+    bool m_animationsOn = true;
+    bool m_launchWithClaude = false;
+    bool m_launchWithCodex = false;
+    bool m_statusLineOn = false;
+    bool m_wantsVisible = true;
+    bool m_moved = false; ///< the panel, by the user, since the last save
+    std::optional<WindowSpot> m_windowSpot;
+    TimePoint m_lastDraw {}; ///< when the limit rows were last drawn anew
+    Pause m_quiet;           ///< while the panel appears, nothing may disturb it
 };

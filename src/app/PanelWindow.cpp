@@ -1,13 +1,15 @@
 #include "app/PanelWindow.h"
 
-#include "model/WidgetModel.h"
+#include "model/Dashboard.h"
 #include "views/PanelActions.h"
+#include <QGuiApplication>
+#include <QMoveEvent>
 #include <QQmlEngine>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(KestrelbayPlugin)
 
-PanelWindow::PanelWindow(WidgetModel &model, PanelActions &actions)
+PanelWindow::PanelWindow(Dashboard &dashboard, PanelActions &actions)
 {
     setTitle(QStringLiteral("Kestrelbay"));
     setFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -15,11 +17,43 @@ PanelWindow::PanelWindow(WidgetModel &model, PanelActions &actions)
     setResizeMode(QQuickView::SizeViewToRootObject);
     engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     setInitialProperties({
-        {QStringLiteral("model"), QVariant::fromValue(&model)},
+        {QStringLiteral("dashboard"), QVariant::fromValue(&dashboard)},
         {QStringLiteral("actions"), QVariant::fromValue(&actions)},
     });
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Kestrelbay/Panel.qml")));
-    connect(&actions, &PanelActions::moveRequested, this, &QWindow::startSystemMove);
+    connect(&actions, &PanelActions::moveRequested, this, [this] {
+        m_dragged = true;
+        startSystemMove();
+    });
+}
+
+void PanelWindow::present(const std::optional<WindowSpot> &spot, bool visible)
+{
+    if (spot) {
+        const QPoint corner = QPointF(spot->left, spot->top).toPoint();
+        if (QGuiApplication::screenAt(corner)) {
+            setPosition(corner);
+        }
+    }
+    visible ? show() : showMinimized();
+}
+
+bool PanelWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::Close) {
+        event->ignore();
+        Q_EMIT closeRequested();
+        return true;
+    }
+    return QQuickView::event(event);
+}
+
+void PanelWindow::moveEvent(QMoveEvent *event)
+{
+    QQuickView::moveEvent(event);
+    if (m_dragged) {
+        Q_EMIT userMoved(event->pos());
+    }
 }
 
 #include "moc_PanelWindow.cpp"

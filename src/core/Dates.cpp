@@ -76,6 +76,11 @@ TimePoint startOfCurrentMonth(TimePoint now)
     return midnight(QDate(today.year(), today.month(), 1)).value_or(now);
 }
 
+TimePoint monthsBefore(TimePoint moment, int months)
+{
+    return midnight(localDate(moment).addMonths(-months)).value_or(moment);
+}
+
 qint64 daysAgo(TimePoint moment, TimePoint now)
 {
     return localDate(moment).daysTo(localDate(now));

@@ -19,6 +19,10 @@ namespace Dates {
 /// cannot form it.
 [[nodiscard]] TimePoint startOfCurrentMonth(TimePoint now);
 
+/// Local midnight of the day that lies this many calendar months before the one that holds
+/// `moment`; `moment` itself where the calendar cannot form it.
+[[nodiscard]] TimePoint monthsBefore(TimePoint moment, int months);
+
 /// How many calendar days `moment` lies before `now`: 0 today, 1 yesterday, negative in the future.
 [[nodiscard]] qint64 daysAgo(TimePoint moment, TimePoint now);
 

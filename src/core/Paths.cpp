@@ -70,6 +70,12 @@ const QString &claude()
     return path;
 }
 
+const QString &credentials()
+{
+    static const QString path = claude() % u"/.credentials.json";
+    return path;
+}
+
 const QString &dir()
 {
     static const QString path = home() % u"/.kestrelbay";
@@ -85,6 +91,12 @@ const QString &codexHome()
 const QString &stats()
 {
     static const QString path = inDir(u"stats.json");
+    return path;
+}
+
+const QString &lock()
+{
+    static const QString path = inDir(u"widget.lock");
     return path;
 }
 

@@ -12,6 +12,8 @@ namespace Paths {
 [[nodiscard]] const QString &home();
 /// The folder of Claude Code.
 [[nodiscard]] const QString &claude();
+/// Where Claude Code keeps its access token.
+[[nodiscard]] const QString &credentials();
 /// The folder of our own data.
 [[nodiscard]] const QString &dir();
 /// The folder of Codex: CODEX_HOME as it stands where it is set (even empty), else ~/.codex.
@@ -21,6 +23,8 @@ namespace Paths {
 [[nodiscard]] const QString &stats();
 /// Our own options and remembered values.
 [[nodiscard]] const QString &state();
+/// What the running copy holds, so that there is only one.
+[[nodiscard]] const QString &lock();
 /// The diagnostic log, for people.
 [[nodiscard]] const QString &log();
 /// The translation table, put there by the launcher.

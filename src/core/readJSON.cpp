@@ -3,14 +3,14 @@
 #include <QFile>
 #include <QFileInfo>
 
-std::optional<QByteArray> readJSON(const QString &path)
+std::optional<QByteArray> readJSON(const QString &path, qint64 most)
 {
     // A named pipe in the file's place would make the reader wait for ever.
     if (!QFileInfo(path).isFile()) {
         return std::nullopt;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > most) {
         return std::nullopt;
     }
     QByteArray bytes = file.readAll();

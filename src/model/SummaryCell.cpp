@@ -15,6 +15,7 @@ SummaryCell cell(const char *key, const std::optional<Totals> &totals, const Str
     made.spoken = made.label % u", " % made.cost % u", " % made.tokens % u' '
         % strings.t(QStringLiteral("tokShort"));
     made.amount = cost;
+    made.spent = tokens.spent();
     return made;
 }
 

@@ -14,13 +14,15 @@ class SummaryCell final {
     Q_PROPERTY(QString tokens MEMBER tokens)
     Q_PROPERTY(QString spoken MEMBER spoken)
     Q_PROPERTY(double amount MEMBER amount)
+    Q_PROPERTY(double spent MEMBER spent)
 
 public:
     QString label;     ///< "Today"
     QString cost;      ///< money
     QString tokens;    ///< tokens spent
     QString spoken;    ///< all three in words, for a screen reader
-    double amount = 0; ///< US dollars: which way changing digits roll
+    double amount = 0; ///< US dollars: which way the money's digits roll
+    double spent = 0;  ///< tokens: which way theirs do
 
     bool operator==(const SummaryCell &) const = default;
 };

@@ -3,13 +3,14 @@
 #include "core/Paths.h"
 #include "core/WidgetLog.h"
 #include "model/WidgetModel.h"
+#include "platform/ProcessRun.h"
 #include "scripts/Node.h"
 #include <QFileInfo>
 
 namespace {
 
-/// What a shell exits with when it finds no such command.
-constexpr int commandNotFound = 127;
+/// Gigabytes take minutes the first time, and nothing takes longer.
+constexpr Seconds longestRun {3600};
 
 /// The sync script does the indexing as well, so where it is installed it runs instead.
 const QString &chosenScript()
@@ -30,15 +31,17 @@ Indexer::~Indexer()
 {
     if (m_indexer) {
         m_indexer->disconnect(this);
-        m_indexer->terminate();
-        m_indexer->waitForFinished(
-            1000); // the program is ending; nothing else waits for this thread
+        ProcessRun::end(*m_indexer);
     }
 }
 
 void Indexer::startIndexer()
 {
-    if (m_indexer || !QFileInfo::exists(chosenScript())) {
+    if (m_indexer) {
+        endIfStuck();
+        return;
+    }
+    if (!QFileInfo::exists(chosenScript())) {
         return;
     }
     m_lastIndex = m_clock.now();
@@ -59,20 +62,29 @@ void Indexer::startIndexer()
     m_indexer->start();
 }
 
+/// A run that never ends would be the last one. A clock that is set back says nothing about it.
+void Indexer::endIfStuck()
+{
+    if (elapsed(m_lastIndex, m_clock.now()) >= longestRun) {
+        ProcessRun::kill(*m_indexer); // its end is logged as that of any other run that failed
+    }
+}
+
 void Indexer::failedToStart()
 {
     WidgetLog::write(u"indexer did not start: " % m_indexer->errorString());
     m_indexer.reset();
+    m_model.setCollectFailed(true);
 }
 
 void Indexer::indexerFinished(int status)
 {
     m_indexer.release()->deleteLater();
-    m_model.setNoNode(status == commandNotFound);
+    m_model.setNoNode(status == Node::notFound);
     m_model.setCollectFailed(status != 0);
     if (status != 0) {
         const QString why =
-            status == commandNotFound ? QStringLiteral(" (node not found)") : QString();
+            status == Node::notFound ? QStringLiteral(" (node not found)") : QString();
         WidgetLog::write(u"indexer exited with status " % QString::number(status) % why);
     }
     Q_EMIT finished(status);

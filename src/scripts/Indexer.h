@@ -30,6 +30,7 @@ Q_SIGNALS:
 
 private:
     void indexerFinished(int status);
+    void endIfStuck();
     void failedToStart();
 
     WidgetModel &m_model;

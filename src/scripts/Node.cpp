@@ -1,5 +1,6 @@
 #include "scripts/Node.h"
 
+#include "platform/ProcessRun.h"
 #include <QFileInfo>
 
 namespace {
@@ -46,9 +47,22 @@ std::unique_ptr<QProcess> process(const QStringList &arguments)
     const Launcher with = launcher();
     auto made = std::make_unique<QProcess>();
     made->setProgram(with.shell);
+    ProcessRun::leadGroup(*made);
     made->setArguments(
         QStringList {QStringLiteral("-lc"), with.finder, QStringLiteral("kestrelbay")} + arguments);
     return made;
+}
+
+QFuture<Result> run(const QStringList &arguments, const std::optional<QString> &input,
+    QObject *owner, std::optional<std::chrono::milliseconds> patience)
+{
+    const ProcessRun::Options options {
+        .input = input.value_or(QString()).toUtf8(), .patience = patience};
+    return ProcessRun::start(process(arguments), options, owner)
+        .then([](const std::optional<ProcessResult> &ended) {
+            // A shell that does not start is as good as one that finds no node.
+            return ended ? Result {ended->status, ended->output} : Result();
+        });
 }
 
 } // namespace Node

@@ -1,11 +1,25 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <optional>
+#include <QFuture>
 #include <QProcess>
 #include <QStringList>
 
 /// Starts companion scripts with the `node` that the user's own terminal would find.
 namespace Node {
+
+/// The exit status that says that there is no node.
+inline constexpr int notFound = 127;
+
+/// How a script has ended.
+struct Result {
+    int status = notFound;
+    QByteArray output; ///< all that it wrote to standard output
+
+    bool operator==(const Result &) const = default;
+};
 
 /// A process, not yet started, that runs `node` with the arguments; the first is the script's path.
 ///
@@ -13,5 +27,10 @@ namespace Node {
 /// managers and version managers come after it, the newest nvm version first. Without any node the
 /// process exits with status 127. Standard streams are the caller's to set.
 [[nodiscard]] std::unique_ptr<QProcess> process(const QStringList &arguments);
+
+/// Runs a script to its end with this text (UTF-8) on its standard input, which then ends. What it
+/// says on standard error is discarded. It ends early with `owner`, or when patience does.
+[[nodiscard]] QFuture<Result> run(const QStringList &arguments, const std::optional<QString> &input,
+    QObject *owner, std::optional<std::chrono::milliseconds> patience = {});
 
 } // namespace Node

@@ -2,10 +2,11 @@
 
 #include "core/modified.h"
 #include "core/Paths.h"
+#include "core/whenDone.h"
 #include "core/WidgetLog.h"
 #include "model/WidgetModel.h"
-#include <QFutureWatcher>
 #include <QtConcurrent/QtConcurrentRun>
+#include <utility>
 
 StatsFeed::StatsFeed(WidgetModel &model, QObject *parent)
     : QObject(parent)
@@ -31,12 +32,8 @@ void StatsFeed::readStats(Wait wait)
 
 void StatsFeed::decodeInBackground(TimePoint stamp, int generation)
 {
-    auto *const watcher = new QFutureWatcher<StatsLoad>(this);
-    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, stamp, generation] {
-        finishStats(watcher->result(), stamp, generation);
-        watcher->deleteLater();
-    });
-    watcher->setFuture(QtConcurrent::run(&m_workers, loadStatsFile));
+    whenDone(QtConcurrent::run(&m_workers, loadStatsFile), this,
+        [this, stamp, generation](const StatsLoad &load) { finishStats(load, stamp, generation); });
 }
 
 void StatsFeed::finishStats(const StatsLoad &load, TimePoint stamp, int generation)
@@ -44,15 +41,34 @@ void StatsFeed::finishStats(const StatsLoad &load, TimePoint stamp, int generati
     if (generation != m_statsGeneration) {
         return; // a newer read has started
     }
-    m_statsRequested.reset();
     if (const auto *failed = std::get_if<StatsFailure>(&load)) {
+        m_statsRequested.reset();
         m_statsFailed = stamp;
         m_model.setUnreadable(true);
         WidgetLog::write(u"stats.json: " % failed->why);
         return;
     }
+    const auto &parsed = std::get<ParsedStats>(load);
+    if (m_model.hover().x()) {
+        m_heldStats = Held {parsed, stamp, generation};
+        return;
+    }
+    show(parsed, stamp);
+}
+
+void StatsFeed::flushHeldStats()
+{
+    const std::optional<Held> held = std::exchange(m_heldStats, std::nullopt);
+    if (held && held->generation == m_statsGeneration) {
+        show(held->parsed, held->stamp);
+    }
+}
+
+void StatsFeed::show(const ParsedStats &parsed, TimePoint stamp)
+{
     m_statsStamp = stamp;
-    m_model.loadStats(std::get<ParsedStats>(load));
+    m_statsRequested.reset();
+    m_model.loadStats(parsed);
 }
 
 #include "moc_StatsFeed.cpp"

@@ -23,15 +23,26 @@ public:
 
     /// Loads the file if it changed. With Wait::Yes it is decoded here and now.
     void readStats(Wait wait);
+    /// Shows what was held back while the pointer rested on the chart.
+    void flushHeldStats();
 
 private:
+    /// A finished read that must not change the chart under the pointer.
+    struct Held {
+        ParsedStats parsed;
+        TimePoint stamp;
+        int generation = 0;
+    };
+
     void decodeInBackground(TimePoint stamp, int generation);
     void finishStats(const StatsLoad &load, TimePoint stamp, int generation);
+    void show(const ParsedStats &parsed, TimePoint stamp);
 
     WidgetModel &m_model;
     QThreadPool m_workers;
     std::optional<TimePoint> m_statsStamp;     ///< the version now shown
     std::optional<TimePoint> m_statsRequested; ///< the version being read
     std::optional<TimePoint> m_statsFailed;    ///< the version that failed to load
+    std::optional<Held> m_heldStats;
     int m_statsGeneration = 0; ///< reads started; only the newest one's result is taken
 };

@@ -15,8 +15,6 @@ enum class MonthForm { InPhrase, StandAlone };
 /// changes apart from the cache of its date formatters, which no lock guards: main thread only.
 class Strings final {
 public:
-    using Seconds = std::chrono::duration<double>;
-
     /// The language `code` of the table `all`; a language that the table lacks has English texts.
     Strings(const QString &code, const TranslationTable &all);
 

@@ -7,7 +7,7 @@ import Kestrelbay
 Item {
     id: root
 
-    required property WidgetModel model
+    required property Dashboard dashboard
     required property PanelActions actions
 
     implicitHeight: providers.implicitHeight
@@ -15,27 +15,19 @@ Item {
     SegmentedSwitch {
         id: providers
 
-        choices: root.model.providerNames
-        current: root.model.providerIndex
-        label: root.model.texts.providers
+        choices: root.dashboard.providerNames
+        current: root.dashboard.providerIndex
+        label: root.dashboard.texts.providers
+        segmentPadding: buttons.count > 4 && !root.dashboard.expanded ? 6 : 10
 
         onChosen: index => root.actions.providerRequested(index)
     }
-    Row {
+    HeaderButtons {
+        id: buttons
+
+        actions: root.actions
         anchors.right: parent.right
-
-        IconButton {
-            iconSource: "icons/refresh-cw.svg"
-            label: root.model.texts.refresh
-
-            onClicked: root.actions.refreshRequested()
-        }
-        IconButton {
-            iconSource: "icons/chart-column.svg"
-            label: root.model.texts.statistics
-            lit: root.model.expanded
-
-            onClicked: root.actions.expandRequested()
-        }
+        dashboard: root.dashboard
+        room: root.width - providers.width - 4
     }
 }

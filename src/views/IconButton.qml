@@ -11,6 +11,8 @@ AbstractButton {
     required property string label
     required property url iconSource
     property bool lit: false
+    /// The button is on or off, and `lit` tells which.
+    property bool toggles: false
 
     readonly property color tint: root.lit ? Colors.accent
                                            : root.hovered ? Colors.strong : Colors.icon
@@ -20,7 +22,8 @@ AbstractButton {
     implicitWidth: 26
     text: root.label
 
-    Accessible.checkable: false
+    Accessible.checkable: root.toggles
+    Accessible.checked: root.toggles && root.lit
     Accessible.name: root.label
     Accessible.role: Accessible.Button
     Keys.onReturnPressed: event => {

@@ -20,9 +20,13 @@ class MetricsFace final : public QObject {
     Q_PROPERTY(double sessionPad MEMBER m_sessionPad CONSTANT)
     Q_PROPERTY(double sessionRow MEMBER m_sessionRow CONSTANT)
     Q_PROPERTY(double sessionFade MEMBER m_sessionFade CONSTANT)
+    Q_PROPERTY(double textScale READ textScale CONSTANT)
 
 public:
     using QObject::QObject;
+
+    /// By how much texts are larger than the views say, because the system's font is.
+    [[nodiscard]] static double textScale();
 
 private:
     double m_radius = Metrics::radius;

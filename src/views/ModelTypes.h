@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Dashboard.h"
 #include "model/PanelTexts.h"
 #include "model/SessionListModel.h"
 #include "model/SummaryCell.h"
@@ -33,4 +34,35 @@ struct SummaryCellInQml {
     Q_GADGET
     QML_FOREIGN(SummaryCell)
     QML_VALUE_TYPE(summaryCell)
+};
+
+struct DashboardInQml {
+    Q_GADGET
+    QML_FOREIGN(Dashboard)
+    QML_NAMED_ELEMENT(Dashboard)
+    QML_UNCREATABLE("There is one, and the program makes it.")
+};
+
+struct FreshnessInQml {
+    Q_GADGET
+    QML_FOREIGN(Freshness)
+    QML_VALUE_TYPE(freshness)
+};
+
+struct LimitRowInQml {
+    Q_GADGET
+    QML_FOREIGN(LimitRow)
+    QML_VALUE_TYPE(limitRow)
+};
+
+struct LegendItemInQml {
+    Q_GADGET
+    QML_FOREIGN(LegendItem)
+    QML_VALUE_TYPE(legendItem)
+};
+
+struct PeriodInfoInQml {
+    Q_GADGET
+    QML_FOREIGN(PeriodInfo)
+    QML_VALUE_TYPE(periodInfo)
 };

@@ -68,6 +68,17 @@ int MotionFace::tip()
     return milliseconds(Motion::tip());
 }
 
+int MotionFace::grow()
+{
+    return milliseconds(Motion::grow(0));
+}
+
+int MotionFace::growDelay(int i)
+{
+    const std::optional<Motion::Ease> ease = Motion::grow(i);
+    return ease ? milliseconds(ease->delay) : 0;
+}
+
 int MotionFace::transition()
 {
     return milliseconds(Motion::settleTime);

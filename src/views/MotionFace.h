@@ -16,6 +16,7 @@ class MotionFace final : public QObject {
     Q_PROPERTY(int number READ number NOTIFY reducedChanged)
     Q_PROPERTY(int fill READ fill NOTIFY reducedChanged)
     Q_PROPERTY(int tip READ tip NOTIFY reducedChanged)
+    Q_PROPERTY(int grow READ grow NOTIFY reducedChanged)
     Q_PROPERTY(int transition READ transition CONSTANT)
     Q_PROPERTY(double pressScale READ pressScale CONSTANT)
     Q_PROPERTY(double unfoldShift READ unfoldShift CONSTANT)
@@ -34,6 +35,10 @@ public:
     [[nodiscard]] static int number();
     [[nodiscard]] static int fill();
     [[nodiscard]] static int tip();
+    /// How long one element of a row takes to grow.
+    [[nodiscard]] static int grow();
+    /// How long element i of a row waits before it grows.
+    Q_INVOKABLE [[nodiscard]] static int growDelay(int i);
     /// How long `unfold` and `pop` take; they go on whether or not motion is reduced.
     [[nodiscard]] static int transition();
     [[nodiscard]] static double pressScale();

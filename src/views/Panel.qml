@@ -7,11 +7,12 @@ import Kestrelbay
 Item {
     id: root
 
-    required property WidgetModel model
+    required property Dashboard dashboard
     required property PanelActions actions
 
     readonly property real margin: 14
-    readonly property bool wide: root.model.expanded
+    /// Wide as long as anything is to be seen that needs the width.
+    readonly property bool wide: root.dashboard.expanded || history.reveal > 0
     readonly property real body: root.wide ? Metrics.wideBody : Metrics.compactBody
 
     height: column.implicitHeight + 2 * root.margin
@@ -61,29 +62,36 @@ Item {
 
         Header {
             actions: root.actions
-            model: root.model
+            dashboard: root.dashboard
+            width: parent.width
+        }
+        LimitsCard {
+            freshness: root.dashboard.freshness
+            paceTip: root.dashboard.texts.pace
+            rows: root.dashboard.limits
+            wide: root.wide
             width: parent.width
         }
         Divider {
             width: parent.width
         }
         SummaryCard {
-            cells: root.model.summary
-            note: root.model.note
+            cells: root.dashboard.summary
+            note: root.dashboard.note
             wide: root.wide
             width: parent.width
         }
         Unfold {
-            shown: root.wide && !root.model.note
+            id: history
+
+            shown: root.dashboard.expanded && !root.dashboard.note
             width: parent.width
 
             Divider {
                 width: parent.width
             }
-            SessionList {
-                emptyText: root.model.texts.noSessions
-                label: root.model.texts.sessions
-                sessions: root.model.sessionList
+            HistoryCard {
+                dashboard: root.dashboard
                 width: parent.width
                 y: column.spacing
             }

@@ -9,6 +9,7 @@ Item {
     id: root
 
     required property bool shown
+    property int duration: Motion.transition
 
     property real reveal: root.shown ? 1 : 0
 
@@ -21,7 +22,7 @@ Item {
     }
     Behavior on reveal {
         NumberAnimation {
-            duration: Motion.transition
+            duration: root.duration
             easing.type: Easing.OutCubic
         }
     }

@@ -11,6 +11,7 @@ Item {
     required property string text
     property real value: 0
     property bool digits: true
+    property alias size: resting.size
     property alias color: resting.color
     property alias font: resting.font
 
@@ -69,6 +70,8 @@ Item {
             RollingGlyph {
                 direction: rolling.direction
                 glyphColor: resting.color
+                // The size that the text rests in, where it had to shrink.
+                glyphSize: resting.fontInfo.pixelSize
                 glyphFont: resting.font
                 progress: root.progress
             }

@@ -9,6 +9,7 @@ Item {
 
     required property rollGlyph modelData
     required property font glyphFont
+    required property real glyphSize
     required property color glyphColor
     required property int direction
     required property real progress
@@ -21,7 +22,9 @@ Item {
 
     Caption {
         color: root.glyphColor
-        font: root.glyphFont
+        font.family: root.glyphFont.family
+        font.pixelSize: root.glyphSize
+        font.weight: root.glyphFont.weight
         text: root.modelData.before
         visible: root.modelData.rolls
         y: -root.direction * root.travelled * root.height
@@ -32,7 +35,9 @@ Item {
         id: coming
 
         color: root.glyphColor
-        font: root.glyphFont
+        font.family: root.glyphFont.family
+        font.pixelSize: root.glyphSize
+        font.weight: root.glyphFont.weight
         text: root.modelData.after
         y: root.direction * (1 - root.travelled) * root.height
 

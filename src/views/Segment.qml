@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import Kestrelbay
 
 /// One choice of a SegmentedSwitch, which has the keyboard for all of them.
-AbstractButton {
+Item {
     id: root
 
     required property int index
@@ -14,17 +13,18 @@ AbstractButton {
     required property bool ringed
     required property real sidePadding
 
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
-    implicitWidth: root.implicitContentWidth + 2 * root.sidePadding
-    text: root.modelData
+    signal clicked
+
+    implicitWidth: label.implicitWidth + 2 * root.sidePadding
 
     Accessible.checkable: true
     Accessible.checked: root.taken
     Accessible.name: root.modelData
     Accessible.role: Accessible.PageTab
+    Accessible.onPressAction: root.clicked()
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         color: Colors.chosen
         opacity: root.taken ? 1 : 0
         radius: 7
@@ -36,16 +36,34 @@ AbstractButton {
             }
         }
     }
-    contentItem: Caption {
-        color: root.taken ? Colors.primary : root.hovered ? Colors.strong : Colors.secondary
+    Caption {
+        id: label
+
+        anchors.centerIn: parent
+        color: root.taken ? Colors.primary : hover.hovered ? Colors.strong : Colors.secondary
         font.weight: root.taken ? Font.DemiBold : Font.Normal
+        fontSizeMode: Text.HorizontalFit
         horizontalAlignment: Text.AlignHCenter
+        minimumPixelSize: 9
         text: root.modelData
-        verticalAlignment: Text.AlignVCenter
+        width: Math.min(implicitWidth, root.width - 4)
 
         Accessible.ignored: true
+        transform: PressStyle {
+            held: tap.pressed
+            label: label
+        }
     }
+    HoverHandler {
+        id: hover
+    }
+    TapHandler {
+        id: tap
 
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+
+        onTapped: root.clicked()
+    }
     FocusRing {
         active: root.ringed
         anchors.fill: parent

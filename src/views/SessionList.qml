@@ -24,8 +24,11 @@ Item {
         anchors.rightMargin: -6
         boundsBehavior: Flickable.StopAtBounds
         clip: true
+        highlightMoveDuration: Motion.hover
+        highlightMoveVelocity: -1
         keyNavigationEnabled: true
         model: root.sessions
+        objectName: "sessions"
         reuseItems: true
 
         Accessible.name: root.label
@@ -59,6 +62,12 @@ Item {
                 position: 1
             }
         }
+    }
+    FocusRing {
+        active: list.activeFocus
+        anchors.fill: parent
+        anchors.margins: -6
+        radius: 9
     }
     Caption {
         id: empty

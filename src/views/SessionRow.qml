@@ -40,14 +40,14 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        height: Metrics.sessionText
+        height: Math.max(Metrics.sessionText, money.implicitHeight + spent.implicitHeight)
 
         Caption {
             anchors.left: parent.left
             anchors.right: money.left
             anchors.rightMargin: 8
             anchors.top: parent.top
-            font.pixelSize: 13
+            size: 13
             text: root.title
 
             Accessible.ignored: true
@@ -57,7 +57,7 @@ Item {
 
             anchors.right: parent.right
             anchors.top: parent.top
-            font.pixelSize: 13
+            size: 13
             font.weight: Font.DemiBold
             text: root.cost
 
@@ -69,7 +69,7 @@ Item {
             anchors.right: spent.left
             anchors.rightMargin: 8
             color: Colors.tertiary
-            font.pixelSize: 11
+            size: 11
             text: root.detail
 
             Accessible.ignored: true
@@ -80,7 +80,7 @@ Item {
             anchors.bottom: parent.bottom
             anchors.right: parent.right
             color: Colors.tertiary
-            font.pixelSize: 11
+            size: 11
             text: root.tokens
 
             Accessible.ignored: true

@@ -17,7 +17,9 @@ Column {
 
     Caption {
         color: Colors.tertiary
-        font.pixelSize: 11
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 9
+        size: 11
         text: root.cell.label
         width: root.width
 
@@ -25,7 +27,7 @@ Column {
     }
     Roll {
         color: root.prominent ? Colors.primary : Colors.secondary
-        font.pixelSize: root.prominent ? 17 : 14
+        size: root.prominent ? 17 : 14
         font.weight: Font.DemiBold
         text: root.cell.cost
         value: root.cell.amount
@@ -35,9 +37,9 @@ Column {
     }
     Roll {
         color: Colors.tertiary
-        font.pixelSize: 11
+        size: 11
         text: root.cell.tokens
-        value: root.cell.amount
+        value: root.cell.spent
         width: root.width
 
         Accessible.ignored: true

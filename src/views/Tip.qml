@@ -18,7 +18,7 @@ ToolTip {
         radius: 7
     }
     contentItem: Caption {
-        font.pixelSize: 11
+        size: 11
         text: root.text
     }
     enter: Transition {

@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
 #include "app/FakeNode.h"
+#include "app/Promised.h"
 #include "FakeClock.h"
+#include "views/theme/Motion.h"
 #include <QSignalSpy>
 #include <QtTest/QTest>
 
@@ -21,35 +23,51 @@ protected:
     void SetUp() override
     {
         QDir(Paths::dir()).removeRecursively();
+        QFile::remove(Paths::limits());
         installIndexer(countingIndexer);
     }
 
+    /// Starts and lets the panel appear undisturbed.
+    void launch()
+    {
+        m_delegate.applicationDidFinishLaunching();
+        m_clock.advance(1s);
+    }
+
+    [[nodiscard]] qsizetype sessions() { return m_delegate.model().sessions().size(); }
+
     [[nodiscard]] bool comesTo(qsizetype sessions)
     {
-        return QTest::qWaitFor(
-            [&] { return m_delegate.model().sessions().size() == sessions; }, 20'000);
+        return QTest::qWaitFor([&] { return this->sessions() == sessions; }, 20'000);
     }
 
     FakeClock m_clock {TimePoint(1'772'708'400'000ms)};
-    AppDelegate m_delegate {m_clock};
+    Promised<AccountUsage::AccountOutcome> m_account;
+    Promised<UpdateCheck::UpdateOutcome> m_site;
+    Services m_services {m_clock, [this](QObject *) { return m_account.ask(); },
+        [this](const QString &, QObject *) { return m_site.ask(); },
+        [this](std::chrono::milliseconds, const std::function<void()> &then) { m_later = then; },
+        LoginItem(Paths::launchAgent(), QStringLiteral("/opt/kestrelbay"))};
+    std::function<void()> m_later; ///< the newest of what is put off
+    AppDelegate m_delegate {m_services};
 };
 
 TEST_F(Delegate, indexesAtTheStartAndShowsWhatComes)
 {
-    m_delegate.applicationDidFinishLaunching();
+    launch();
     EXPECT_TRUE(comesTo(1));
 }
 
 TEST_F(Delegate, indexesEveryTenMinutesAndWhenAsked)
 {
-    m_delegate.applicationDidFinishLaunching();
+    launch();
     ASSERT_TRUE(comesTo(1));
     m_clock.advance(599s);
     m_delegate.tick();
+    EXPECT_EQ(m_delegate.model().now(), m_clock.now());
     m_clock.advance(1s);
     m_delegate.tick();
     ASSERT_TRUE(comesTo(2));
-    EXPECT_EQ(m_delegate.model().now(), m_clock.now());
     Q_EMIT m_delegate.actions().refreshRequested();
     ASSERT_TRUE(comesTo(3));
 }
@@ -57,19 +75,141 @@ TEST_F(Delegate, indexesEveryTenMinutesAndWhenAsked)
 TEST_F(Delegate, noticesAChangedFileByItself)
 {
     QFile::remove(Paths::indexer());
-    m_delegate.applicationDidFinishLaunching();
+    launch();
     writeFile(Paths::stats(), R"({"sessions":[{},{},{},{}]})");
+    writeFile(Paths::limits(), R"({"fiveHour":{"percent":42}})");
     EXPECT_TRUE(comesTo(4)) << "the heartbeat is running";
+    EXPECT_TRUE(m_delegate.model().limits());
 }
 
-TEST_F(Delegate, doesWhatThePanelAsks)
+TEST_F(Delegate, leavesAPanelThatAppearsAlone)
 {
+    QFile::remove(Paths::indexer());
+    m_delegate.applicationDidFinishLaunching();
+    writeFile(Paths::limits(), R"({"fiveHour":{"percent":42}})");
+    m_clock.advance(899ms);
+    m_delegate.tick();
+    EXPECT_EQ(m_account.asked(), 0U);
+    EXPECT_FALSE(m_delegate.model().limits() && m_delegate.model().limits()->fiveHour);
+    m_clock.advance(1ms);
+    m_delegate.tick();
+    EXPECT_EQ(m_account.asked(), 1U);
+    EXPECT_TRUE(m_delegate.model().limits() && m_delegate.model().limits()->fiveHour);
+}
+
+TEST_F(Delegate, advancesTheCountdownsTwiceAMinute)
+{
+    QFile::remove(Paths::indexer());
+    launch();
+    QSignalSpy redrawn(&m_delegate.model(), &WidgetModel::nowChanged);
+    for (int i = 0; i < 30; ++i) {
+        m_clock.advance(2s);
+        m_delegate.tick();
+    }
+    EXPECT_EQ(redrawn.size(), 2);
+}
+
+TEST_F(Delegate, doesNotChangeTheChartUnderThePointer)
+{
+    launch();
+    ASSERT_TRUE(comesTo(1));
+    // The keyboard's choice of a bar counts as long as the panel has the keyboard.
+    ASSERT_TRUE(QTest::qWaitForWindowActive(QGuiApplication::topLevelWindows().constFirst()));
+    m_delegate.model().hover().setX(5, HoverState::By::Keyboard);
+    writeFile(Paths::stats(), R"({"sessions":[{},{},{},{}]})");
+    m_delegate.tick();
+    EXPECT_FALSE(QTest::qWaitFor([&] { return sessions() != 1; }, 300)) << "it is held back";
+    m_delegate.model().hover().setX({});
+    m_delegate.tick();
+    EXPECT_TRUE(comesTo(4));
+
+    // A pointer that left without a word.
+    m_delegate.model().hover().setX(5);
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+    m_delegate.tick();
+    EXPECT_FALSE(m_delegate.model().hover().x());
+}
+
+TEST_F(Delegate, putsOffWhatViewsAskFor)
+{
+    launch();
+    ASSERT_TRUE(comesTo(1));
     Q_EMIT m_delegate.actions().expandRequested();
-    EXPECT_TRUE(m_delegate.model().expanded());
+    EXPECT_FALSE(StateFile::loadState().expanded);
+    m_clock.advance(118s);
+    m_later();
+    EXPECT_TRUE(StateFile::loadState().expanded);
+    m_clock.advance(1s);
     Q_EMIT m_delegate.actions().expandRequested();
-    EXPECT_FALSE(m_delegate.model().expanded());
+    Q_EMIT m_delegate.actions().expandRequested();
+    m_later();
+    EXPECT_TRUE(comesTo(2)) << "two minutes after the last run there may be another";
+}
+
+TEST_F(Delegate, asksForNewsOnRequest)
+{
+    launch();
+    ASSERT_TRUE(comesTo(1));
+    m_site.answer(UpdateReply {QStringLiteral("999"), {}});
+    EXPECT_EQ(StateFile::loadState().latestVersion, QStringLiteral("999"));
+    m_clock.advance(600s);
+    Q_EMIT m_delegate.actions().refreshRequested();
+    EXPECT_EQ(m_site.asked(), 2U);
+    EXPECT_EQ(m_account.asked(), 1U);
+    m_account.answer(Limits {.fiveHour = Reading {70, {}}});
+    EXPECT_EQ(m_delegate.model().limits()->fiveHour->percent, 70);
+}
+
+TEST_F(Delegate, remembersAndShowsEachOption)
+{
+    using Option = GeneralSettings::Option;
+    const struct {
+        Option option;
+        bool PersistedState::*remembered;
+    } rows[] = {
+        {Option::Topmost, &PersistedState::topmost},
+        {Option::Animations, &PersistedState::animations},
+        {Option::StatusLine, &PersistedState::statusLine},
+        {Option::WithClaude, &PersistedState::launchWithClaude},
+        {Option::WithCodex, &PersistedState::launchWithCodex},
+        {Option::Updates, &PersistedState::updateCheck},
+    };
+    launch();
+    for (const auto &row : rows) {
+        const auto binding = m_delegate.general().binding(row.option);
+        for (int flip = 0; flip < 2; ++flip) {
+            const bool wanted = !binding.value();
+            binding.set(wanted);
+            EXPECT_EQ(binding.value(), wanted) << static_cast<int>(row.option);
+            EXPECT_EQ(StateFile::loadState().*row.remembered, wanted);
+        }
+    }
+    const auto autostart = m_delegate.general().binding(Option::Autostart);
+    autostart.set(true);
+    EXPECT_TRUE(autostart.value() && QFile::exists(Paths::launchAgent()));
+    autostart.set(false);
+    EXPECT_FALSE(autostart.value() || QFile::exists(Paths::launchAgent()));
+    Q_EMIT m_delegate.general().viewRequested(ViewMode::Window);
+    EXPECT_EQ(StateFile::loadState().view, ViewMode::Window);
+    m_delegate.toggleAnimations();
+    EXPECT_TRUE(Motion::reduced());
+    m_delegate.toggleAnimations();
+    EXPECT_FALSE(Motion::reduced());
+}
+
+TEST_F(Delegate, comesBackAsItWasLeft)
+{
+    launch();
+    m_delegate.model().selectTab(HistoryTab::Weeks);
     Q_EMIT m_delegate.actions().providerRequested(1);
-    EXPECT_EQ(m_delegate.model().provider(), Provider::Codex);
+    Q_EMIT m_delegate.actions().expandRequested();
+    m_delegate.applicationWillTerminate();
+
+    AppDelegate next(m_services);
+    next.applicationDidFinishLaunching();
+    EXPECT_EQ(next.model().tab(), HistoryTab::Weeks);
+    EXPECT_EQ(next.model().provider(), Provider::Codex);
+    EXPECT_TRUE(next.model().expanded());
 }
 
 } // namespace

@@ -11,6 +11,7 @@ TEST(Ending, goesTheOrdinaryWayAndTakesTheScriptAlong)
     // Says that it runs, then that it was asked to end; alone it would go on.
     installIndexer("cd \"$HOME/.kestrelbay\"; trap 'touch ended; exit 0' TERM\n"
                    "touch started; while :; do sleep 0.05; done\n");
+    writeFile(Paths::state(), R"({"updateCheck":false})"); // no test asks anybody for anything
     const QDir data(Paths::dir());
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         QFile::remove(data.filePath(QStringLiteral("started")));

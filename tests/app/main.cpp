@@ -1,3 +1,5 @@
+#include "app/Saving.h"
+#include <cstring>
 #include <gtest/gtest.h>
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -6,6 +8,9 @@ int main(int argc, char *argv[])
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     const QGuiApplication application(argc, argv);
+    if (argc > 1 && std::strcmp(argv[1], saveForEver) == 0) {
+        saveUntilKilled();
+    }
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

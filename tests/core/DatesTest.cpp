@@ -57,4 +57,14 @@ TEST(Dates, countLocalDaysAcrossClockChanges)
     EXPECT_EQ(Dates::startOfCurrentMonth(utc(2026, 3, 31, 22)), utc(2026, 3, 31, 22));
 }
 
+TEST(Dates, goBackByCalendarMonths)
+{
+    EXPECT_EQ(Dates::monthsBefore(utc(2026, 3, 31, 22), 1), utc(2026, 2, 28, 23)); // 1 April
+    EXPECT_EQ(Dates::monthsBefore(utc(2026, 2, 28, 23), 3), utc(2025, 11, 30, 23));
+    EXPECT_EQ(Dates::monthsBefore(utc(2026, 2, 28, 23), 6), utc(2025, 8, 31, 22));
+    EXPECT_EQ(Dates::monthsBefore(utc(2026, 3, 31, 12), 1), utc(2026, 2, 27, 23)); // no 31st
+    const TimePoint faraway(-6'000'000'000'000'000s);
+    EXPECT_LE(Dates::monthsBefore(faraway, 6), faraway);
+}
+
 } // namespace

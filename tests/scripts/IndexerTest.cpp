@@ -91,4 +91,20 @@ TEST_F(IndexerRuns, logFailuresAndTellOfAMissingNode)
     }
 }
 
+TEST_F(IndexerRuns, endOneThatNeverDoes)
+{
+    writeFile(Paths::indexer(), "sleep 600; true\n");
+    QSignalSpy finished(&m_indexer, &Indexer::finished);
+    m_indexer.startIndexer();
+    for (const int seconds : {-60, 3659}) { // the clock is set back, then goes on
+        m_clock.advance(std::chrono::seconds(seconds));
+        m_indexer.startIndexer();
+        EXPECT_FALSE(finished.wait(100));
+    }
+    m_clock.advance(std::chrono::seconds(1));
+    m_indexer.startIndexer();
+    EXPECT_TRUE(finished.wait(20'000));
+    EXPECT_FALSE(m_indexer.running());
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "scripts/Node.h"
 
+#include "awaited.h"
 #include "core/Paths.h"
 #include "TestFiles.h"
 
@@ -26,6 +27,14 @@ QString inHome(const char *path)
     return QDir(Paths::home()).filePath(QLatin1String(path));
 }
 
+/// The profile alone decides what is on the path, so that the computer's own node is not seen.
+void writeProfile(const QByteArray &path)
+{
+    for (const char *profile : {".profile", ".zprofile"}) {
+        writeFile(inHome(profile), "PATH=\"" + path + "\"\n");
+    }
+}
+
 TEST(Node, isFoundAsInTheUsersTerminal)
 {
     for (const char *folder : {"/usr/local/bin", "/opt/homebrew/bin"}) {
@@ -33,12 +42,12 @@ TEST(Node, isFoundAsInTheUsersTerminal)
             GTEST_SKIP() << "this computer has a node in " << folder;
         }
     }
-    // The profile alone decides what is on the path, so that the computer's own node is not seen.
-    for (const char *profile : {".profile", ".zprofile"}) {
-        writeFile(inHome(profile), "PATH=\"$HOME/tools\"\n");
-    }
+    writeProfile("$HOME/tools");
     QDir(inHome("tools")).removeRecursively();
     EXPECT_EQ(statusOfRun(), 127);
+    QObject owner;
+    const auto without = Node::run({QStringLiteral("/a script.mjs")}, std::nullopt, &owner);
+    EXPECT_EQ(awaited(without), Node::Result());
 
     writeProgram(inHome(".nvm/versions/node/v18.0.0/bin/node"), fakeNode(18));
     EXPECT_EQ(statusOfRun(), 18);
@@ -50,6 +59,33 @@ TEST(Node, isFoundAsInTheUsersTerminal)
     EXPECT_EQ(statusOfRun(), 22);
     writeProgram(inHome("tools/node"), fakeNode(23));
     EXPECT_EQ(statusOfRun(), 23);
+}
+
+TEST(Node, runsAScriptToItsEnd)
+{
+    writeProfile("$HOME/tools:/usr/bin:/bin");
+    // It interprets our scripts as shell, so that no test depends on a real one.
+    writeProgram(inHome("tools/node"), "#!/bin/sh\nexec sh \"$@\"\n");
+    const QByteArray megabytes(4'000'000, 'x');
+    const struct {
+        const char *script;
+        std::optional<QString> input;
+        Node::Result result;
+    } rows[] = {
+        {"cat; echo \"$1\"; exit 5", {}, {5, "a b\n"}},
+        {"cat; echo lost >&2", QString::fromUtf8("Z\xC3\xBCrich\n"), {0, "Z\xC3\xBCrich\n"}},
+        {"exit 127", QString::fromLatin1(megabytes), {127, {}}},
+        {"cat", QString::fromLatin1(megabytes), {0, megabytes}},
+    };
+    QObject owner;
+    const QString script = inHome("a script.mjs");
+    for (const auto &row : rows) {
+        writeFile(script, row.script);
+        const auto ended = awaited(Node::run({script, QStringLiteral("a b")}, row.input, &owner));
+        ASSERT_TRUE(ended) << row.script;
+        EXPECT_EQ(ended->status, row.result.status) << row.script;
+        EXPECT_TRUE(ended->output == row.result.output) << row.script;
+    }
 }
 
 } // namespace

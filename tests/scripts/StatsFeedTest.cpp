@@ -5,7 +5,6 @@
 #include "FakeClock.h"
 #include "model/WidgetModel.h"
 #include "TestFiles.h"
-#include <QDateTime>
 #include <QSignalSpy>
 
 namespace {
@@ -18,14 +17,9 @@ protected:
         QDir(Paths::dir()).removeRecursively();
     }
 
-    /// A version of the file with a stamp of its own, in seconds since 1970.
     static void writeStats(const QByteArray &bytes, int stamp)
     {
-        writeFile(Paths::stats(), bytes);
-        QFile file(Paths::stats());
-        ASSERT_TRUE(file.open(QIODevice::Append));
-        ASSERT_TRUE(file.setFileTime(
-            QDateTime::fromSecsSinceEpoch(stamp), QFileDevice::FileModificationTime));
+        writeVersion(Paths::stats(), bytes, stamp);
     }
 
     static qsizetype failuresLogged()
@@ -63,22 +57,23 @@ TEST_F(Feed, readsEachVersionOnce)
 
 TEST_F(Feed, keepsWhatItHasWhenAVersionFails)
 {
+    writeStats("[]", 999);
+    readTwiceNow();
+    EXPECT_TRUE(m_model.note().contains(QLatin1String("cannot be read")));
     writeStats("{\"sessions\":[{}]}", 1000);
     readTwiceNow();
     writeStats("{\"sessions\":[{\"cost\":\"1\"}]}", 1001);
     readTwiceNow();
     EXPECT_EQ(m_loads.size(), 1);
-    EXPECT_EQ(failuresLogged(), 1);
-    EXPECT_TRUE(m_model.unreadable());
+    EXPECT_EQ(failuresLogged(), 2);
     EXPECT_EQ(m_model.sessions().size(), 1);
 
     writeStats("", 1002);
     readTwiceNow();
-    EXPECT_EQ(failuresLogged(), 2);
+    EXPECT_EQ(failuresLogged(), 3);
     writeStats("{}", 1003);
     readTwiceNow();
     EXPECT_EQ(m_loads.size(), 2);
-    EXPECT_FALSE(m_model.unreadable());
 }
 
 TEST_F(Feed, takesOnlyTheNewestOfOverlappingReads)
@@ -92,6 +87,31 @@ TEST_F(Feed, takesOnlyTheNewestOfOverlappingReads)
     QCoreApplication::processEvents();
     EXPECT_EQ(m_loads.size(), 1);
     EXPECT_EQ(m_model.sessions().size(), 1);
+}
+
+TEST_F(Feed, leavesTheChartAloneUnderThePointer)
+{
+    m_model.hover().setX(0);
+    writeStats("{\"sessions\":[{}]}", 1000);
+    readTwiceNow();
+    EXPECT_EQ(m_loads.size(), 0);
+    m_model.hover().setX({});
+    m_feed.flushHeldStats();
+    m_feed.flushHeldStats();
+    readTwiceNow();
+    EXPECT_EQ(m_loads.size(), 1);
+
+    // What is held back is dropped once a newer version is being read.
+    m_model.hover().setX(0);
+    writeStats("{}", 1001);
+    readTwiceNow();
+    writeStats("{\"sessions\":[{},{}]}", 1002);
+    m_feed.readStats(StatsFeed::Wait::No);
+    m_model.hover().setX({});
+    m_feed.flushHeldStats();
+    EXPECT_EQ(m_loads.size(), 1);
+    ASSERT_TRUE(m_loads.wait(20'000));
+    EXPECT_EQ(m_model.sessions().size(), 2);
 }
 
 } // namespace

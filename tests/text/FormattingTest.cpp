@@ -53,7 +53,7 @@ TEST(Formatting, roundsSpansUpToTheBegunMinute)
         {288'000, "3d 8h"}, {-3600, "0m"}, {notANumber, "0m"}, {infinity, "0m"},
         {1e300, "694444444444d 10h"}, {-1e300, "0m"}};
     for (const Row &row : rows) {
-        EXPECT_EQ(strings.span(Strings::Seconds(row.number)).toStdString(), row.text);
+        EXPECT_EQ(strings.span(Seconds(row.number)).toStdString(), row.text);
     }
     EXPECT_EQ(Strings(u"en"_qs, {}).span(std::chrono::hours(5)), u"spanHM");
 }

@@ -10,7 +10,7 @@ const char *const vocabulary[] = {
     R"(langName culture now tabDays tabWeeks tabMonths tabSessions refreshTip statsTip settingsTitle
        pinTip unpinTip hideTip trayEmpty windowReset exhausted noData paceTip fiveHours week
        monthShort monthLong dayShort dayLong thisMonth lastMonth today yesterday thisWeek lastWeek
-       collecting collectFailed needNode statsUnreadable noSessions providers weekdayTime dayTime
+       collecting collectFailed needNode statsUnreadable noSessions history providers weekdayTime dayTime
        tokShort menuHide menuShow menuStats menuTopmost menuView menuViewIcon menuViewWindow
        menuUpdates menuAnimOff menuAnimOn menuWithWindows menuWithClaude menuWithCodex
        menuStatusLine menuLanguage menuSystem menuExit menuSettings menuNotch settingsGeneral
@@ -77,21 +77,21 @@ std::string phrases(const char *code)
 TEST(Translations, readAsEachLanguageIsWritten)
 {
     EXPECT_EQ(phrases("en"),
-        "Nov | November 2025 | 14 | Friday, 14 November | 14 Nov 10:20 | "
+        "Nov | November 2025 | 14 Nov | Friday, 14 November | 14 Nov 10:20 | "
         "resets at 13:01 · 2h 41m left | resets Mon 18:20 · 3d 8h left");
     EXPECT_EQ(phrases("ru"),
-        "нояб | ноябрь 2025 | 14 | пятница, 14 ноября | 14 нояб 10:20 | "
+        "нояб | ноябрь 2025 | 14 нояб | пятница, 14 ноября | 14 нояб 10:20 | "
         "сброс в 13:01 · ещё 2 ч 41 мин | сброс пн 18:20 · ещё 3 д 8 ч");
     EXPECT_EQ(phrases("de"),
-        "Nov | November 2025 | 14. | Freitag, 14. November | 14. Nov 10:20 | "
+        "Nov | November 2025 | 14. Nov | Freitag, 14. November | 14. Nov 10:20 | "
         "Reset um 13:01 · noch 2 h 41 min | Reset Mo 18:20 · noch 3 d 8 h");
 }
 
 TEST(Translations, sayInEnglishWhatTheProgramSaysWithoutThem)
 {
     const Texts defaults {{u"refreshTip"_qs, u"Refresh now"_qs}, {u"providers"_qs, u"Assistant"_qs},
-        {u"noSessions"_qs, u"No sessions yet"_qs}, {u"sessionToday"_qs, u"today {0}"_qs},
-        {u"sessionYesterday"_qs, u"yesterday {0}"_qs},
+        {u"noSessions"_qs, u"No sessions yet"_qs}, {u"history"_qs, u"History"_qs},
+        {u"sessionToday"_qs, u"today {0}"_qs}, {u"sessionYesterday"_qs, u"yesterday {0}"_qs},
         {u"collectFailed"_qs,
             u"Statistics could not be collected. The file widget.log tells more."_qs},
         {u"statsUnreadable"_qs,

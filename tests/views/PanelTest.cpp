@@ -1,8 +1,9 @@
 #include "app/PanelWindow.h"
 #include "core/Paths.h"
 #include "FakeClock.h"
-#include "model/WidgetModel.h"
+#include "model/Dashboard.h"
 #include "TestFiles.h"
+#include "views/isFading.h"
 #include "views/PanelActions.h"
 #include "views/theme/Metrics.h"
 #include "views/theme/Motion.h"
@@ -14,16 +15,6 @@ namespace {
 
 using namespace std::chrono;
 
-/// Whether something is between being shown and not.
-bool isFading(const QQuickItem &item)
-{
-    const QVariant reveal = item.property("reveal");
-    const bool here =
-        reveal.isValid() && reveal.toReal() != (item.property("shown").toBool() ? 1 : 0);
-    const QList<QQuickItem *> children = item.childItems();
-    return here || std::ranges::any_of(children, [](const QQuickItem *c) { return isFading(*c); });
-}
-
 class Panel : public testing::Test {
 protected:
     void SetUp() override
@@ -34,7 +25,8 @@ protected:
             "lastWeek":"Last week","lastMonth":"Last month","statsTip":"Statistics",
             "tabSessions":"Sessions"}})"));
         m_model = std::make_unique<WidgetModel>(m_clock, [] { return QStringList(); });
-        m_window = std::make_unique<PanelWindow>(*m_model, m_actions);
+        m_dashboard = std::make_unique<Dashboard>(*m_model);
+        m_window = std::make_unique<PanelWindow>(*m_dashboard, m_actions);
         m_window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
         m_window->requestActivate();
@@ -57,7 +49,7 @@ protected:
         m_model->loadStats(parsed);
     }
 
-    /// Lets sizes, rolling digits and fades come to rest.
+    /// Lets sizes and fades come to rest.
     void settle()
     {
         QCoreApplication::processEvents();
@@ -85,6 +77,7 @@ protected:
     FakeClock m_clock {sys_days(2026y / 3 / 5) + 11h};
     PanelActions m_actions {nullptr};
     std::unique_ptr<WidgetModel> m_model;
+    std::unique_ptr<Dashboard> m_dashboard;
     std::unique_ptr<PanelWindow> m_window;
 };
 
@@ -107,6 +100,8 @@ TEST_F(Panel, isCompactOrWide)
     m_model->setExpanded(true);
     settle();
     EXPECT_TRUE(texts().contains(QLatin1String("$388")));
+    m_model->selectTab(HistoryTab::Sessions);
+    settle();
     EXPECT_TRUE(texts().contains(QLatin1String("Session 0")));
     EXPECT_EQ(m_window->width(), qRound(Metrics::wideBody) + 28);
 }
@@ -114,12 +109,13 @@ TEST_F(Panel, isCompactOrWide)
 TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
 {
     m_model->setExpanded(true);
+    m_model->selectTab(HistoryTab::Sessions);
     load(0);
     settle();
     EXPECT_TRUE(texts().contains(QLatin1String("No sessions yet")));
     load(10'000);
     settle();
-    const QQuickItem *list = itemNamed(*m_window->rootObject(), QStringLiteral("Sessions"));
+    const auto *list = m_window->rootObject()->findChild<QQuickItem *>(QStringLiteral("sessions"));
     ASSERT_TRUE(list);
     EXPECT_EQ(list->height(), Metrics::sessionsMaxHeight);
     const auto *rows = list->property("contentItem").value<QQuickItem *>();
@@ -151,7 +147,7 @@ TEST_F(Panel, worksByKeyboardAlone)
     m_model->setExpanded(true);
     settle();
     QObject::connect(&m_actions, &PanelActions::providerRequested, m_model.get(),
-        &WidgetModel::setProviderIndex);
+        [this](int index) { m_model->setProvider(Dashboard::provider(index)); });
     QSignalSpy refresh(&m_actions, &PanelActions::refreshRequested);
     QSignalSpy expand(&m_actions, &PanelActions::expandRequested);
 
@@ -166,12 +162,27 @@ TEST_F(Panel, worksByKeyboardAlone)
     QTest::keyClick(m_window.get(), Qt::Key_Tab);
     QTest::keyClick(m_window.get(), Qt::Key_Space);
     EXPECT_EQ(expand.size(), 1);
+    QTest::keyClick(m_window.get(), Qt::Key_Tab); // hide
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(m_window.get(), Qt::Key_Right);
+    }
+    EXPECT_EQ(m_model->tab(), HistoryTab::Sessions);
+    settle();
     QTest::keyClick(m_window.get(), Qt::Key_Tab);
     for (int i = 0; i < 12; ++i) {
         QTest::keyClick(m_window.get(), Qt::Key_Down);
     }
     settle();
-    EXPECT_TRUE(texts().contains(QLatin1String("Session 12"))) << focused();
+    const auto *list = m_window->rootObject()->findChild<QQuickItem *>(QStringLiteral("sessions"));
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->property("currentIndex"), 12) << focused();
+    const auto *current = list->property("currentItem").value<QQuickItem *>();
+    const auto inSight = [&] {
+        const QRectF row = current->mapRectToItem(list, current->boundingRect());
+        return list->boundingRect().adjusted(-6, 0, 6, 0).contains(row);
+    };
+    EXPECT_TRUE(QTest::qWaitFor(inSight));
 }
 
 TEST_F(Panel, rollsItsFiguresInPlace)

@@ -1,10 +1,12 @@
 #include "app/PanelWindow.h"
 #include "core/Paths.h"
 #include "core/readJSON.h"
-#include "model/WidgetModel.h"
+#include "model/Dashboard.h"
 #include "sources/StatsLoad.h"
 #include "text/Strings.h"
+#include "views/BarShape.h"
 #include "views/PanelActions.h"
+#include "views/theme/Metrics.h"
 #include "views/VisibleTexts.h"
 #include <gtest/gtest.h>
 #include <QDateTime>
@@ -46,6 +48,16 @@ Account between(const QJsonArray &days, const QDate &first, const QDate &last)
     return sum;
 }
 
+QList<const BarShape *> barsIn(const QQuickItem &item)
+{
+    QList<const BarShape *> bars;
+    for (const QQuickItem *child : item.childItems()) {
+        const auto *bar = qobject_cast<const BarShape *>(child);
+        bars << (bar ? QList {bar} : barsIn(*child));
+    }
+    return bars;
+}
+
 TEST(SamplePanel, showsTheKnownTotals)
 {
     const QString build = qEnvironmentVariable("KESTRELBAY_BUILD");
@@ -62,7 +74,8 @@ TEST(SamplePanel, showsTheKnownTotals)
     model.loadStats(std::get<ParsedStats>(load));
     model.setExpanded(true);
     PanelActions actions(nullptr);
-    PanelWindow window(model, actions);
+    Dashboard dashboard(model);
+    PanelWindow window(dashboard, actions);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     const QStringList seen = visibleTexts(*window.rootObject());
@@ -85,17 +98,28 @@ TEST(SamplePanel, showsTheKnownTotals)
         {monday.addDays(-7), monday.addDays(-1)},
         {month.addMonths(-1), month.addDays(-1)},
     };
-    const QList<SummaryCell> cells = model.summary();
+    const QList<SummaryCell> cells = dashboard.summary();
     ASSERT_EQ(cells.size(), 6);
     for (int i = 0; i < 6; ++i) {
         const Account account = between(days, spans[i].first, spans[i].second);
         EXPECT_NEAR(cells.at(i).amount, account.cost, 0.005) << cells.at(i).label.toStdString();
-        const QString cost = model.strings().money(account.cost);
+        const QString cost = model.strings()->money(account.cost);
         EXPECT_TRUE(seen.contains(cost)) << cost.toStdString();
         const QString tokens = Strings::tokens(account.spent);
         EXPECT_TRUE(seen.contains(tokens)) << tokens.toStdString();
         EXPECT_GT(account.cost, 0) << "a sample without a figure here proves nothing";
     }
+
+    // The bars stand side by side on the plot.
+    double left = (window.width() - Metrics::chartWidth) / 2 - 1;
+    const auto bars = barsIn(*window.rootObject());
+    EXPECT_EQ(bars.size(), 14);
+    for (const BarShape *bar : bars) {
+        const double x = bar->mapToScene({}).x();
+        EXPECT_GE(x, left);
+        left = x + bar->column().width;
+    }
+    EXPECT_LE(left, (window.width() + Metrics::chartWidth) / 2 + 1);
 }
 
 } // namespace

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/AccountPoller.h"
+#include "app/DeferredWork.h"
+#include "app/UpdateChecker.h"
+#include "platform/LoginItem.h"
+
+/// What the shell needs from outside the process; a test gives it others.
+struct Services {
+    const Clock &clock;
+    AccountPoller::Fetch fetchUsage;
+    UpdateChecker::Fetch fetchUpdate;
+    DeferredWork::Sleeper sleeper;
+    LoginItem loginItem;
+
+    /// The computer's own clock, the account of Claude Code, the product's server, this program.
+    [[nodiscard]] static Services real(const Clock &clock);
+};

@@ -1,0 +1,167 @@
+#include "app/StateFile.h"
+
+#include "core/dataFolder.h"
+#include "core/parseObject.h"
+#include "core/Paths.h"
+#include "core/readJSON.h"
+#include "core/WidgetLog.h"
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <utility>
+
+namespace {
+
+/// A moment as seconds since 1970; nothing for one that no calendar knows.
+std::optional<TimePoint> moment(double seconds)
+{
+    constexpr double farthest = 1e12;
+    if (!(std::abs(seconds) < farthest)) {
+        return std::nullopt;
+    }
+    return TimePoint(std::chrono::milliseconds(std::llround(seconds * 1000)));
+}
+
+/// A choice and the text it is stored as.
+template <typename Choice> struct Named {
+    Choice choice;
+    const char *text;
+};
+
+constexpr std::array views {
+    Named<ViewMode> {ViewMode::Icon, "icon"}, Named<ViewMode> {ViewMode::Window, "window"}};
+constexpr std::array tabs {Named<HistoryTab> {HistoryTab::Days, "days"},
+    Named<HistoryTab> {HistoryTab::Weeks, "weeks"},
+    Named<HistoryTab> {HistoryTab::Months, "months"},
+    Named<HistoryTab> {HistoryTab::Sessions, "sessions"}};
+constexpr std::array providers {
+    Named<Provider> {Provider::Claude, "claude"}, Named<Provider> {Provider::Codex, "codex"}};
+
+struct Flag {
+    const char *key;
+    bool PersistedState::*value;
+};
+
+constexpr std::array flags {
+    Flag {"topmost", &PersistedState::topmost},
+    Flag {"hidden", &PersistedState::hidden},
+    Flag {"expanded", &PersistedState::expanded},
+    Flag {"animations", &PersistedState::animations},
+    Flag {"updateCheck", &PersistedState::updateCheck},
+    Flag {"notch", &PersistedState::notch},
+    Flag {"launchWithClaude", &PersistedState::launchWithClaude},
+    Flag {"launchWithCodex", &PersistedState::launchWithCodex},
+    Flag {"statusLine", &PersistedState::statusLine},
+};
+
+/// Reads the members of a file one by one; a wrong type leaves a value as it is.
+class Reader final {
+public:
+    explicit Reader(QJsonObject file)
+        : m_file(std::move(file))
+    {
+    }
+
+    void flag(const char *key, bool &value) const { value = at(key).toBool(value); }
+    void text(const char *key, QString &value) const { value = at(key).toString(value); }
+
+    template <typename Choices, typename Choice>
+    void choice(const char *key, const Choices &choices, Choice &value) const
+    {
+        const QString text = at(key).toString();
+        const auto found = std::ranges::find_if(
+            choices, [&](const auto &named) { return text == QLatin1String(named.text); });
+        value = found != choices.end() ? found->choice : value;
+    }
+
+    [[nodiscard]] std::optional<double> number(const char *key) const
+    {
+        return at(key).isDouble() ? std::optional(at(key).toDouble()) : std::nullopt;
+    }
+
+    [[nodiscard]] QJsonValue at(const char *key) const { return m_file.value(QLatin1String(key)); }
+
+private:
+    QJsonObject m_file;
+};
+
+PersistedState read(const Reader &file)
+{
+    PersistedState state;
+    for (const Flag &flag : flags) {
+        file.flag(flag.key, state.*flag.value);
+    }
+    file.choice("view", views, state.view);
+    file.choice("tab", tabs, state.tab);
+    file.choice("provider", providers, state.provider);
+    file.text("language", state.language);
+    file.text("uiLanguage", state.uiLanguage);
+    const auto left = file.number("left");
+    const auto top = file.number("top");
+    if (left && top) {
+        state.windowSpot = WindowSpot {*left, *top};
+    }
+    if (const auto seconds = file.number("updateCheckedAt")) {
+        state.updateCheckedAt = moment(*seconds);
+    }
+    if (file.at("latestVersion").isString()) {
+        state.latestVersion = file.at("latestVersion").toString();
+    }
+    return state;
+}
+
+template <typename Choices, typename Choice> QString textOf(const Choices &choices, Choice choice)
+{
+    const auto found = std::ranges::find_if(
+        choices, [choice](const auto &named) { return named.choice == choice; });
+    return QLatin1String(found->text);
+}
+
+QJsonObject written(const PersistedState &state)
+{
+    QJsonObject file {
+        {QStringLiteral("view"), textOf(views, state.view)},
+        {QStringLiteral("tab"), textOf(tabs, state.tab)},
+        {QStringLiteral("provider"), textOf(providers, state.provider)},
+        {QStringLiteral("language"), state.language},
+        {QStringLiteral("uiLanguage"), state.uiLanguage},
+    };
+    for (const Flag &flag : flags) {
+        file.insert(QLatin1String(flag.key), state.*flag.value);
+    }
+    if (state.windowSpot) {
+        file.insert(QStringLiteral("left"), state.windowSpot->left);
+        file.insert(QStringLiteral("top"), state.windowSpot->top);
+    }
+    if (state.updateCheckedAt) {
+        const Seconds since = state.updateCheckedAt->time_since_epoch();
+        file.insert(QStringLiteral("updateCheckedAt"), since.count());
+    }
+    if (state.latestVersion) {
+        file.insert(QStringLiteral("latestVersion"), *state.latestVersion);
+    }
+    return file;
+}
+
+} // namespace
+
+PersistedState StateFile::loadState()
+{
+    const std::optional<QByteArray> bytes = readJSON(Paths::state());
+    return read(Reader(bytes ? parseObject(*bytes).value_or(QJsonObject()) : QJsonObject()));
+}
+
+void StateFile::saveState(const PersistedState &state)
+{
+    makeDataFolder();
+    // Never written in place: a full disk would leave half a file.
+    QSaveFile file(Paths::state());
+    const bool saved = file.open(QIODevice::WriteOnly)
+        && file.write(QJsonDocument(written(state)).toJson(QJsonDocument::Indented)) >= 0
+        && file.commit();
+    if (!saved && !std::exchange(m_saveFailed, true)) {
+        WidgetLog::write(u"state.json not saved: " % file.errorString());
+    }
+}

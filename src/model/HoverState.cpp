@@ -1,0 +1,3 @@
+#include "model/HoverState.h"
+
+#include "moc_HoverState.cpp"

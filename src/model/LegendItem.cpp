@@ -1,0 +1,3 @@
+#include "model/LegendItem.h"
+
+#include "moc_LegendItem.cpp"

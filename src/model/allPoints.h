@@ -1,0 +1,8 @@
+#pragma once
+
+#include "model/HistoryTab.h"
+#include "model/RawPoint.h"
+
+/// The dated rows of a tab in the file's order, from the first that cost something. A row whose
+/// date makes no sense is left out; the sessions tab has none.
+[[nodiscard]] QList<RawPoint> allPoints(const Stats &stats, HistoryTab tab);

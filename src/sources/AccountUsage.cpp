@@ -1,0 +1,130 @@
+#include "sources/AccountUsage.h"
+
+#include "core/parseObject.h"
+#include "core/Paths.h"
+#include "core/readJSON.h"
+#include "core/whenDone.h"
+#include "sources/HttpGet.h"
+#include <algorithm>
+#include <QPromise>
+#include <QtConcurrent/QtConcurrentRun>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Token = std::optional<QByteArray>;
+
+// Of the two waits the session allows less than the request itself would.
+constexpr HttpGet::Patience patience {10s, 15s};
+constexpr int ok = 200;
+constexpr int tooManyRequests = 429;
+
+QNetworkRequest request(const QUrl &endpoint, const QByteArray &token)
+{
+    QNetworkRequest made(endpoint);
+    made.setRawHeader("Authorization", "Bearer " + token);
+    made.setRawHeader("anthropic-beta", "oauth-2025-04-20");
+    return made;
+}
+
+AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
+{
+    const std::optional<QJsonObject> reply = parseObject(body);
+    if (!reply) {
+        return AccountUsage::Malformed();
+    }
+    const IsoParser moments = isoParser();
+    const auto window = [&](const char *key) {
+        return readReading(reply->value(QLatin1String(key)), moments,
+            {QLatin1String("utilization"), QLatin1String("resets_at")});
+    };
+    Limits limits;
+    limits.updatedAt = now;
+    limits.fiveHour = window("five_hour");
+    limits.sevenDay = window("seven_day");
+    if (!limits.fiveHour && !limits.sevenDay) {
+        return AccountUsage::Malformed();
+    }
+    return limits;
+}
+
+AccountUsage::AccountOutcome outcomeOf(const std::optional<HttpReply> &reply, TimePoint now)
+{
+    if (reply && reply->status == tooManyRequests) {
+        return AccountUsage::Throttled();
+    }
+    return reply && reply->status == ok ? readBody(reply->body, now) : AccountUsage::Unavailable();
+}
+
+Token tokenOfFile(TimePoint now)
+{
+    const auto bytes = readJSON(Paths::credentials());
+    return bytes ? AccountUsage::token(*bytes, now) : std::nullopt;
+}
+
+/// One poll from the token to the outcome; it deletes itself at its end.
+class Poll final : public QObject {
+public:
+    Poll(const AccountUsage::Source &source, QObject *owner)
+        : QObject(owner)
+        , m_source(source)
+    {
+        m_promise.start();
+        whenDone(QtConcurrent::run(tokenOfFile, m_source.now()), this,
+            [this](const Token &token) { token ? ask(*token) : askKeychain(); });
+    }
+
+    [[nodiscard]] QFuture<AccountUsage::AccountOutcome> future() { return m_promise.future(); }
+
+private:
+    void askKeychain()
+    {
+        whenDone(m_source.keychain(this), this, [this](const Token &secret) {
+            const Token token = secret ? AccountUsage::token(*secret, m_source.now()) : secret;
+            token ? ask(*token) : finish(AccountUsage::Unavailable());
+        });
+    }
+
+    void ask(const QByteArray &token)
+    {
+        whenDone(HttpGet::start(request(m_source.endpoint, token), patience, this), this,
+            [this](const std::optional<HttpReply> &reply) {
+                finish(outcomeOf(reply, m_source.now()));
+            });
+    }
+
+    void finish(const AccountUsage::AccountOutcome &outcome)
+    {
+        m_promise.addResult(outcome);
+        m_promise.finish();
+        deleteLater();
+    }
+
+    AccountUsage::Source m_source;
+    QPromise<AccountUsage::AccountOutcome> m_promise;
+};
+
+} // namespace
+
+std::optional<QByteArray> AccountUsage::token(const QByteArray &bytes, TimePoint now)
+{
+    const QJsonObject file = parseObject(bytes).value_or(QJsonObject());
+    const QJsonObject oauth = file.value(QLatin1String("claudeAiOauth")).toObject();
+    const QString token = oauth.value(QLatin1String("accessToken")).toString();
+    const QJsonValue expiry = oauth.value(QLatin1String("expiresAt"));
+    const auto neededUntil = (now + 60s).time_since_epoch();
+    // What is no plain word would break the header that it goes into.
+    const bool isWord =
+        std::ranges::all_of(token, [](QChar c) { return c.unicode() > u' ' && c.unicode() < 127; });
+    if (token.isEmpty() || !isWord
+        || (expiry.isDouble() && expiry.toDouble() < static_cast<double>(neededUntil.count()))) {
+        return std::nullopt;
+    }
+    return token.toUtf8();
+}
+
+QFuture<AccountUsage::AccountOutcome> AccountUsage::fetch(const Source &source, QObject *owner)
+{
+    return (new Poll(source, owner))->future();
+}

@@ -1,0 +1,67 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestrelbay
+
+/// What can be done with the panel, as a row of buttons that share the room there is.
+Row {
+    id: root
+
+    required property Dashboard dashboard
+    required property PanelActions actions
+    required property real room
+
+    readonly property int count: 3 + Number(root.dashboard.updateOffered)
+                                 + Number(root.actions.opensSettings) + Number(root.dashboard.pinnable)
+    readonly property real buttonWidth: Math.min(26, Math.floor(root.room / root.count))
+
+    IconButton {
+        iconSource: "icons/refresh-cw.svg"
+        label: root.dashboard.texts.refresh
+        width: root.buttonWidth
+
+        onClicked: root.actions.refreshRequested()
+    }
+    IconButton {
+        iconSource: "icons/circle-arrow-up.svg"
+        label: root.dashboard.texts.update
+        lit: true
+        visible: root.dashboard.updateOffered
+        width: root.buttonWidth
+
+        onClicked: root.actions.updateRequested()
+    }
+    IconButton {
+        iconSource: "icons/chart-column.svg"
+        label: root.dashboard.texts.statistics
+        lit: root.dashboard.expanded
+        toggles: true
+        width: root.buttonWidth
+
+        onClicked: root.actions.expandRequested()
+    }
+    IconButton {
+        iconSource: "icons/settings.svg"
+        label: root.dashboard.texts.settings
+        visible: root.actions.opensSettings
+        width: root.buttonWidth
+
+        onClicked: root.actions.settingsRequested()
+    }
+    IconButton {
+        iconSource: root.dashboard.pinned ? "icons/pin.svg" : "icons/pin-off.svg"
+        label: root.dashboard.pinned ? root.dashboard.texts.unpin : root.dashboard.texts.pin
+        lit: root.dashboard.pinned
+        visible: root.dashboard.pinnable
+        width: root.buttonWidth
+
+        onClicked: root.actions.pinRequested()
+    }
+    IconButton {
+        iconSource: "icons/eye-off.svg"
+        label: root.dashboard.texts.hide
+        width: root.buttonWidth
+
+        onClicked: root.actions.hideRequested()
+    }
+}

@@ -1,0 +1,107 @@
+// The desktop around the widget: the X server's pointer and keyboard, pictures of the screen, and what
+// the widget shows and where.
+
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { setTimeout as pause } from 'node:timers/promises';
+
+import { Accessibility } from './Accessibility.mjs';
+
+const PATIENCE = 20_000; // milliseconds; for a loaded machine
+
+const xdotool = (...words) => execFileSync('xdotool', words, { encoding: 'utf8' });
+
+/** Waits until `look` returns something true, and returns that. */
+export async function until(what, look) {
+  const deadline = Date.now() + PATIENCE;
+  for (;;) {
+    const seen = await look();
+    if (seen) return seen;
+    assert.ok(Date.now() < deadline, `waited in vain for ${what}`);
+    await pause(50);
+  }
+}
+
+function windowsOf(windowClass) {
+  try {
+    return xdotool('search', '--onlyvisible', '--class', windowClass).trim().split('\n');
+  } catch {
+    return undefined; // none yet
+  }
+}
+
+export class Desktop {
+  #widget;
+
+  /** Waits for a program's window, which gets the keyboard, and for what it tells screen readers. */
+  async meet(name) {
+    const [window] = await until('a window', () => windowsOf(name));
+    xdotool('windowactivate', '--sync', window);
+    const accessibility = new Accessibility();
+    this.#widget = await until('the widget among the accessible programs', () => accessibility.program(name));
+  }
+
+  /** Waits for a thing to be seen that fits. */
+  showing(what, fits) {
+    return until(what, () => {
+      for (const element of this.#widget.shown()) if (fits(element)) return element;
+      return undefined;
+    });
+  }
+
+  /** The same by its whole name; `fits` tells apart what shares one. */
+  called(wanted, fits = () => true) {
+    return this.showing(`"${wanted}"`, (element) => element.name === wanted && fits(element));
+  }
+
+  /** The same by how its name begins. */
+  starting(words) {
+    return this.showing(`"${words}…"`, ({ name }) => name.startsWith(words));
+  }
+
+  /** Moves the pointer onto a frame, at these shares of its width and height. */
+  point({ x, y, width, height }, across = 0.5, down = 0.5) {
+    xdotool('mousemove', '--sync', String(Math.round(x + width * across)), String(Math.round(y + height * down)));
+  }
+
+  /** Moves the pointer away from the widget, which stands in the middle of the screen. */
+  leave() {
+    xdotool('mousemove', '2', '2');
+  }
+
+  click(frame) {
+    this.point(frame);
+    xdotool('click', '1');
+  }
+
+  /** Turns the wheel by notches, up for positive ones. */
+  turnWheel(notches) {
+    xdotool('click', '--repeat', String(Math.abs(notches)), notches > 0 ? '4' : '5');
+  }
+
+  press(...keys) {
+    xdotool('key', ...keys);
+  }
+
+  /** Long enough for a key to have its effect, as a rule. */
+  pause() {
+    return pause(100);
+  }
+
+  /** A fingerprint of what the screen shows there. */
+  picture({ x, y, width, height }) {
+    return execFileSync('import', ['-silent', '-window', 'root', '-crop', `${width}x${height}+${x}+${y}`,
+      '-format', '%#', 'info:'], { encoding: 'utf8' });
+  }
+
+  /** The same as soon as nothing moves any more. */
+  async still(frame) {
+    let earlier;
+    return until('a picture that stays', async () => {
+      const before = earlier;
+      await pause(300);
+      earlier = this.picture(frame);
+      return earlier === before && earlier;
+    });
+  }
+}

@@ -1,0 +1,74 @@
+#include "pictures/Stage.h"
+
+#include "core/Paths.h"
+#include "pictures/Canned.h"
+#include "views/isFading.h"
+#include <algorithm>
+#include <cstdio>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFont>
+#include <QGuiApplication>
+#include <QQuickItem>
+
+void Stage::setUp()
+{
+    qputenv("TZ", "Europe/Berlin");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+bool Stage::furnishHome(const QString &translations)
+{
+    const QString &target = Paths::i18n();
+    if (QFile::exists(target)) {
+        std::fprintf(stderr, "%s is already there; run this in a home made by tools/with-home\n",
+            qUtf8Printable(target));
+        return false;
+    }
+    if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(translations, target)) {
+        std::fprintf(stderr, "cannot write %s\n", qUtf8Printable(target));
+        return false;
+    }
+    return true;
+}
+
+void Stage::setFont(double enlargement)
+{
+    constexpr double ordinarySize = 10;
+    QFont font(QStringLiteral("Inter"));
+    font.setPointSizeF(ordinarySize * enlargement);
+    QGuiApplication::setFont(font);
+}
+
+Stage::Stage()
+    : m_clock(Canned::now())
+    , m_model(m_clock, [] { return QStringList(); })
+    , m_dashboard(m_model)
+{
+}
+
+void Stage::show()
+{
+    m_window = std::make_unique<PanelWindow>(m_dashboard, m_actions);
+    m_window->show();
+}
+
+bool Stage::settle()
+{
+    QCoreApplication::processEvents();
+    if (!m_window->rootObject()) {
+        return false;
+    }
+    const auto isAtRest = [this] {
+        return m_window->isExposed() && m_window->size() == m_window->rootObject()->size().toSize()
+            && !isFading(*m_window->rootObject());
+    };
+    const QDeadlineTimer deadline(10'000);
+    while (!isAtRest() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    return isAtRest();
+}
