@@ -1,9 +1,9 @@
 #include "app/AppDelegate.h"
 
+#include "model/statusTip.h"
 #include "platform/preferredLanguages.h"
+#include "sources/AppVersion.h"
 #include <QCursor>
-#include <QDesktopServices>
-#include <QGuiApplication>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -12,6 +12,7 @@ using Work = DeferredWork::Work;
 
 AppDelegate::AppDelegate(const Services &services)
     : m_clock(services.clock)
+    , m_sleeper(services.sleeper)
     , m_model(services.clock, preferredLanguages)
     , m_dashboard(m_model)
     , m_sideFiles(m_model)
@@ -22,10 +23,22 @@ AppDelegate::AppDelegate(const Services &services)
     , m_deferred(services.sleeper)
     , m_loginItem(services.loginItem)
     , m_actions(nullptr)
-    , m_panel(m_dashboard, m_actions)
+    , m_trays(m_desktop)
+    , m_menu(m_model, m_general)
+    , m_statusItem(m_trays, m_menu.menu())
+    , m_widget({m_model, m_desktop, services.clock, services.sleeper,
+                   [this] {
+                       return m_statusItem.isThere() ? std::optional(m_statusItem.frame())
+                                                     : std::nullopt;
+                   }},
+          m_dashboard, m_actions)
 {
     connectActions();
     connectCollaborators();
+    connectMenu();
+    connectShell();
+    m_menu.setVersion(AppVersion::current());
+    m_menu.setOpensSettings(m_actions.opensSettings);
     connect(&m_heartbeat, &QTimer::timeout, this, &AppDelegate::tick);
 }
 
@@ -34,31 +47,22 @@ void AppDelegate::connectActions()
     connect(&m_actions, &PanelActions::refreshRequested, this, &AppDelegate::refresh);
     connect(&m_actions, &PanelActions::expandRequested, this,
         [this] { setExpanded(!m_model.expanded()); });
-    connect(&m_actions, &PanelActions::updateRequested, this,
-        [this] { QDesktopServices::openUrl(m_updates.page()); });
+    connect(&m_actions, &PanelActions::updateRequested, this, &AppDelegate::openUpdate);
     connect(&m_actions, &PanelActions::pinRequested, this, &AppDelegate::toggleTopmost);
     connect(&m_actions, &PanelActions::providerRequested, this,
-        [this](int index) { m_model.setProvider(Dashboard::provider(index)); });
-    connect(&m_actions, &PanelActions::hideRequested, this, &AppDelegate::hide);
-    // Not quit(), which the panel could refuse as it refuses to be closed.
-    connect(&m_actions, &PanelActions::quitRequested, qGuiApp, [] { QCoreApplication::exit(); });
+        [this](int index) { pickProvider(Dashboard::provider(index)); });
+    connect(&m_actions, &PanelActions::hideRequested, &m_widget, &WidgetPanel::hideWidget);
+    connect(&m_actions, &PanelActions::quitRequested, this, &AppDelegate::quit);
     connect(&m_general, &GeneralSettings::setRequested, this, &AppDelegate::set);
-    connect(
-        &m_general, &GeneralSettings::updateRequested, &m_actions, &PanelActions::updateRequested);
-    connect(&m_general, &GeneralSettings::viewRequested, this, [this](ViewMode mode) {
-        m_model.setMode(mode);
-        finishToggle();
-    });
-    connect(&m_general, &GeneralSettings::languageRequested, this, [this](const QString &code) {
-        m_model.setLanguage(code);
-        finishToggle();
-    });
+    connect(&m_general, &GeneralSettings::updateRequested, this, &AppDelegate::openUpdate);
+    connect(&m_general, &GeneralSettings::viewRequested, this, &AppDelegate::setView);
+    connect(&m_general, &GeneralSettings::languageRequested, this, &AppDelegate::pickLanguage);
 }
 
 void AppDelegate::connectCollaborators()
 {
     connect(&m_indexer, &Indexer::finished, this, [this] {
-        if (!m_model.hover().x() && !m_quiet.lasts(m_clock.now())) {
+        if (!m_model.hover().x() && !m_widget.isBusy()) {
             m_stats.readStats(StatsFeed::Wait::No);
         }
     });
@@ -72,16 +76,6 @@ void AppDelegate::connectCollaborators()
         }
     });
     connect(&m_systemMotion, &ReducedMotion::changed, this, &AppDelegate::motionPreferenceChanged);
-    connect(&m_panel, &PanelWindow::closeRequested, this, &AppDelegate::hide);
-    connect(&m_panel, &QWindow::visibilityChanged, this, [this](QWindow::Visibility visibility) {
-        if (visibility == QWindow::Windowed && !std::exchange(m_wantsVisible, true)) {
-            m_deferred.deferWork(Work::Save); // brought back by the window manager
-        }
-    });
-    connect(&m_panel, &PanelWindow::userMoved, this, [this](const QPoint &corner) {
-        m_windowSpot = WindowSpot {double(corner.x()), double(corner.y())};
-        m_moved = true;
-    });
 }
 
 /// What the views change is remembered, once what was remembered is restored.
@@ -108,8 +102,7 @@ void AppDelegate::applicationDidFinishLaunching()
     updateLimits();
     m_stats.readStats(StatsFeed::Wait::No);
 
-    m_panel.present(m_windowSpot, m_wantsVisible);
-    m_quiet.extend(m_clock.now(), 900ms);
+    m_widget.appear();
 
     m_indexer.startIndexer();
     m_updates.checkForUpdates(UpdateChecker::Occasion::EveryDay);
@@ -125,9 +118,11 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::tick()
 {
-    if (m_quiet.lasts(m_clock.now())) {
+    m_trays.retry();
+    if (m_widget.isBusy()) {
         return;
     }
+    m_widget.followItem();
     readSideFiles();
     m_account.pollAccount(300s);
     readStats();
@@ -157,9 +152,9 @@ void AppDelegate::readStats()
     HoverState &hover = m_model.hover();
     // A bar may be chosen by keyboard as well, wherever the pointer is.
     const auto isLookedAt = [this, &hover] {
-        return m_panel.visibility() == QWindow::Windowed
-            && (hover.byKeyboard() ? m_panel.isActive()
-                                   : m_panel.geometry().contains(QCursor::pos()));
+        const FloatingPanel &panel = m_widget.panel();
+        return panel.isShown()
+            && (hover.byKeyboard() ? panel.isActive() : panel.frame().contains(QCursor::pos()));
     };
     if (hover.x() && !isLookedAt()) {
         hover.setX(std::nullopt);
@@ -174,6 +169,10 @@ void AppDelegate::updateLimits()
 {
     m_lastDraw = m_clock.now();
     m_model.setNow(m_lastDraw);
+    const std::optional<Limits> limits = m_model.shownLimits();
+    m_statusItem.show(limits && limits->fiveHour ? std::optional(limits->fiveHour->percent)
+                                                 : std::nullopt,
+        statusTip(m_model));
 }
 
 /// What the user asks for: everything is looked at again, changed or not.
@@ -189,17 +188,11 @@ void AppDelegate::refresh()
 
 void AppDelegate::setExpanded(bool expanded)
 {
+    m_widget.noteToggle();
     m_model.setExpanded(expanded);
     if (expanded) {
         m_deferred.deferWork(Work::ReadStats); // whoever looks closer wants to see the newest
     }
-}
-
-void AppDelegate::hide()
-{
-    m_wantsVisible = false;
-    m_panel.showMinimized();
-    m_deferred.deferWork(Work::Save);
 }
 
 #include "moc_AppDelegate.cpp"

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "app/GeneralSettings.h"
-#include "app/PanelWindow.h"
 #include "app/PersistedState.h"
 #include "app/Services.h"
 #include "app/StateFile.h"
+#include "app/StatusItem.h"
+#include "app/StatusMenu.h"
+#include "app/WidgetPanel.h"
 #include "model/Dashboard.h"
 #include "model/WidgetModel.h"
+#include "platform/DesktopWatch.h"
 #include "platform/ReducedMotion.h"
+#include "platform/TrayWatch.h"
 #include "scripts/CodexHook.h"
 #include "scripts/Indexer.h"
 #include "scripts/SideFiles.h"
@@ -34,6 +38,8 @@ public:
     [[nodiscard]] WidgetModel &model() { return m_model; }
     [[nodiscard]] PanelActions &actions() { return m_actions; }
     [[nodiscard]] GeneralSettings &general() { return m_general; }
+    [[nodiscard]] StatusMenu &menu() { return m_menu; }
+    [[nodiscard]] WidgetPanel &widget() { return m_widget; }
 
     // Each changes an option, does what it means, remembers it and shows it.
     void toggleTopmost();
@@ -48,6 +54,18 @@ private:
     void connectModel();
     void connectActions();
     void connectCollaborators();
+    void connectMenu();
+    void connectShell();
+    void refreshMenu();
+    void menuOpens();
+    void popUpMenu(const QPoint &place);
+    void statusClicked(Qt::KeyboardModifiers modifiers);
+    void toggleStatsFromMenu();
+    void pickProvider(Provider provider);
+    void pickLanguage(const QString &code);
+    void setView(ViewMode mode);
+    void openUpdate();
+    void quit();
     void restore(const PersistedState &state);
     [[nodiscard]] PersistedState state() const;
     void saveState();
@@ -59,10 +77,10 @@ private:
     void updateLimits();
     void readSideFiles();
     void readStats();
-    void hide();
     void setExpanded(bool expanded);
 
     const Clock &m_clock;
+    Sleeper m_sleeper;
     WidgetModel m_model;
     Dashboard m_dashboard;
     SideFiles m_sideFiles;
@@ -77,16 +95,18 @@ private:
     ReducedMotion m_systemMotion;
     GeneralSettings m_general;
     PanelActions m_actions;
-    PanelWindow m_panel;
+    DesktopWatch m_desktop;
+    TrayWatch m_trays;
+    StatusMenu m_menu;
+    StatusItem m_statusItem;
+    WidgetPanel m_widget;
     QTimer m_heartbeat;
 
     bool m_animationsOn = true;
     bool m_launchWithClaude = false;
     bool m_launchWithCodex = false;
     bool m_statusLineOn = false;
-    bool m_wantsVisible = true;
-    bool m_moved = false; ///< the panel, by the user, since the last save
-    std::optional<WindowSpot> m_windowSpot;
+    bool m_moved = false;         ///< the panel, by the user, since the last save
+    bool m_menuFromPanel = false; ///< the menu was asked for by a click on the panel
     TimePoint m_lastDraw {}; ///< when the limit rows were last drawn anew
-    Pause m_quiet;           ///< while the panel appears, nothing may disturb it
 };

@@ -12,13 +12,12 @@ void AppDelegate::restore(const PersistedState &state)
     m_model.setTopmost(state.topmost);
     m_model.setExpanded(state.expanded);
     m_model.setMode(state.view);
-    m_wantsVisible = !state.hidden;
+    m_widget.restore(!state.hidden, state.windowSpot);
     m_animationsOn = state.animations;
     motionPreferenceChanged();
     m_launchWithClaude = state.launchWithClaude;
     m_launchWithCodex = state.launchWithCodex;
     m_statusLineOn = state.statusLine;
-    m_windowSpot = state.windowSpot;
     m_model.setLanguage(state.language);
 }
 
@@ -27,7 +26,7 @@ PersistedState AppDelegate::state() const
     return {
         .view = m_model.mode(),
         .topmost = m_model.topmost(),
-        .hidden = !m_wantsVisible,
+        .hidden = !m_widget.wantsVisible(),
         .expanded = m_model.expanded(),
         .animations = m_animationsOn,
         .updateCheck = m_updates.updateCheckOn(),
@@ -39,7 +38,7 @@ PersistedState AppDelegate::state() const
         .statusLine = m_statusLineOn,
         .language = m_model.langPref(),
         .uiLanguage = m_model.langCode(),
-        .windowSpot = m_windowSpot,
+        .windowSpot = m_widget.windowSpot(),
         .updateCheckedAt = m_updates.updateCheckedAt(),
         .latestVersion = m_updates.latestVersion(),
     };
@@ -103,6 +102,7 @@ void AppDelegate::finishToggle()
 void AppDelegate::toggleTopmost()
 {
     m_model.setTopmost(!m_model.topmost());
+    m_widget.applyLevel();
     finishToggle();
 }
 

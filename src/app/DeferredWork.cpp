@@ -1,17 +1,11 @@
 #include "app/DeferredWork.h"
 
-#include <QTimer>
 #include <utility>
 
 DeferredWork::DeferredWork(Sleeper sleeper, QObject *parent)
     : QObject(parent)
     , m_sleeper(std::move(sleeper))
 {
-    if (!m_sleeper) {
-        m_sleeper = [this](std::chrono::milliseconds time, const std::function<void()> &then) {
-            QTimer::singleShot(time, this, then);
-        };
-    }
 }
 
 void DeferredWork::deferWork(Work work)

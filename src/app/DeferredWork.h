@@ -1,7 +1,6 @@
 #pragma once
 
-#include <chrono>
-#include <functional>
+#include "core/Sleeper.h"
 #include <QObject>
 
 /// Does what bursts of changes ask for once, shortly after the last of them.
@@ -10,12 +9,10 @@ class DeferredWork final : public QObject {
 
 public:
     enum class Work { ReadStats, Save };
-    /// Calls back after a while.
-    using Sleeper = std::function<void(std::chrono::milliseconds, std::function<void()>)>;
 
     static constexpr std::chrono::milliseconds delay {350};
 
-    explicit DeferredWork(Sleeper sleeper = {}, QObject *parent = nullptr);
+    explicit DeferredWork(Sleeper sleeper, QObject *parent = nullptr);
 
     void deferWork(Work work);
     /// Does what is owed now.

@@ -44,5 +44,5 @@ QString startedAtLogin()
 Services Services::real(const Clock &clock)
 {
     return {
-        clock, askAccount(clock), askSite(), {}, LoginItem(Paths::launchAgent(), startedAtLogin())};
+        clock, askAccount(clock), askSite(), realSleeper(), LoginItem(Paths::launchAgent(), startedAtLogin())};
 }

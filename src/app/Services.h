@@ -10,7 +10,7 @@ struct Services {
     const Clock &clock;
     AccountPoller::Fetch fetchUsage;
     UpdateChecker::Fetch fetchUpdate;
-    DeferredWork::Sleeper sleeper;
+    Sleeper sleeper;
     LoginItem loginItem;
 
     /// The computer's own clock, the account of Claude Code, the product's server, this program.

@@ -5,8 +5,8 @@
 #include "platform/ExitSignals.h"
 #include "platform/SingleInstance.h"
 #include <optional>
+#include <QApplication>
 #include <QFontDatabase>
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 namespace {
@@ -52,7 +52,7 @@ private:
         qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 };
 
-int run(QGuiApplication &application)
+int run(QApplication &application)
 {
     // Not quit(), which a window could refuse.
     const ExitSignals signalled;
@@ -65,7 +65,7 @@ int run(QGuiApplication &application)
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &delegate,
         &AppDelegate::applicationWillTerminate, Qt::DirectConnection);
     delegate.applicationDidFinishLaunching();
-    return QGuiApplication::exec();
+    return QApplication::exec();
 }
 
 } // namespace
@@ -81,7 +81,7 @@ int main(int argc, char *argv[])
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     nameApplication();
     std::optional<XWayland> xWayland(std::in_place);
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     xWayland.reset();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     chooseFont();

@@ -10,13 +10,18 @@ Item {
     required property Dashboard dashboard
     required property PanelActions actions
 
+    /// Whether the surface is blended with what is behind it; else it fills the window, corners and all.
+    property bool translucent: true
+
     readonly property real margin: 14
-    /// Wide as long as anything is to be seen that needs the width.
-    readonly property bool wide: root.dashboard.expanded || history.reveal > 0
+    readonly property bool wide: root.dashboard.expanded
     readonly property real body: root.wide ? Metrics.wideBody : Metrics.compactBody
 
-    height: column.implicitHeight + 2 * root.margin
-    width: root.body + 2 * root.margin
+    // The window comes to this size in its own time, and what does not fit by then is cut off.
+    clip: true
+    implicitHeight: column.implicitHeight + 2 * root.margin
+                    + (history.shown ? history.implicitHeight + column.spacing : 0)
+    implicitWidth: root.body + 2 * root.margin
 
     Accessible.name: "Kestrelbay"
     Accessible.role: Accessible.Pane
@@ -49,8 +54,12 @@ Item {
         anchors.fill: parent
         border.color: Colors.track
         border.width: 1
-        color: Colors.surface
-        radius: Metrics.radius
+        color: root.translucent ? Colors.surface : Qt.rgba(Colors.surface.r, Colors.surface.g, Colors.surface.b, 1)
+        radius: root.translucent ? Metrics.radius : 0
+
+        TapHandler {
+            onDoubleTapped: root.actions.expandRequested()
+        }
     }
     Column {
         id: column
@@ -81,20 +90,23 @@ Item {
             wide: root.wide
             width: parent.width
         }
-        Unfold {
-            id: history
+    }
+    // Beside the column, because it goes on being seen while it fades and counts no more.
+    Unfold {
+        id: history
 
-            shown: root.dashboard.expanded && !root.dashboard.note
+        shown: root.dashboard.expanded && !root.dashboard.note
+        width: Metrics.wideBody
+        x: root.margin
+        y: column.y + column.height + column.spacing
+
+        Divider {
             width: parent.width
-
-            Divider {
-                width: parent.width
-            }
-            HistoryCard {
-                dashboard: root.dashboard
-                width: parent.width
-                y: column.spacing
-            }
+        }
+        HistoryCard {
+            dashboard: root.dashboard
+            width: parent.width
+            y: column.spacing
         }
     }
 }

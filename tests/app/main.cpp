@@ -1,13 +1,13 @@
 #include "app/Saving.h"
 #include <cstring>
 #include <gtest/gtest.h>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQuickWindow>
 
 int main(int argc, char *argv[])
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     if (argc > 1 && std::strcmp(argv[1], saveForEver) == 0) {
         saveUntilKilled();
     }

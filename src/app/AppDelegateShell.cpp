@@ -1,0 +1,113 @@
+// The part of AppDelegate that is about the status item, its menu and the panel on the desktop.
+
+#include "app/AppDelegate.h"
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDesktopServices>
+
+using namespace std::chrono_literals;
+
+void AppDelegate::connectMenu()
+{
+    connect(&m_menu, &StatusMenu::needsUpdate, this, &AppDelegate::refreshMenu);
+    connect(&m_menu.menu(), &QMenu::aboutToShow, this, &AppDelegate::menuOpens);
+    connect(&m_menu.menu(), &QMenu::aboutToHide, this, [this] { m_menuFromPanel = false; });
+    connect(&m_menu, &StatusMenu::toggleWidgetRequested, &m_widget, &WidgetPanel::toggleWidget);
+    connect(&m_menu, &StatusMenu::statsRequested, this, &AppDelegate::toggleStatsFromMenu);
+    connect(&m_menu, &StatusMenu::settingsRequested, &m_actions, &PanelActions::settingsRequested);
+    connect(&m_menu, &StatusMenu::viewRequested, this, &AppDelegate::setView);
+    connect(&m_menu, &StatusMenu::optionRequested, this, [this](GeneralSettings::Option option) {
+        set(option, !m_general.binding(option).value());
+    });
+    connect(&m_menu, &StatusMenu::updateRequested, this, &AppDelegate::openUpdate);
+    connect(&m_menu, &StatusMenu::languageRequested, this, &AppDelegate::pickLanguage);
+    connect(&m_menu, &StatusMenu::quitRequested, this, &AppDelegate::quit);
+}
+
+void AppDelegate::connectShell()
+{
+    connect(&m_statusItem, &StatusItem::clicked, this, &AppDelegate::statusClicked);
+    connect(&m_statusItem, &StatusItem::thereChanged, this, [this] {
+        // A tray that is restarted takes a moment to come back.
+        m_sleeper(m_statusItem.isThere() ? 200ms : 3s, [this] { m_widget.followTray(); });
+    });
+    connect(&m_widget, &WidgetPanel::presented, this, &AppDelegate::updateLimits);
+    connect(&m_widget, &WidgetPanel::changed, this,
+        [this] { m_deferred.deferWork(DeferredWork::Work::Save); });
+    connect(&m_widget, &WidgetPanel::moved, this, [this] { m_moved = true; });
+    connect(&m_widget, &WidgetPanel::contextClicked, this, &AppDelegate::popUpMenu);
+}
+
+void AppDelegate::refreshMenu()
+{
+    syncGeneral();
+    m_menu.refreshMenu(m_widget.wantsVisible() && m_widget.panelOnTop());
+}
+
+/// What hangs from the status item makes room for the menu that opens there.
+void AppDelegate::menuOpens()
+{
+    if (!m_menuFromPanel && m_widget.mode() == ViewMode::Icon && m_widget.wantsVisible()) {
+        m_widget.hideWidget();
+        refreshMenu();
+    }
+}
+
+void AppDelegate::popUpMenu(const QPoint &place)
+{
+    m_menuFromPanel = true;
+    m_menu.menu().popup(place);
+}
+
+/// In window mode every click opens the menu; right clicks do by themselves.
+void AppDelegate::statusClicked(Qt::KeyboardModifiers modifiers)
+{
+    if (m_widget.mode() == ViewMode::Icon && !(modifiers & Qt::ControlModifier)) {
+        m_widget.statusClicked();
+    } else {
+        m_menu.menu().popup(QCursor::pos());
+    }
+}
+
+void AppDelegate::toggleStatsFromMenu()
+{
+    if (!m_widget.wantsVisible()) {
+        m_widget.showWidget();
+    }
+    setExpanded(!m_model.expanded());
+}
+
+void AppDelegate::pickProvider(Provider provider)
+{
+    if (provider != m_model.provider()) {
+        m_model.setProvider(provider);
+        updateLimits();
+        saveState();
+    }
+}
+
+void AppDelegate::pickLanguage(const QString &code)
+{
+    m_model.setLanguage(code);
+    updateLimits();
+    finishToggle();
+}
+
+void AppDelegate::setView(ViewMode mode)
+{
+    if (mode != m_model.mode()) {
+        m_widget.setView(mode);
+        finishToggle();
+    }
+}
+
+void AppDelegate::openUpdate()
+{
+    QDesktopServices::openUrl(m_updates.page());
+}
+
+void AppDelegate::quit()
+{
+    saveState();
+    QCoreApplication::exit(); // not quit(), which the panel could refuse as it refuses to be closed
+}

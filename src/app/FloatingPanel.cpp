@@ -1,0 +1,233 @@
+#include "app/FloatingPanel.h"
+
+#include "model/Dashboard.h"
+#include "views/PanelActions.h"
+#include <cmath>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QMoveEvent>
+#include <QQmlComponent>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(KestrelbayPlugin)
+
+namespace {
+
+/// Has an item work out its size, which it would otherwise put off until it is drawn.
+void polish(QQuickItem &item)
+{
+    for (QQuickItem *child : item.childItems()) {
+        polish(*child);
+    }
+    item.ensurePolished();
+}
+
+} // namespace
+
+FloatingPanel::FloatingPanel(Dashboard &dashboard, PanelActions &actions)
+{
+    setTitle(QStringLiteral("Kestrelbay"));
+    setFlags(Qt::Window | Qt::FramelessWindowHint);
+    setColor(Qt::transparent);
+    setProperty("_q_showWithoutActivating", true); // Qt's own name for it
+    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt/qml/Kestrelbay/Panel.qml")));
+    m_root.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties({
+        {QStringLiteral("dashboard"), QVariant::fromValue(&dashboard)},
+        {QStringLiteral("actions"), QVariant::fromValue(&actions)},
+    })));
+    if (!m_root) {
+        qFatal("%s", qUtf8Printable(component.errorString())); // the program was built without it
+    }
+    m_root->setParentItem(contentItem());
+    watchContent();
+    fitContent();
+}
+
+FloatingPanel::~FloatingPanel() = default;
+
+void FloatingPanel::watchContent()
+{
+    // Width and height change one after the other, and the height once texts are laid out.
+    const auto changed = [this] {
+        if (!std::exchange(m_unsettled, true)) {
+            QMetaObject::invokeMethod(this, &FloatingPanel::settle, Qt::QueuedConnection);
+        }
+    };
+    connect(m_root.get(), &QQuickItem::implicitWidthChanged, this, changed);
+    connect(m_root.get(), &QQuickItem::implicitHeightChanged, this, changed);
+}
+
+void FloatingPanel::settle()
+{
+    polish(*m_root);
+    m_unsettled = false;
+    Q_EMIT contentResized(contentSize());
+}
+
+QSizeF FloatingPanel::contentSize() const
+{
+    return {std::ceil(m_root->implicitWidth()), std::ceil(m_root->implicitHeight())};
+}
+
+bool FloatingPanel::isShown() const
+{
+    return isVisible() && visibility() != QWindow::Minimized;
+}
+
+void FloatingPanel::fitContent()
+{
+    polish(*m_root);
+    setFrame({m_frame.topLeft(), contentSize()});
+}
+
+void FloatingPanel::setFrame(const QRectF &frame)
+{
+    m_frame = frame;
+    m_root->setSize(frame.size());
+    if (m_staged) {
+        m_root->setPosition(frame.topLeft() - m_corner);
+    } else {
+        ask(frame.toRect());
+    }
+}
+
+void FloatingPanel::ask(const QRect &geometry)
+{
+    m_asked = geometry.topLeft();
+    m_heeded = m_corner == m_asked;
+    setGeometry(geometry);
+    if (!isVisible()) { // nothing will tell
+        m_corner = m_asked;
+        m_root->setPosition(m_frame.topLeft() - m_corner);
+    }
+}
+
+void FloatingPanel::openStage(const QRectF &stage)
+{
+    if (m_translucent) {
+        m_staged = true;
+        ask(stage.toAlignedRect());
+    }
+}
+
+void FloatingPanel::closeStage(const QRectF &frame)
+{
+    m_staged = false;
+    setFrame(frame);
+}
+
+void FloatingPanel::moveEvent(QMoveEvent *event)
+{
+    QQuickWindow::moveEvent(event);
+    m_corner = event->pos();
+    arrive();
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent *event)
+{
+    QQuickWindow::resizeEvent(event);
+    arrive();
+}
+
+/// The window is where and as large as the window system has it now, whatever was asked for.
+void FloatingPanel::arrive()
+{
+    if (m_staged) {
+        m_root->setPosition(m_frame.topLeft() - m_corner);
+        return;
+    }
+    m_root->setPosition({0, 0});
+    m_frame.moveTopLeft(m_corner);
+    if (m_corner == m_asked) {
+        m_heeded = true;
+    } else if (m_heeded) {
+        Q_EMIT moved();
+    }
+}
+
+void FloatingPanel::setLevel(Level level)
+{
+    // The one that hangs from the tray is no window of its own to switch to.
+    const Qt::WindowFlags kind = level == Level::StatusBar ? Qt::Tool : Qt::Window;
+    const Qt::WindowFlags above =
+        level == Level::Normal ? Qt::WindowFlags() : Qt::WindowStaysOnTopHint;
+    setFlags(kind | Qt::FramelessWindowHint | above);
+}
+
+void FloatingPanel::setTranslucent(bool translucent)
+{
+    m_translucent = translucent;
+    m_root->setProperty("translucent", translucent);
+    if (!translucent && m_staged) {
+        closeStage(m_frame);
+    }
+}
+
+void FloatingPanel::orderFront()
+{
+    setWindowStates(Qt::WindowNoState);
+    setVisible(true);
+    raise();
+}
+
+void FloatingPanel::orderOut()
+{
+    setVisible(false);
+}
+
+void FloatingPanel::drag()
+{
+    if (!startSystemMove()) {
+        m_dragFrom = QCursor::pos() - position();
+    }
+}
+
+void FloatingPanel::mouseMoveEvent(QMouseEvent *event)
+{
+    QQuickWindow::mouseMoveEvent(event);
+    if (m_dragFrom) {
+        setPosition(event->globalPosition().toPoint() - *m_dragFrom);
+    }
+}
+
+void FloatingPanel::mouseReleaseEvent(QMouseEvent *event)
+{
+    QQuickWindow::mouseReleaseEvent(event);
+    m_dragFrom.reset();
+}
+
+void FloatingPanel::keyPressEvent(QKeyEvent *event)
+{
+    QQuickWindow::keyPressEvent(event);
+    if (!event->isAccepted() && event->key() == Qt::Key_Escape) {
+        Q_EMIT escapePressed();
+    }
+}
+
+bool FloatingPanel::isContextClick(const QMouseEvent &event)
+{
+    return event.button() == Qt::RightButton
+        || (event.button() == Qt::LeftButton && event.modifiers() & Qt::ControlModifier);
+}
+
+bool FloatingPanel::event(QEvent *event)
+{
+    if (event->type() == QEvent::Close) {
+        event->ignore();
+        Q_EMIT closeRequested();
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonPress) {
+        requestActivate(); // for window managers that leave it to the window, or where there is none
+        const auto &press = static_cast<const QMouseEvent &>(*event);
+        if (isContextClick(press)) {
+            Q_EMIT contextClicked(press.globalPosition().toPoint());
+            return true;
+        }
+    }
+    return QQuickWindow::event(event);
+}
+
+#include "moc_FloatingPanel.cpp"

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <QIcon>
+#include <QObject>
+#include <QRect>
+#include <QSystemTrayIcon>
+
+class QMenu;
+class TrayWatch;
+
+/// The icon in the desktop's tray: a ring, a line of text and the menu.
+///
+/// There is one only while the desktop has a tray; when a tray comes, the icon shows what was told
+/// last. The menu and the watch outlive this object.
+class StatusItem final : public QObject {
+    Q_OBJECT
+
+public:
+    StatusItem(const TrayWatch &trays, QMenu &menu, QObject *parent = nullptr);
+    ~StatusItem() override;
+    Q_DISABLE_COPY_MOVE(StatusItem)
+
+    [[nodiscard]] bool isThere() const { return m_icon != nullptr; }
+    /// Where on the screens the icon stands; empty when the tray does not tell.
+    [[nodiscard]] QRect frame() const;
+    /// The key of the ring that is shown; before anything is told, that of no reading.
+    [[nodiscard]] const QString &iconKey() const { return m_iconKey; }
+
+    /// Shows how much of the first limit is used, if that is known. Draws only what changes.
+    void show(const std::optional<double> &percent, const QString &toolTip);
+
+Q_SIGNALS:
+    /// The main button was pressed on the icon; each press of a double one counts.
+    void clicked(Qt::KeyboardModifiers modifiers);
+    /// The icon has appeared or gone.
+    void thereChanged();
+
+private:
+    void followTray();
+    void appear();
+    void activate(QSystemTrayIcon::ActivationReason reason);
+
+    const TrayWatch &m_trays;
+    QMenu &m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_icon;
+    QIcon m_ring;
+    QString m_iconKey;
+    QString m_toolTip;
+};
