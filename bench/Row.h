@@ -20,3 +20,4 @@ struct Row {
 [[nodiscard]] QList<Row> scrollRows();
 [[nodiscard]] QList<Row> changeRows();
 [[nodiscard]] QList<Row> hoverRows();
+[[nodiscard]] QList<Row> glideRows();

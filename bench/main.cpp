@@ -52,7 +52,7 @@ QList<Row> measureAll()
 {
     std::printf("%-40s %12s %12s\n", "", "figure    ", "at most   ");
     QList<Row> rows;
-    for (const auto group : {scrollRows, changeRows, hoverRows}) {
+    for (const auto group : {scrollRows, changeRows, hoverRows, glideRows}) {
         for (const Row &row : group()) {
             print(row);
             rows.append(row);

@@ -170,8 +170,8 @@ void AppDelegate::updateLimits()
     m_lastDraw = m_clock.now();
     m_model.setNow(m_lastDraw);
     const std::optional<Limits> limits = m_model.shownLimits();
-    m_statusItem.show(limits && limits->fiveHour ? std::optional(limits->fiveHour->percent)
-                                                 : std::nullopt,
+    m_statusItem.show(
+        limits && limits->fiveHour ? std::optional(limits->fiveHour->percent) : std::nullopt,
         statusTip(m_model));
 }
 

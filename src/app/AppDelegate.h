@@ -108,5 +108,5 @@ private:
     bool m_statusLineOn = false;
     bool m_moved = false;         ///< the panel, by the user, since the last save
     bool m_menuFromPanel = false; ///< the menu was asked for by a click on the panel
-    TimePoint m_lastDraw {}; ///< when the limit rows were last drawn anew
+    TimePoint m_lastDraw {};      ///< when the limit rows were last drawn anew
 };

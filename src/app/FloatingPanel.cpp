@@ -220,7 +220,8 @@ bool FloatingPanel::event(QEvent *event)
         return true;
     }
     if (event->type() == QEvent::MouseButtonPress) {
-        requestActivate(); // for window managers that leave it to the window, or where there is none
+        requestActivate(); // for window managers that leave it to the window, or where there is
+                           // none
         const auto &press = static_cast<const QMouseEvent &>(*event);
         if (isContextClick(press)) {
             Q_EMIT contextClicked(press.globalPosition().toPoint());

@@ -81,9 +81,11 @@ private:
     QRectF m_frame;
     QPoint m_asked;  ///< the window's corner, as it was asked for
     QPoint m_corner; ///< and as the window system last told it
-    bool m_heeded = false; ///< the window has been where it was asked to be: if it leaves, it was moved
+    bool m_heeded =
+        false; ///< the window has been where it was asked to be: if it leaves, it was moved
     bool m_translucent = true;
     bool m_staged = false;
-    bool m_unsettled = false;         ///< the content's wish is to be told of
-    std::optional<QPoint> m_dragFrom; ///< the pointer from the corner, where the window manager drags nothing
+    bool m_unsettled = false; ///< the content's wish is to be told of
+    std::optional<QPoint>
+        m_dragFrom; ///< the pointer from the corner, where the window manager drags nothing
 };

@@ -7,8 +7,8 @@ namespace PanelGeometry {
 
 namespace {
 
-constexpr double sideInset = 6;   ///< between the panel and the left and right edges of a screen
-constexpr double dropInset = 6;   ///< between the screen's edge and a panel that hangs from it
+constexpr double sideInset = 6;    ///< between the panel and the left and right edges of a screen
+constexpr double dropInset = 6;    ///< between the screen's edge and a panel that hangs from it
 constexpr double cornerInset = 12; ///< between a free panel and the corner it starts in
 constexpr QSizeF leastOverlap(60, 40);
 
@@ -30,8 +30,8 @@ bool showsEnough(const Screen &screen, const QRectF &frame)
 const Screen &screenAt(const QList<Screen> &screens, QPointF point)
 {
     Q_ASSERT(!screens.isEmpty());
-    return *std::ranges::min_element(screens, {},
-        [point](const Screen &screen) { return distance(screen.frame, point); });
+    return *std::ranges::min_element(
+        screens, {}, [point](const Screen &screen) { return distance(screen.frame, point); });
 }
 
 QRectF clamped(const QRectF &frame, const QRectF &visible)

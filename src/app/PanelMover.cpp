@@ -31,8 +31,7 @@ PanelMover::PanelMover(FloatingPanel &panel, const Clock &clock, QObject *parent
     m_glide.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_glide, &QVariantAnimation::valueChanged, this,
         [this](const QVariant &progress) { step(progress.toDouble()); });
-    connect(&m_glide, &QVariantAnimation::finished, this,
-        [this] { glideFinished(m_glideTicket); });
+    connect(&m_glide, &QVariantAnimation::finished, this, [this] { glideFinished(m_glideTicket); });
     m_fade.setEndValue(0.0);
     m_fade.setEasingCurve(QEasingCurve::InCubic);
     connect(&m_fade, &QVariantAnimation::valueChanged, this,

@@ -43,6 +43,6 @@ QString startedAtLogin()
 
 Services Services::real(const Clock &clock)
 {
-    return {
-        clock, askAccount(clock), askSite(), realSleeper(), LoginItem(Paths::launchAgent(), startedAtLogin())};
+    return {clock, askAccount(clock), askSite(), realSleeper(),
+        LoginItem(Paths::launchAgent(), startedAtLogin())};
 }

@@ -17,8 +17,7 @@ std::chrono::milliseconds milliseconds(double seconds)
 
 } // namespace
 
-WidgetPanel::WidgetPanel(
-    Surroundings surroundings, Dashboard &dashboard, PanelActions &actions)
+WidgetPanel::WidgetPanel(Surroundings surroundings, Dashboard &dashboard, PanelActions &actions)
     : m_around(std::move(surroundings))
     , m_model(m_around.model)
     , m_clock(m_around.clock)
@@ -88,8 +87,7 @@ ViewMode WidgetPanel::mode() const
 
 bool WidgetPanel::panelOnTop() const
 {
-    return m_panel.isShown()
-        && !m_around.desktop.isCovered(static_cast<quint32>(m_panel.winId()));
+    return m_panel.isShown() && !m_around.desktop.isCovered(static_cast<quint32>(m_panel.winId()));
 }
 
 void WidgetPanel::restore(bool wantsVisible, const std::optional<WindowSpot> &spot)

@@ -12,8 +12,8 @@ class DesktopWatch;
 /// The widget's panel on the desktop: when it is shown, where it stands, and what makes it hide.
 ///
 /// In icon mode it hangs from the status item and hides when the user turns to something else; in
-/// window mode it stays where the user puts it. Where the desktop has no status items it stands as a
-/// window whatever the mode, until there is one.
+/// window mode it stays where the user puts it. Where the desktop has no status items it stands as
+/// a window whatever the mode, until there is one.
 class WidgetPanel final : public QObject {
     Q_OBJECT
 
@@ -68,6 +68,7 @@ Q_SIGNALS:
     /// It stands elsewhere, which is to be remembered.
     void moved();
     void contextClicked(const QPoint &place);
+
 private:
     void watchPanel();
     void watchSurroundings();
@@ -99,7 +100,7 @@ private:
     std::optional<PanelGeometry::Anchor> m_anchor; ///< until the user moves it
     std::optional<TimePoint> m_outsideClicks;      ///< since when presses are watched
     TimePoint m_lastToggle {};
-    QPoint m_pointer; ///< where it was when the panel was last asked for
+    QPoint m_pointer;      ///< where it was when the panel was last asked for
     Pause m_quiet;         ///< while it appears or glides, nothing may disturb it
     Pause m_hiddenByPress; ///< by a press that may be one on the status item
 };

@@ -6,8 +6,8 @@ namespace {
 
 using namespace PanelGeometry;
 
-// A first screen with a bar of 30 at its top, one to its left and above with origins below zero, and
-// one at its right whose scale factor leaves a gap between the two.
+// A first screen with a bar of 30 at its top, one to its left and above with origins below zero,
+// and one at its right whose scale factor leaves a gap between the two.
 const Screen first {{0, 0, 1920, 1080}, {0, 30, 1920, 1050}};
 const Screen left {{-1280, -200, 1280, 1024}, {-1280, -200, 1280, 1024}};
 const Screen right {{3840, 0, 1280, 720}, {3840, 0, 1280, 680}};
@@ -21,11 +21,11 @@ TEST(PanelGeometry, dropsFromTheItemAndStaysOnItsScreen)
         QRectF expected;
     } cases[] {
         {{1000, 0, 30, 30}, {885, 36, 260, 270}},
-        {{1890, 0, 30, 30}, {1654, 36, 260, 270}},       // its right edge 6 points inside
-        {{2, 0, 30, 30}, {6, 36, 260, 270}},             // and its left one
-        {{-700, -200, 20, 20}, {-820, -194, 260, 270}},  // on a screen left of the first
-        {{4400, 690, 20, 20}, {4280, 404, 260, 270}},    // a dock at the bottom: above it
-        {{1500, 500, 1, 1}, {1370.5, 36, 260, 270}},     // no more than a pointer
+        {{1890, 0, 30, 30}, {1654, 36, 260, 270}},      // its right edge 6 points inside
+        {{2, 0, 30, 30}, {6, 36, 260, 270}},            // and its left one
+        {{-700, -200, 20, 20}, {-820, -194, 260, 270}}, // on a screen left of the first
+        {{4400, 690, 20, 20}, {4280, 404, 260, 270}},   // a dock at the bottom: above it
+        {{1500, 500, 1, 1}, {1370.5, 36, 260, 270}},    // no more than a pointer
     };
     for (const auto &[item, expected] : cases) {
         const QRectF frame = dropFrame(item, screenAt(all, item.center()).visible, compact);
@@ -42,8 +42,7 @@ TEST(PanelGeometry, putsTheWindowWhereItWasAsLongAsAScreenShowsEnoughOfIt)
         std::optional<WindowSpot> spot;
         QPointF expected;
     } cases[] {
-        {std::nullopt, corner},
-        {WindowSpot {100, 200}, {100, 200}},
+        {std::nullopt, corner}, {WindowSpot {100, 200}, {100, 200}},
         {WindowSpot {0, 0}, {6, 30}},              // under the bar
         {WindowSpot {1860, 500}, {1654, 500}},     // 60 points of it
         {WindowSpot {1861, 500}, corner},          // 59

@@ -37,9 +37,9 @@ protected:
     WidgetModel m_model {m_clock, [] { return QStringList(); }};
     Dashboard m_dashboard {m_model};
     PanelActions m_actions {nullptr};
-    WidgetPanel m_widget {{m_model, m_desktop, m_clock,
-                              [this](auto, const auto &then) { m_later.push_back(then); },
-                              [this] { return m_item; }},
+    WidgetPanel m_widget {
+        {m_model, m_desktop, m_clock, [this](auto, const auto &then) { m_later.push_back(then); },
+            [this] { return m_item; }},
         m_dashboard, m_actions};
 };
 

@@ -77,12 +77,21 @@ test('a bar under the pointer shows its tip, and loses it', async () => {
   await until('no tip', () => element.description === '');
 });
 
+/** What the chart says of the bar that is chosen after `act`, which must have chosen another one. */
+async function chosen(element, act) {
+  const earlier = element.description;
+  await act();
+  return until('another bar', () => element.description !== earlier && element.description);
+}
+
+const chosenAgain = (element, words) => until(`"${words}" again`, () => element.description === words);
+
 test('the wheel scrolls back and forth', async () => {
-  const { frame } = await chart();
-  const newest = await changed(frame, () => desktop.point(frame, 0.4, 0.5));
-  await changed(frame, () => desktop.turnWheel(3));
+  const element = await chart();
+  const newest = await chosen(element, () => desktop.point(element.frame, 0.4, 0.5));
+  await chosen(element, () => desktop.turnWheel(3));
   desktop.turnWheel(-3);
-  await again(frame, newest);
+  await chosenAgain(element, newest);
 });
 
 test('a click on a tab shows what it says', async () => {
@@ -99,17 +108,16 @@ test('a click on a tab shows what it says', async () => {
 test('the chart is paged by keys', async () => {
   desktop.leave();
   const element = await chart();
-  const { frame } = element;
   await tabTo(element);
-  const newest = await changed(frame, () => desktop.press('End'));
-  await changed(frame, () => desktop.press('Left'));
-  await changed(frame, () => desktop.press('Prior'));
-  const oldest = await changed(frame, () => desktop.press('Home'));
-  await changed(frame, () => desktop.press('Next'));
+  const newest = await chosen(element, () => desktop.press('End'));
+  await chosen(element, () => desktop.press('Left'));
+  await chosen(element, () => desktop.press('Prior'));
+  const oldest = await chosen(element, () => desktop.press('Home'));
+  await chosen(element, () => desktop.press('Next'));
   desktop.press('Home');
-  await again(frame, oldest);
+  await chosenAgain(element, oldest);
   desktop.press('End');
-  await again(frame, newest);
+  await chosenAgain(element, newest);
 });
 
 test('the other assistant has figures of its own', async () => {
