@@ -220,8 +220,7 @@ bool FloatingPanel::event(QEvent *event)
         return true;
     }
     if (event->type() == QEvent::MouseButtonPress) {
-        requestActivate(); // for window managers that leave it to the window, or where there is
-                           // none
+        requestActivate(); // not every window manager does, and there may be none
         const auto &press = static_cast<const QMouseEvent &>(*event);
         if (isContextClick(press)) {
             Q_EMIT contextClicked(press.globalPosition().toPoint());

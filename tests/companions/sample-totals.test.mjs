@@ -1,7 +1,7 @@
 // The indexer against the sample home: two programs, two price tables, one truth.
 
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
+import { readdirSync, readFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
@@ -10,6 +10,9 @@ import { checkout, run, runAtHome, scratchFolder } from './scratch.mjs';
 const INDEXER = join(process.env.KESTRELBAY_BUILD, 'bin/kestrelbay-indexer');
 const LONGEST_TITLE = 200;
 const BUCKETS = ['input', 'output', 'cacheWrite', 'cacheRead'];
+
+const makeHome = (args, env = process.env) =>
+  run(process.execPath, [join(checkout, 'sample/make-home.mjs'), ...args], { env });
 
 /** A sample home made in the given zone, and what the indexer says of it there. */
 function indexedHome(context, zone, args) {
@@ -21,7 +24,7 @@ function indexedHome(context, zone, args) {
     assert.equal(ended.status, 0, ended.stderr);
     return ended.stdout;
   };
-  run(process.execPath, [join(checkout, 'sample/make-home.mjs'), home, ...args], { env });
+  makeHome([home, ...args], env);
   indexer();
   return {
     totals: JSON.parse(readFileSync(join(home, 'totals.json'), 'utf8')),
@@ -78,3 +81,12 @@ for (const [zone, ...args] of [
     assert.ok(sessions.length > 300 && days.length > 200, 'a whole year');
   });
 }
+
+test('the sample is made in an empty home only', (context) => {
+  const home = join(scratchFolder(context), 'home');
+  assert.equal(makeHome([home, '--days=0']).status, 2);
+  assert.equal(makeHome([home, '--small', '--days=2']).status, 0);
+  const before = readdirSync(home, { recursive: true });
+  assert.match(makeHome([home]).stderr, /^make-home: .*already there.*\n$/);
+  assert.deepEqual(readdirSync(home, { recursive: true }), before);
+});

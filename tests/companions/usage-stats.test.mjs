@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { chmodSync, copyFileSync, writeFileSync } from 'node:fs';
+import { copyFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
@@ -18,13 +18,11 @@ function dataFolder(context, commands) {
 }
 
 test('the indexer gets all arguments; its output and its exit status come through', (context) => {
-  const endings = { 'exit 0': 0, 'exit 7': 7, 'kill -KILL $$': 137, 'kill -TERM $$': 143 };
-  for (const [ending, expected] of Object.entries(endings)) {
+  for (const [ending, expected] of [['exit 0', 0], ['exit 7', 7], ['kill -KILL $$', 137]]) {
     const { folder, script } = dataFolder(context, `printf "[%s]" "$@"; echo bad >&2; ${ending}`);
     const { status, stdout, stderr } = run(process.execPath, [script, 'report', 'two words']);
-    assert.equal(stdout, `[--data][${folder}][report][two words]`);
-    assert.equal(stderr, 'bad\n');
-    assert.equal(status, expected, ending);
+    const output = `[--data][${folder}][report][two words]`;
+    assert.deepEqual([status, stdout, stderr], [expected, output, 'bad\n']);
   }
 });
 
@@ -36,11 +34,10 @@ test('an indexer that cannot run is named, with the remedy', (context) => {
     assert.ok(stderr.includes(complaint) && /^.+\n$/.test(stderr), stderr);
   };
   complain(`${indexer} is missing`);
+  writeFileSync(indexer, '#!/bin/sh\n', { mode: 0o644 });
+  complain(`chmod u+x '${indexer}'`);
   writeProgram(indexer, '');
   complain(`${indexer} is missing`);
-  writeFileSync(indexer, '#!/bin/sh\n');
-  chmodSync(indexer, 0o644);
-  complain(`chmod u+x '${indexer}'`);
 });
 
 test('a signal ends the indexer too', async (context) => {

@@ -27,32 +27,29 @@ TEST(LineParser, takesOnlySoundJsonOfKnownTypes)
 {
     Parsing parse;
     const std::string front = R"({"type":"assistant","x":)";
-    for (const std::string value : {"1", "-0.5e+3", "true", "null", "[]", "{}", R"("a\u00e9\n")",
-             R"([1, {"a" : [ ]} ,"x"])", R"("\ud83d")", "1E400", "\" \xF0\x9F\x98\x80\""}) {
-        EXPECT_EQ(parse(front + value + '}'), LineOutcome::Parsed) << value;
-    }
     const auto nested = [](std::size_t depth) {
         return std::string(depth, '[') + std::string(depth, ']');
     };
-    EXPECT_EQ(parse(front + nested(100) + "}"), LineOutcome::Parsed);
-    EXPECT_EQ(parse(" " + front + "1 } \t"), LineOutcome::Parsed);
-
-    for (const std::string value : {"", "tru", "truee", "nul", "01", "1.", "-", "+1", ".5", "1e",
-             "[1 2]", "[1,]", "[1}", "{\"a\"}", "{\"a\":1,}", "{a:1}", R"("\x")", R"("\u12g4")",
-             R"("a)", "\"a\nb\"", "\"\xFF\"", "\"\xED\xA0\x80\"", "'a'", "1 2", "}", R"({"a\q":1})",
-             "[", "NaN", R"("a":1)", R"(["a":1])", R"({"b":"a":1})", "1\x1f", "1\x0b"}) {
+    const std::string deep = nested(100);
+    for (const std::string value :
+        {"-0.5e+3", "1E400", "true", "null", R"([1, {"a" : [ ]} ,"x", {}])", R"("a\u00e9\n\ud83d")",
+            "\" \xF0\x9F\x98\x80\"", deep.c_str()}) {
+        EXPECT_EQ(parse(front + value + "} \t"), LineOutcome::Parsed) << value;
+    }
+    for (const std::string value : {"", "tru", "truee", "01", "1.", "-", "+1", ".5", "1e", "[1 2]",
+             "[1,]", "[1}", "{\"a\"}", "{\"a\":1,}", "{a:1}", R"("\x")", R"("\u12g4")", R"("a)",
+             "\"a\nb\"", "\"\xFF\"", "\"\xED\xA0\x80\"", "'a'", "1 2", "}", R"({"a\q":1})", "[",
+             "NaN", R"("a":1)", R"(["a":1])", R"({"b":"a":1})", "1\x1f"}) {
         EXPECT_EQ(parse(front + value + '}'), LineOutcome::NotJson) << value;
     }
+    EXPECT_EQ(parse(front + nested(1'000'000) + "}"), LineOutcome::NotJson);
     for (const std::string line : {"garbage", "{", "}", "[]", "1", "\"x\"", "{\"type\":\"user\"",
-             "{\"type\":\"user\"}x", "{\"type\":\"user\"}{}", "{\"type\":\"user\"},",
-             "{\"type\":\"user\" \"x\":1}", "{\"type\" \"user\"}", "\xEF\xBB\xBF{}"}) {
+             "{\"type\":\"user\"}x", "{\"type\":\"user\"}{}", "{\"type\":\"user\" \"x\":1}",
+             "{\"type\" \"user\"}", "\xEF\xBB\xBF{}"}) {
         EXPECT_EQ(parse(line), LineOutcome::NotJson) << line;
     }
-    EXPECT_EQ(parse(front + nested(1'000'000) + "}"), LineOutcome::NotJson);
-
-    for (const std::string line :
-        {"", "  \t", "{}", R"({"type":"progress","x":1})", R"({"x":1,"type":"attachment"})",
-            R"({"type":5})", R"({"type":null})", R"({"message":{"usage":{"input_tokens":1}}})"}) {
+    for (const std::string line : {"", "  \t", "{}", R"({"x":1,"type":"attachment"})",
+             R"({"type":5})", R"({"message":{"usage":{"input_tokens":1}}})"}) {
         EXPECT_EQ(parse(line), LineOutcome::Ignored) << line;
     }
 }

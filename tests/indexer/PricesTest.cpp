@@ -101,12 +101,10 @@ TEST(Prices, inABadFileAreNotUsed)
         return model(R"({"prices":[{)" + fields + "}]}");
     };
     const std::string whole = R"("input":1,"output":1,"write5m":1,"write1h":1,"read":1)";
-    const std::pair<std::string, std::string> rows[] = {
-        {"", "not JSON"},
+    const std::pair<std::string, std::string> rows[] = {{"", "not JSON"},
         {R"({"models":{},"model":{}})", "unknown key model in the file"},
         {model("5"), "model \"m\": must be an object"},
         {model(R"({"prices":[]})"), "model \"m\": \"prices\" must not be empty"},
-        {model(R"({"prices":[5]})"), "model \"m\" price 1: a price must be an object"},
         {model(R"({"prices":[5],"fast":-1})"), "unknown key fast in model \"m\""},
         {model(R"({"prices":[{)" + whole + R"(}],"fastMultiplier":-1})"),
             "\"fastMultiplier\" must"},
@@ -115,10 +113,8 @@ TEST(Prices, inABadFileAreNotUsed)
         {price(R"("input":1)"), "model \"m\" price 1: \"output\" must be a number"},
         {price(R"("input":-1)"), "\"input\" must be a number from 0 to 10000"},
         {price(R"("input":10001)"), "\"input\" must be"},
-        {price(whole + R"(,"longPrompt":1)"), "longPrompt: must be an object"},
         {price(whole + R"(,"longPrompt":{"over":1})"), "unknown key over in model"},
-        {std::string(std::size_t {5} << 20U, ' '), "too large"},
-    };
+        {std::string(std::size_t {5} << 20U, ' '), "too large"}};
     const Scratch scratch;
     for (const auto &[text, problem] : rows) {
         const LoadedPrices prices = loadPrices(scratch.write("prices.json", text));

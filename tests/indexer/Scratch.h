@@ -18,7 +18,6 @@ public:
 
     [[nodiscard]] const std::filesystem::path &root() const { return m_root; }
     [[nodiscard]] std::filesystem::path claude() const { return m_root / "claude"; }
-    [[nodiscard]] std::filesystem::path data() const { return m_root / "data"; }
 
     std::filesystem::path write(
         const std::filesystem::path &file, const std::string &content) const;

@@ -7,7 +7,6 @@ namespace {
 using nlohmann::json;
 
 constexpr const char *early = "2026-11-20T08:00:00Z";
-constexpr const char *late = "2026-11-20T09:00:00Z";
 
 const std::string custom = R"({"type":"custom-title","customTitle":"custom","sessionId":"s1"})";
 const std::string agent = R"({"type":"agent-name","agentName":"agent","sessionId":"s1"})";
@@ -17,12 +16,8 @@ const std::string leaf = prompt(R"("asked")", early, R"("uuid":"u7",)");
 
 TEST(Sessions, takeTheBestTitle)
 {
-    const struct {
-        std::vector<std::string> lines;
-        std::string title; // empty: none
-    } rows[] = {
-        {{custom, agent, byAi, summary, leaf}, "custom"},
-        {{byAi, agent, summary, leaf}, "agent"},
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{custom, agent, byAi, summary, leaf}, "custom"}, {{byAi, agent, summary, leaf}, "agent"},
         {{leaf, byAi, summary}, "by ai"},
         // An empty title and one of a wrong type do not count.
         {{byAi, R"({"type":"custom-title","customTitle":" \n","sessionId":"s1"})"}, "by ai"},
@@ -41,24 +36,23 @@ TEST(Sessions, takeTheBestTitle)
         {{prompt(R"("m")", early, R"("isMeta":true,)"),
              prompt(R"([{"type":"tool_result","content":"t"},{"type":"text","text":"t"}])", early),
              prompt(R"("<command-name>/clear</command-name>")", early), prompt("5", early)},
-            ""},
-    };
-    for (const auto &row : rows) {
+            ""}};
+    for (const auto &[lines, title] : rows) {
         const Scratch scratch;
         scratch.transcript("p/s0.jsonl", {Answer {}.line()});
-        scratch.transcript("p/s1.jsonl", row.lines);
+        scratch.transcript("p/s1.jsonl", lines);
         const json sessions = scratch.stats()["sessions"];
-        ASSERT_EQ(sessions.size(), 1U) << row.title;
-        EXPECT_EQ(sessions[0].value("title", ""), row.title);
+        ASSERT_EQ(sessions.size(), 1U) << title;
+        EXPECT_EQ(sessions[0].value("title", ""), title);
     }
 }
 
 TEST(Sessions, preferTheTitleInTheirOwnFile)
 {
-    const Scratch scratch;
-    const auto title = [](const std::string &text) {
-        return R"({"type":"ai-title","sessionId":"s1","aiTitle":")" + text + "\"}";
+    const auto title = [](const char *text) {
+        return R"({"type":"ai-title","sessionId":"s1","aiTitle":")" + std::string(text) + "\"}";
     };
+    const Scratch scratch;
     scratch.transcript("p/zz.jsonl", {title("last path")});
     scratch.transcript("p/a.jsonl", {Answer {}.line(), title("first path")});
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "last path");
@@ -68,39 +62,31 @@ TEST(Sessions, preferTheTitleInTheirOwnFile)
 
 TEST(Sessions, tellProjectEndAndSpending)
 {
-    const Scratch scratch;
-    scratch.transcript("-slug-of-nothing/s1.jsonl",
-        {Answer {}.line(), prompt(R"("x")", "2026-11-20T11:00:00.5+01:00"),
-            prompt(R"("copied")", "2026-11-20T15:00:00Z", R"("forkedFrom":{"sessionId":"s0"},)")});
-    const json sessions = scratch.stats()["sessions"];
-    EXPECT_EQ(sessions[0],
-        json::parse(R"({"title":"x","project":"proj","end":"2026-11-20T10:00:00.500Z","cost":6.0,)"
-                    R"("tokens":{"input":1000000,"output":100000,"cacheWrite":0,"total":1100000},)"
-                    R"("provider":"claude"})"));
-}
-
-TEST(Sessions, areNamedAfterTheFolderOfTheirFirstAnswer)
-{
     const std::string untold = Answer {.time = "2026-11-20T06:00:00Z", .folder = ""}.line();
     const std::string typed = prompt(R"("x")", early, R"("cwd":"/w/typed",)");
-    const std::string later = prompt(R"("x")", late, R"("cwd":"/w/later",)");
     const Scratch scratch;
-    scratch.transcript("p/a.jsonl", {untold});
+    scratch.transcript("-slug-of-nothing/s1.jsonl", {untold});
     EXPECT_FALSE(scratch.stats()["sessions"][0].contains("project"));
-    scratch.transcript("p/a.jsonl", {untold, later, typed});
+    // The folder of the first answer that has one, else that of the first prompt.
+    scratch.transcript("-slug-of-nothing/s1.jsonl",
+        {untold, prompt(R"("x")", "2026-11-20T11:00:00.5+01:00", R"("cwd":"/w/later",)"), typed,
+            prompt(R"("copied")", "2026-11-20T15:00:00Z", R"("forkedFrom":{"sessionId":"s0"},)")});
     EXPECT_EQ(scratch.stats()["sessions"][0]["project"], "typed");
     scratch.transcript("p/b.jsonl", {Answer {.id = "m2"}.line()});
-    EXPECT_EQ(scratch.stats()["sessions"][0]["project"], "proj");
+    EXPECT_EQ(scratch.stats()["sessions"][0],
+        json::parse(R"({"title":"x","project":"proj","end":"2026-11-20T10:00:00.500Z","cost":12.0,)"
+                    R"("tokens":{"input":2000000,"output":200000,"cacheWrite":0,"total":2200000},)"
+                    R"("provider":"claude"})"));
 }
 
 TEST(Sessions, areTheNewestOnly)
 {
     const Scratch scratch;
     std::vector<std::string> lines;
-    for (int i = 0; i < 230; ++i) {
-        const std::string n = std::to_string(100 + i);
-        const Answer answer {.id = n, .session = n, .time = "2026-11-20T10:00:00." + n + "Z"};
-        lines.push_back(answer.line());
+    for (int i = 100; i < 330; ++i) {
+        const std::string n = std::to_string(i);
+        lines.push_back(
+            Answer {.id = n, .session = n, .time = "2026-11-20T10:00:00." + n + "Z"}.line());
     }
     scratch.transcript("p/a.jsonl", lines);
     const json stats = scratch.stats();

@@ -4,37 +4,19 @@
 
 namespace {
 
-QStringList texts(const QList<const char *> &list)
-{
-    QStringList made;
-    for (const char *text : list) {
-        made << QLatin1String(text);
-    }
-    return made;
-}
-
 TEST(ChooseLanguage, prefersTheUserThenTheSystemThenEnglish)
 {
-    const struct {
-        const char *preference;
-        QList<const char *> offered;
-        QList<const char *> system;
-        const char *code;
-    } rows[] = {
-        {"de", {"en", "de"}, {"fr-FR"}, "de"},
-        {"DE", {"en", "de"}, {}, "en"},
-        {"", {"en", "fr"}, {"de-CH", "fr"}, "fr"},
-        {"", {"en", "pt"}, {"pt_BR.UTF-8"}, "pt"},
-        {"", {"en", "pt"}, {"--PT-br"}, "pt"},
-        {"", {"en", "ru"}, {"zh-Hans-CN"}, "en"},
-        {"it", {"en", "ru"}, {"ru-RU"}, "ru"},
-        {"", {"en", "ru"}, {"", "-", "ru"}, "ru"},
-        {"", {"ru"}, {}, "en"},
-    };
-    for (const auto &row : rows) {
-        const QString code =
-            chooseLanguage(QLatin1String(row.preference), texts(row.offered), texts(row.system));
-        EXPECT_EQ(code, QLatin1String(row.code)) << row.preference << " in row " << &row - rows;
+    // Preference, languages on offer, the system's; then the choice.
+    const std::tuple<QString, QStringList, QStringList, QString> rows[] = {
+        {u"de"_qs, {u"en"_qs, u"de"_qs}, {u"fr-FR"_qs}, u"de"_qs},
+        {u"DE"_qs, {u"en"_qs, u"de"_qs}, {}, u"en"_qs},
+        {{}, {u"en"_qs, u"fr"_qs}, {u"de-CH"_qs, u"fr"_qs}, u"fr"_qs},
+        {{}, {u"en"_qs, u"pt"_qs}, {u"pt_BR.UTF-8"_qs}, u"pt"_qs},
+        {{}, {u"en"_qs, u"pt"_qs}, {u"zh-Hans-CN"_qs, {}, u"-"_qs, u"--PT-br"_qs}, u"pt"_qs},
+        {u"it"_qs, {u"en"_qs, u"ru"_qs}, {u"ru-RU"_qs}, u"ru"_qs}, {{}, {u"ru"_qs}, {}, u"en"_qs}};
+    for (const auto &[preference, offered, system, code] : rows) {
+        EXPECT_EQ(chooseLanguage(preference, offered, system), code)
+            << preference.toStdString() << " with " << system.join(u' ').toStdString();
     }
 }
 

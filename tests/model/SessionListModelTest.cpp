@@ -9,124 +9,93 @@ namespace {
 
 using namespace std::chrono;
 
-const TimePoint noon = sys_days(2026y / 3 / 5) + 11h; // a Thursday, in Berlin
+class Sessions : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        const Texts texts {{u"weekdayTime"_qs, u"ddd HH:mm"_qs}, {u"tokShort"_qs, u"tok"_qs},
+            {u"dayTime"_qs, u"d MMM HH:mm"_qs}, {u"culture"_qs, u"en-US"_qs}};
+        m_model.setLook(
+            std::make_shared<Strings>(u"en"_qs, TranslationTable {{u"en"_qs, texts}}), m_noon);
+    }
 
-std::shared_ptr<const Strings> english()
-{
-    const Texts texts {
-        {QStringLiteral("sessionToday"), QStringLiteral("today {0}")},
-        {QStringLiteral("sessionYesterday"), QStringLiteral("yesterday {0}")},
-        {QStringLiteral("weekdayTime"), QStringLiteral("ddd HH:mm")},
-        {QStringLiteral("dayTime"), QStringLiteral("d MMM HH:mm")},
-        {QStringLiteral("culture"), QStringLiteral("en-US")},
-        {QStringLiteral("tokShort"), QStringLiteral("tok")},
-    };
-    return std::make_shared<Strings>(
-        QStringLiteral("en"), TranslationTable {{QStringLiteral("en"), texts}});
-}
+    /// A session for each letter, which is its title.
+    void list(const char *letters)
+    {
+        QList<SessionItem> sessions;
+        for (const char *letter = letters; *letter != 0; ++letter) {
+            SessionItem item;
+            item.title = QLatin1Char(*letter);
+            item.id = sessions.size();
+            sessions << item;
+        }
+        m_model.setSessions(sessions);
+    }
 
-SessionItem session(const QString &title, std::optional<TimePoint> end = {})
+    QString shown(int row, SessionListModel::Role role) const
+    {
+        return m_model.data(m_model.index(row), role).toString();
+    }
+
+    const TimePoint m_noon = sys_days(2026y / 3 / 5) + 11h; // a Thursday, in Berlin
+    SessionListModel m_model {nullptr};
+};
+
+TEST_F(Sessions, areWrittenAsSeenFromNow)
 {
+    const std::pair<TimePoint, const char *> rows[] = {{m_noon - 12h, "today 00:00"},
+        {m_noon - 12h - 1min, "yesterday 23:59"}, {m_noon - days(2), "Tue 12:00"},
+        {m_noon - days(6), "Fri 12:00"}, {m_noon - days(7), "26 Feb 12:00"},
+        {m_noon + days(1), "6 Mar 12:00"}};
     SessionItem item;
-    item.title = title;
-    item.end = end;
-    return item;
-}
-
-QList<SessionItem> titled(const QString &letters)
-{
-    QList<SessionItem> list;
-    for (const QChar letter : letters) {
-        list << session(letter);
-        list.last().id = list.size() - 1;
+    for (const auto &[end, time] : rows) {
+        item.end = end;
+        item.project = u"kestrelbay"_qs;
+        item.device = u"laptop"_qs;
+        m_model.setSessions({item});
+        // Names keep their own writing direction to themselves.
+        EXPECT_EQ(shown(0, SessionListModel::Detail),
+            u"\u2068kestrelbay\u2069 · %1 · \u2068laptop\u2069"_qs.arg(QLatin1String(time)));
     }
-    return list;
-}
-
-std::string visible(const SessionListModel &model, int row, SessionListModel::Role role)
-{
-    QString text = model.data(model.index(row), role).toString();
-    text.remove(QChar(0x2068)).remove(QChar(0x2069));
-    return text.toStdString();
-}
-
-TEST(SessionListModel, writesRowsAsSeenFromNow)
-{
-    SessionListModel model(nullptr);
-    model.setLook(english(), noon);
-    const struct {
-        TimePoint end;
-        const char *detail;
-    } rows[] = {
-        {noon - 12h, "kestrelbay · today 00:00 · laptop"},
-        {noon - 12h - 1min, "kestrelbay · yesterday 23:59 · laptop"},
-        {noon - days(2), "kestrelbay · Tue 12:00 · laptop"},
-        {noon - days(6), "kestrelbay · Fri 12:00 · laptop"},
-        {noon - days(7), "kestrelbay · 26 Feb 12:00 · laptop"},
-        {noon + days(1), "kestrelbay · 6 Mar 12:00 · laptop"},
-    };
-    for (const auto &row : rows) {
-        SessionItem item = session(QStringLiteral("t"), row.end);
-        item.project = QStringLiteral("kestrelbay");
-        item.device = QStringLiteral("laptop");
-        model.setSessions({item});
-        EXPECT_EQ(visible(model, 0, SessionListModel::Detail), row.detail);
-    }
-
-    SessionItem bare = session({});
+    SessionItem bare;
     bare.cost = 1234.4;
     bare.spent = 1.25e6;
-    model.setSessions({bare});
-    EXPECT_EQ(visible(model, 0, SessionListModel::Title), "—");
-    EXPECT_EQ(visible(model, 0, SessionListModel::Detail), "");
-    EXPECT_EQ(visible(model, 0, SessionListModel::Cost), "$1,234");
-    EXPECT_EQ(visible(model, 0, SessionListModel::Tokens), "1.3M");
-    EXPECT_EQ(visible(model, 0, SessionListModel::Spoken), "$1,234, 1.3M tok");
+    m_model.setSessions({bare});
+    EXPECT_EQ(shown(0, SessionListModel::Title), u"—");
+    EXPECT_EQ(shown(0, SessionListModel::Detail), u"");
+    EXPECT_EQ(shown(0, SessionListModel::Spoken), u"$1,234, 1.3M tok");
 }
 
-TEST(SessionListModel, keepsEachSessionInItsRow)
+TEST_F(Sessions, stayEachInItsRow)
 {
-    const struct {
-        const char *before;
-        const char *after;
-        int inserted;
-        int removed;
-        int changed;
-    } rows[] = {
-        {"", "abc", 3, 0, 0},
-        {"abc", "abc", 0, 0, 0},
-        {"abc", "xyabc", 2, 0, 0},
-        {"abcd", "xabc", 1, 1, 0},
-        {"abc", "ab", 0, 1, 0},
-        {"aaa", "aaaa", 1, 0, 0},
-        {"abc", "xbc", 0, 0, 1},
-        {"abc", "axcd", 1, 0, 1},
-        {"abc", "bac", 1, 1, 1},
-        {"abc", "", 0, 3, 0},
-    };
-    for (const auto &row : rows) {
-        SessionListModel model(nullptr);
-        const QAbstractItemModelTester tester(
-            &model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-        model.setLook(english(), noon);
-        model.setSessions(titled(QLatin1String(row.before)));
-        int inserted = 0;
-        int removed = 0;
-        QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model,
-            [&](const QModelIndex &, int first, int last) { inserted += last - first + 1; });
-        QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
-            [&](const QModelIndex &, int first, int last) { removed += last - first + 1; });
-        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-        model.setSessions(titled(QLatin1String(row.after)));
-
-        EXPECT_EQ(inserted, row.inserted) << row.before << " to " << row.after;
-        EXPECT_EQ(removed, row.removed) << row.before << " to " << row.after;
-        EXPECT_EQ(changed.size(), row.changed) << row.before << " to " << row.after;
+    const QAbstractItemModelTester tester(
+        &m_model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    int inserted = 0;
+    int removed = 0;
+    QObject::connect(&m_model, &QAbstractItemModel::rowsInserted, &m_model,
+        [&](const QModelIndex &, int first, int last) { inserted += last - first + 1; });
+    QObject::connect(&m_model, &QAbstractItemModel::rowsRemoved, &m_model,
+        [&](const QModelIndex &, int first, int last) { removed += last - first + 1; });
+    const QSignalSpy changed(&m_model, &QAbstractItemModel::dataChanged);
+    // From one list to another, and how many rows are inserted, removed and changed.
+    const std::tuple<const char *, const char *, int, int, int> rows[] = {{"", "abc", 3, 0, 0},
+        {"abc", "abc", 0, 0, 0}, {"abc", "xyabc", 2, 0, 0}, {"abcd", "xabc", 1, 1, 0},
+        {"abc", "ab", 0, 1, 0}, {"aaa", "aaaa", 1, 0, 0}, {"abc", "xbc", 0, 0, 1},
+        {"abc", "axcd", 1, 0, 1}, {"abc", "bac", 1, 1, 1}, {"abc", "", 0, 3, 0}};
+    for (const auto &[before, after, insertions, removals, changes] : rows) {
+        list("");
+        list(before);
+        inserted = removed = 0;
+        const auto changedBefore = changed.size();
+        list(after);
+        EXPECT_EQ(inserted, insertions) << before << " to " << after;
+        EXPECT_EQ(removed, removals) << before << " to " << after;
+        EXPECT_EQ(changed.size() - changedBefore, changes) << before << " to " << after;
         QString now;
-        for (int i = 0; i < model.rowCount(); ++i) {
-            now += model.data(model.index(i), SessionListModel::Title).toString();
+        for (int i = 0; i < m_model.rowCount(); ++i) {
+            now += shown(i, SessionListModel::Title);
         }
-        EXPECT_EQ(now, QLatin1String(row.after));
+        EXPECT_EQ(now, QLatin1String(after));
     }
 }
 

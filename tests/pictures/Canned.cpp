@@ -1,162 +1,65 @@
 #include "pictures/Canned.h"
 
 #include <array>
+#include <cmath>
 #include <QDate>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-const QDate today(2025, 11, 21);
+/// Ordinary ones, and such as no layout likes: right to left, overlong, of emoji, of markup, empty.
+constexpr std::array titles {"Fix flaky release pipeline", "Port the parser to the new grammar",
+    "Explain the cache layer", "إصلاح خط أنابيب الإصدار غير المستقر", "תיקון ה-parser (גרסה 2.0)",
+    "A title that goes on and on, as if whoever wrote it had been paid by the word and nothing "
+    "else",
+    "👩‍👩‍👧‍👦 🏳️‍🌈 ship it 🚀🚀🚀",
+    "<b>Not bold</b> & not\na second line", "",
+    "Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft"};
+constexpr std::array projects {"kestrelbay", "billing-api", "<i>docs</i>", "مشروع", "",
+    "a-project-whose-name-is-no-shorter-than-the-title-of-the-session-in-it", "🐦"};
+constexpr std::array devices {"", "laptop", "מחשב נייד", "the-old-workstation-under-the-stairs"};
 
-/// What the newest days cost, the last one today.
-constexpr std::array<double, 14> newestDays {
-    6.20, 11.10, 4.20, 0.18, 0.12, 18.10, 31.20, 23.40, 14.20, 9.00, 0.22, 2.86, 9.31, 12.48};
-
-constexpr double tokensPerDollar = 333'000;
-
-struct Titled {
-    const char *title;
-    const char *project;
-    std::chrono::minutes ago;
-    double cost;
-    double tokens;
-    const char *device = "";
-};
-
-constexpr std::array<Titled, 9> recent {{
-    {"Fix flaky release pipeline", "kestrelbay", 47min, 4.10, 1.4e6},
-    {"Port the parser to the new grammar", "lumen", 4h + 19min, 2.75, 0.9e6},
-    {"Review migration scripts", "billing-api", 20h + 57min, 6.02, 2.2e6, "laptop"},
-    {"Explain the cache layer", "lumen", 53h + 39min, 0.42, 96e3},
-    {"Write the onboarding guide", "docs", 71h + 14min, 1.18, 310e3},
-    {"Untangle the build graph", "kestrelbay", 102h + 46min, 3.66, 1.1e6},
-    {"Investigate memory growth", "billing-api", 114h + 9min, 5.20, 1.9e6},
-    {"Sketch the settings window", "kestrelbay", 143h + 30min, 0.98, 270e3},
-    {"Rename the billing tables", "billing-api", 170h, 12.75, 4.4e6, "workstation"},
-}};
-
-constexpr std::array<Titled, 7> awkward {{
-    {"إصلاح خط أنابيب الإصدار غير المستقر", "مشروع", 47min, 4.10, 1.4e6},
-    {"תיקון ה-parser (גרסה 2.0)", "לומן", 4h, 2.75, 0.9e6, "מחשב נייד"},
-    {"A title that goes on and on, as if whoever wrote it had been paid by the word and by nothing "
-     "else but the word",
-        "a-project-whose-name-is-no-shorter-than-the-title-of-the-session-in-it", 21h, 12'345.67,
-        9.8e12, "the-old-workstation-under-the-stairs"},
-    {"👩‍👩‍👧‍👦 🏳️‍🌈 ship it 🚀🚀🚀", "🐦", 54h, 0.42, 96e3},
-    {"Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft", "", 71h,
-        1.18, 310e3},
-    {"<b>Not bold</b> & not\na second line", "<i>docs</i>", 103h, 0, 0},
-    {"", "", 130h, 0.004, 12},
-}};
-
-TokenSet tokens(double spent)
+/// A figure from 2 to 22 that differs from one period to the next.
+double wave(int ago)
 {
-    return {.input = spent * 0.1, .output = spent * 0.2, .cacheWrite = spent * 0.7};
+    return 2 + (ago * 37 + 52) % 101 / 5.0;
 }
 
-Totals totals(double cost, double spent, double sessions = 0)
+TokenSet tokens(double cost)
 {
-    return {cost, tokens(spent), sessions};
+    return {.input = cost * 33e3, .output = cost * 67e3, .cacheWrite = cost * 233e3};
 }
 
-/// The figures of a provider that took this share of everything.
+/// The six spans of a provider that took this share of everything.
 StatsTotals spans(double share)
 {
-    return {
-        .today = totals(12.48 * share, 4.2e6 * share, 9),
-        .yesterday = totals(9.31 * share, 3.1e6 * share, 6),
-        .week = totals(61.90 * share, 21.7e6 * share, 31),
-        .lastWeek = totals(74.02 * share, 26e6 * share, 38),
-        .month = totals(214 * share, 78.3e6 * share, 104),
-        .lastMonth = totals(388 * share, 141.9e6 * share, 173),
+    const auto span = [share](double cost) {
+        return Totals {cost * share, tokens(cost * share), std::ceil(cost / 2)};
     };
+    return {span(12.48), span(9.31), span(61.90), span(74.02), span(214), span(388)};
 }
 
-PeriodRow period(double cost)
+/// So many periods up to today's, each of about so many days. Weekends are quiet, and what is older
+/// than ten periods is estimated.
+QList<PeriodRow> history(int count, int daysEach)
 {
-    PeriodRow row;
-    row.cost = cost;
-    row.tokens = tokens(cost * tokensPerDollar);
-    row.estimated = false;
-    row.models = QMap<QString, double> {
-        {QStringLiteral("claude-opus-4-5"), cost * 0.715},
-        {QStringLiteral("claude-sonnet-4-5"), cost * 0.264},
-        {QStringLiteral("claude-haiku-4-5"), cost * 0.021},
-    };
-    return row;
-}
-
-/// What the day this long before today cost: fixed near by, farther off a wave with quiet weekends.
-double costOf(qint64 daysAgo)
-{
-    if (daysAgo < qint64(newestDays.size())) {
-        return newestDays.at(newestDays.size() - 1 - daysAgo);
+    const QDate today(2025, 11, 21);
+    QList<PeriodRow> rows;
+    for (int ago = count - 1; ago >= 0; --ago) {
+        const QDate day = today.addDays(-ago);
+        const bool isQuiet = daysEach == 1 && day.dayOfWeek() > 5;
+        const double cost = isQuiet ? 0 : daysEach * wave(ago);
+        rows << PeriodRow {.date = day.toString(Qt::ISODate),
+            .start = today.addDays(-7 * qint64(ago) - 4).toString(Qt::ISODate),
+            .month = today.addMonths(-ago).toString(u"yyyy-MM"),
+            .cost = cost,
+            .tokens = tokens(cost),
+            .estimated = ago > 10,
+            .models = QMap<QString, double> {{u"claude-opus-4-5"_qs, cost * 0.715},
+                {u"claude-sonnet-4-5"_qs, cost * 0.264}, {u"claude-haiku-4-5"_qs, cost * 0.021}}};
     }
-    const double wave = 2 + static_cast<double>(daysAgo * 37 % 101) / 5;
-    return today.addDays(-daysAgo).dayOfWeek() > 5 ? 0 : wave;
-}
-
-void addTo(QList<PeriodRow> &rows, bool begins, const PeriodRow &day)
-{
-    if (begins) {
-        rows.append(day);
-        return;
-    }
-    const double sum = *rows.last().cost + *day.cost;
-    PeriodRow grown = period(sum);
-    grown.start = rows.last().start;
-    grown.month = rows.last().month;
-    // What is older than a year is known by its tokens only.
-    grown.estimated = rows.last().estimated;
-    rows.last() = grown;
-}
-
-void addHistory(Stats &stats, int count)
-{
-    QList<PeriodRow> days;
-    QList<PeriodRow> weeks;
-    QList<PeriodRow> months;
-    for (qint64 ago = count - 1; ago >= 0; --ago) {
-        const QDate date = today.addDays(-ago);
-        PeriodRow day = period(costOf(ago));
-        day.estimated = ago > 365;
-        const QString iso = date.toString(Qt::ISODate);
-        PeriodRow first = day;
-        first.start = iso;
-        addTo(weeks, weeks.isEmpty() || date.dayOfWeek() == 1, first);
-        first.month = iso.left(7);
-        addTo(months, months.isEmpty() || date.day() == 1, first);
-        day.date = iso;
-        days.append(day);
-    }
-    stats.days = days;
-    stats.weeks = weeks;
-    stats.months = months;
-}
-
-void addSession(QList<SessionItem> &sessions, const Titled &made, const QString &provider, int age)
-{
-    SessionItem item;
-    item.id = sessions.size();
-    item.title = QString::fromUtf8(made.title);
-    item.project = QString::fromUtf8(made.project);
-    item.end = Canned::now() - made.ago - age * 24h;
-    item.cost = made.cost;
-    item.spent = made.tokens;
-    item.provider = provider;
-    item.device = QString::fromUtf8(made.device);
-    sessions.append(item);
-}
-
-ParsedStats withoutSessions(int days)
-{
-    ParsedStats parsed;
-    parsed.stats.totals = spans(1);
-    parsed.stats.providers = QMap<QString, ProviderStats> {
-        {QStringLiteral("claude"), {spans(1)}}, {QStringLiteral("codex"), {spans(0.3)}}};
-    addHistory(parsed.stats, days);
-    return parsed;
+    return rows;
 }
 
 } // namespace
@@ -168,30 +71,27 @@ TimePoint Canned::now()
 
 ParsedStats Canned::statistics(const Extent &extent)
 {
-    ParsedStats parsed = withoutSessions(extent.days);
+    ParsedStats parsed;
+    parsed.stats.totals = spans(1);
+    parsed.stats.providers =
+        QMap<QString, ProviderStats> {{u"claude"_qs, {spans(1)}}, {u"codex"_qs, {spans(0.3)}}};
+    parsed.stats.days = history(extent.days, 1);
+    parsed.stats.weeks = history(extent.days / 7 + 1, 7);
+    parsed.stats.months = history(extent.days / 30 + 1, 30);
     for (int i = 0; i < extent.sessions; ++i) {
-        const int round = i / static_cast<int>(recent.size());
-        const Titled &made = recent.at(i % recent.size());
-        addSession(parsed.sessions, made, QStringLiteral("claude"), 8 * round);
+        const auto text = [i](const auto &texts) {
+            return QString::fromUtf8(texts[i % texts.size()]);
+        };
+        SessionItem item {parsed.sessions.size(), text(titles), text(projects),
+            now() - 47min - i * 13h, wave(i), wave(i) * 333e3, u"claude"_qs, text(devices)};
+        parsed.sessions << item;
         if (i % 5 == 0) {
-            addSession(parsed.sessions, made, QStringLiteral("codex"), 8 * round + 1);
+            item.id = parsed.sessions.size();
+            item.provider = u"codex"_qs;
+            parsed.sessions << item;
         }
     }
     return parsed;
-}
-
-ParsedStats Canned::awkwardSessions()
-{
-    ParsedStats parsed = withoutSessions(30);
-    for (const Titled &made : awkward) {
-        addSession(parsed.sessions, made, QStringLiteral("claude"), 0);
-    }
-    return parsed;
-}
-
-Limits Canned::limits()
-{
-    return limits(68.5, 31);
 }
 
 Limits Canned::limits(double fiveHours, double sevenDays)
@@ -201,19 +101,11 @@ Limits Canned::limits(double fiveHours, double sevenDays)
         taken};
 }
 
-Limits Canned::endedLimits()
-{
-    const TimePoint taken = now() - 192h;
-    return {taken, Reading {68, now() - 187h}, Reading {31, now() - 24h}, taken};
-}
-
 CodexLimits Canned::codexLimits()
 {
-    const TimePoint taken = now() - 26min;
     CodexLimits codex;
-    codex.limits = {taken, Reading {42, now() + 9h + 5min}, Reading {77, now() + 400h}, {}};
+    codex.limits = {now() - 26min, Reading {42, now() + 9h + 5min}, Reading {77, now() + 400h}, {}};
     codex.primaryLength = 24h;
     codex.secondaryLength = 30 * 24h;
-    codex.plan = QStringLiteral("plus");
     return codex;
 }

@@ -1,120 +1,66 @@
 #include "pictures/Scene.h"
 
-#include "pictures/Canned.h"
 #include <limits>
 
-namespace {
+using namespace std::chrono_literals;
 
-void fill(Stage &stage, const ParsedStats &parsed)
+void Scene::prepare(Stage &stage) const
 {
-    stage.model().loadStats(parsed);
-    stage.model().setLimits(Canned::limits());
-    stage.model().setCodex(Canned::codexLimits());
-}
-
-void compact(Stage &stage)
-{
-    fill(stage, Canned::statistics());
-}
-
-/// The wide panel with this tab, scrolled back by as many bars.
-std::function<void(Stage &)> wide(
-    HistoryTab tab, qint64 back = 0, const ParsedStats &parsed = Canned::statistics())
-{
-    return [=](Stage &stage) {
-        fill(stage, parsed);
-        stage.model().setExpanded(true);
-        stage.model().selectTab(tab);
-        stage.model().move(back);
-    };
-}
-
-std::function<void(Stage &)> codex(bool expanded)
-{
-    return [=](Stage &stage) {
-        fill(stage, Canned::statistics());
-        stage.model().setProvider(Provider::Codex);
-        stage.model().setExpanded(expanded);
-    };
-}
-
-std::function<void(Stage &)> withLimits(const std::optional<Limits> &limits, bool expanded = false)
-{
-    return [=](Stage &stage) {
-        compact(stage);
-        stage.model().setExpanded(expanded);
-        stage.model().setLimits(limits);
-    };
-}
-
-/// Without statistics, as long as they are being collected or because nothing can collect them.
-std::function<void(Stage &)> empty(bool noNode, bool expanded)
-{
-    return [=](Stage &stage) {
-        stage.model().setLimits(Canned::limits());
-        stage.model().setNoNode(noNode);
-        stage.model().setExpanded(expanded);
-    };
-}
-
-/// As many buttons as the header ever has.
-std::function<void(Stage &)> crowded(bool expanded)
-{
-    return [=](Stage &stage) {
-        compact(stage);
+    WidgetModel &model = stage.model();
+    model.setNoNode(needs == Needs::Node);
+    if (needs == Needs::Nothing) {
+        model.loadStats(Canned::statistics(extent));
+    }
+    model.setLimits(limits);
+    model.setCodex(Canned::codexLimits());
+    model.setProvider(provider);
+    if (crowded) {
         stage.actions().opensSettings = true;
-        stage.model().setMode(ViewMode::Window);
-        stage.model().setTopmost(true);
-        stage.model().setUpdate(QStringLiteral("0.2.0"));
-        stage.model().setExpanded(expanded);
-    };
+        model.setMode(ViewMode::Window);
+        model.setTopmost(true);
+        model.setUpdate(QStringLiteral("0.2.0"));
+    }
+    model.setExpanded(expanded);
+    model.selectTab(tab);
+    model.move(back);
 }
-
-QList<Scene> historyScenes()
-{
-    constexpr qint64 oldest = std::numeric_limits<int>::max();
-    const ParsedStats young = Canned::statistics({.days = 20, .sessions = 0});
-    return {
-        {QStringLiteral("wide-days"), wide(HistoryTab::Days), {}, true},
-        {QStringLiteral("wide-weeks"), wide(HistoryTab::Weeks), {}, true},
-        {QStringLiteral("wide-months"), wide(HistoryTab::Months)},
-        {QStringLiteral("wide-sessions"), wide(HistoryTab::Sessions), {}, true},
-        {QStringLiteral("wide-days-tip"), wide(HistoryTab::Days), 142, true},
-        {QStringLiteral("wide-days-tip-left"), wide(HistoryTab::Days), 1},
-        {QStringLiteral("wide-days-tip-right"), wide(HistoryTab::Days), 307},
-        {QStringLiteral("wide-weeks-tip"), wide(HistoryTab::Weeks), 250},
-        {QStringLiteral("wide-months-tip"), wide(HistoryTab::Months), 120},
-        {QStringLiteral("wide-days-oldest"), wide(HistoryTab::Days, oldest)},
-        {QStringLiteral("wide-days-oldest-tip"), wide(HistoryTab::Days, oldest), 60},
-        {QStringLiteral("wide-weeks-young"), wide(HistoryTab::Weeks, 0, young)},
-        {QStringLiteral("wide-months-young"), wide(HistoryTab::Months, 0, young)},
-        {QStringLiteral("wide-sessions-none"), wide(HistoryTab::Sessions, 0, young)},
-        {QStringLiteral("wide-sessions-awkward"),
-            wide(HistoryTab::Sessions, 0, Canned::awkwardSessions()), {}, true},
-        {QStringLiteral("wide-sessions-many"),
-            wide(HistoryTab::Sessions, 0, Canned::statistics({.sessions = 500}))},
-    };
-}
-
-} // namespace
 
 QList<Scene> allScenes()
 {
-    return historyScenes()
-        + QList<Scene> {
-            {QStringLiteral("compact"), compact, {}, true},
-            {QStringLiteral("codex-compact"), codex(false)},
-            {QStringLiteral("codex-wide"), codex(true)},
-            {QStringLiteral("limits-exhausted"), withLimits(Canned::limits(100, 91))},
-            {QStringLiteral("limits-exhausted-wide"), withLimits(Canned::limits(100, 91), true)},
-            {QStringLiteral("limits-warning"), withLimits(Canned::limits(91, 62)), {}, true},
-            {QStringLiteral("limits-ended"), withLimits(Canned::endedLimits())},
-            {QStringLiteral("limits-none"), withLimits({})},
-            {QStringLiteral("collecting-compact"), empty(false, false)},
-            {QStringLiteral("collecting-wide"), empty(false, true)},
-            {QStringLiteral("no-node-compact"), empty(true, false), {}, true},
-            {QStringLiteral("no-node-wide"), empty(true, true)},
-            {QStringLiteral("buttons-compact"), crowded(false), {}, true},
-            {QStringLiteral("buttons-wide"), crowded(true)},
-        };
+    using Needs = Scene::Needs;
+    constexpr auto weeks = HistoryTab::Weeks;
+    constexpr auto months = HistoryTab::Months;
+    constexpr auto sessions = HistoryTab::Sessions;
+    constexpr qint64 oldest = std::numeric_limits<int>::max();
+    constexpr Canned::Extent young {.days = 20, .sessions = 0};
+    const TimePoint gone = Canned::now() - 24h;
+    const Limits ended {gone - 168h, Reading {68, gone - 163h}, Reading {31, gone}, {}};
+    return {
+        {.name = "compact", .enlarged = true},
+        {.name = "compact-codex", .provider = Provider::Codex},
+        {.name = "compact-buttons", .crowded = true, .enlarged = true},
+        {.name = "compact-collecting", .needs = Needs::Statistics},
+        {.name = "compact-no-node", .needs = Needs::Node, .enlarged = true},
+        {.name = "limits-exhausted", .limits = Canned::limits(100, 91)},
+        {.name = "limits-warning", .limits = Canned::limits(91, 62), .enlarged = true},
+        {.name = "limits-ended", .limits = ended},
+        {.name = "limits-none", .limits = {}},
+        {.name = "wide-days", .expanded = true, .enlarged = true},
+        {.name = "wide-days-tip-left", .expanded = true, .hoverX = 1},
+        {.name = "wide-days-tip", .expanded = true, .hoverX = 142, .enlarged = true},
+        {.name = "wide-days-tip-right", .expanded = true, .hoverX = 307},
+        {.name = "wide-days-oldest-tip", .expanded = true, .hoverX = 60, .back = oldest},
+        {.name = "wide-weeks", .expanded = true, .tab = weeks, .enlarged = true},
+        {.name = "wide-weeks-tip", .expanded = true, .tab = weeks, .hoverX = 250},
+        {.name = "wide-weeks-young", .expanded = true, .tab = weeks, .extent = young},
+        {.name = "wide-months-tip", .expanded = true, .tab = months, .hoverX = 120},
+        {.name = "wide-months-young", .expanded = true, .tab = months, .extent = young},
+        {.name = "wide-sessions", .expanded = true, .tab = sessions, .enlarged = true},
+        {.name = "wide-sessions-none", .expanded = true, .tab = sessions, .extent = young},
+        {.name = "wide-codex", .expanded = true, .provider = Provider::Codex},
+        {.name = "wide-exhausted", .expanded = true, .limits = Canned::limits(100, 91)},
+        {.name = "wide-collecting", .expanded = true, .needs = Needs::Statistics},
+        {.name = "wide-no-node", .expanded = true, .needs = Needs::Node},
+        {.name = "wide-buttons", .expanded = true, .crowded = true},
+    };
 }

@@ -2,7 +2,6 @@
 
 #include "core/Paths.h"
 #include "pictures/Canned.h"
-#include "views/isFading.h"
 #include <algorithm>
 #include <cstdio>
 #include <QDeadlineTimer>
@@ -12,6 +11,20 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QQuickItem>
+
+namespace {
+
+/// Whether something is between being shown and not.
+bool isFading(const QQuickItem &item)
+{
+    const QVariant reveal = item.property("reveal");
+    const bool here =
+        reveal.isValid() && reveal.toReal() != (item.property("shown").toBool() ? 1 : 0);
+    const QList<QQuickItem *> children = item.childItems();
+    return here || std::ranges::any_of(children, [](const QQuickItem *c) { return isFading(*c); });
+}
+
+} // namespace
 
 void Stage::setUp()
 {
@@ -23,13 +36,10 @@ void Stage::setUp()
 bool Stage::furnishHome(const QString &translations)
 {
     const QString &target = Paths::i18n();
-    if (QFile::exists(target)) {
-        std::fprintf(stderr, "%s is already there; run this in a home made by tools/with-home\n",
-            qUtf8Printable(target));
-        return false;
-    }
+    // Nothing is replaced: what is there already is somebody's own.
     if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(translations, target)) {
-        std::fprintf(stderr, "cannot write %s\n", qUtf8Printable(target));
+        std::fprintf(stderr, "cannot make %s; run this in a home made by tools/with-home\n",
+            qUtf8Printable(target));
         return false;
     }
     return true;
@@ -52,7 +62,9 @@ Stage::Stage()
 
 void Stage::show()
 {
-    m_window = std::make_unique<PanelWindow>(m_dashboard, m_actions);
+    m_window = std::make_unique<FloatingPanel>(m_dashboard, m_actions);
+    QObject::connect(
+        m_window.get(), &FloatingPanel::contentResized, m_window.get(), &FloatingPanel::fitContent);
     m_window->show();
 }
 
@@ -63,7 +75,7 @@ bool Stage::settle()
         return false;
     }
     const auto isAtRest = [this] {
-        return m_window->isExposed() && m_window->size() == m_window->rootObject()->size().toSize()
+        return m_window->isExposed() && m_window->size() == m_window->contentSize().toSize()
             && !isFading(*m_window->rootObject());
     };
     const QDeadlineTimer deadline(10'000);

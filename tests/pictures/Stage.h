@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PanelWindow.h"
+#include "app/FloatingPanel.h"
 #include "FakeClock.h"
 #include "model/Dashboard.h"
 #include "views/PanelActions.h"
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] Dashboard &dashboard() { return m_dashboard; }
     [[nodiscard]] PanelActions &actions() { return m_actions; }
     /// Only after show().
-    [[nodiscard]] PanelWindow &window() { return *m_window; }
+    [[nodiscard]] FloatingPanel &window() { return *m_window; }
 
     /// Shows the panel as the model is by now.
     void show();
@@ -38,5 +38,5 @@ private:
     WidgetModel m_model;
     Dashboard m_dashboard;
     PanelActions m_actions {nullptr};
-    std::unique_ptr<PanelWindow> m_window;
+    std::unique_ptr<FloatingPanel> m_window;
 };

@@ -12,9 +12,6 @@
 
 namespace {
 
-// Around the panel, which is drawn on black: its corners are round and its surface translucent.
-constexpr int margin = 20;
-constexpr double enlargement = 1.25;
 // A scale is settled before there is an application, so that each has a process of its own.
 constexpr const char *scaleVariable = "QT_SCALE_FACTOR";
 
@@ -36,19 +33,15 @@ void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &te
 
 bool hasOneColour(const QImage &image)
 {
-    const QRgb first = image.pixel(0, 0);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != first) {
-                return false;
-            }
-        }
-    }
-    return true;
+    QImage flat = image;
+    flat.fill(image.pixel(0, 0));
+    return image == flat;
 }
 
+/// The panel's corners are round and its surface translucent, so it is drawn on black.
 QImage onBlack(const QImage &panel)
 {
+    constexpr int margin = 20;
     const qreal scale = panel.devicePixelRatio();
     const int around = qRound(margin * scale);
     QImage picture(panel.size() + QSize(2 * around, 2 * around), QImage::Format_RGB32);
@@ -58,22 +51,13 @@ QImage onBlack(const QImage &panel)
     return picture;
 }
 
-/// Where a picture goes and what it is called after its scene and language.
-struct Album {
-    QDir folder;
-    QString suffix;
-};
-
-void take(const Scene &scene, const QString &language, const Album &album)
+void take(const Scene &scene, const QString &language, const QString &file)
 {
-    const QString file = album.folder.filePath(scene.name % u'-' % language % album.suffix);
     Stage stage;
     stage.model().setLanguage(language);
     scene.prepare(stage);
     stage.show();
-    if (scene.hoverX) {
-        stage.model().hover().setX(scene.hoverX);
-    }
+    stage.model().hover().setX(scene.hoverX);
     if (!stage.settle()) {
         fail(file % u": the panel comes to no rest");
     }
@@ -85,30 +69,26 @@ void take(const Scene &scene, const QString &language, const Album &album)
     }
 }
 
-void takeAll(const QDir &folder)
-{
-    const QString scale = qEnvironmentVariable(scaleVariable);
-    const QString ending =
-        (scale == QLatin1String("1") ? QString() : u'@' % scale % u'x') % QLatin1String(".png");
-    for (const Scene &scene : allScenes()) {
-        for (const char *language : {"en", "ru", "de"}) {
-            take(scene, QLatin1String(language), {folder, ending});
-            if (scene.enlarged) {
-                Stage::setFont(enlargement);
-                take(scene, QLatin1String(language), {folder, QLatin1String("-large") % ending});
-                Stage::setFont();
-            }
-        }
-    }
-}
-
 int drawOneScale(int argc, char *argv[])
 {
     Stage::setUp();
     const QGuiApplication application(argc, argv);
-    Stage::setFont();
     qInstallMessageHandler(failOnWarning);
-    takeAll(QDir(QString::fromLocal8Bit(argv[1])));
+    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const QString scale = qEnvironmentVariable(scaleVariable);
+    const QString ending = scale == u"1" ? u".png"_qs : u"@%1x.png"_qs.arg(scale);
+    for (const double enlargement : {1.0, 1.25}) {
+        Stage::setFont(enlargement);
+        for (const Scene &scene : allScenes()) {
+            for (const char *language : {"en", "ru", "de"}) {
+                const QString size = enlargement > 1 ? u"-large"_qs : QString();
+                const QString name = QLatin1String(scene.name) % u'-' % QLatin1String(language);
+                if (enlargement == 1 || scene.enlarged) {
+                    take(scene, QLatin1String(language), folder.filePath(name % size % ending));
+                }
+            }
+        }
+    }
     qInstallMessageHandler(nullptr);
     return failures == 0 ? 0 : 1;
 }
@@ -117,21 +97,18 @@ int drawEachScale(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    if (!QDir().mkpath(folder)) {
-        fail(QLatin1String("cannot make ") % folder);
-        return 1;
+    if (!QDir().mkpath(folder)
+        || !Stage::furnishHome(QStringLiteral(KESTRELBAY_SOURCE "/companions/i18n.json"))) {
+        fail(QLatin1String("cannot prepare ") % folder);
     }
-    if (!Stage::furnishHome(QStringLiteral(KESTRELBAY_SOURCE "/companions/i18n.json"))) {
-        return 1;
-    }
-    int status = 0;
     for (const char *scale : {"1", "1.5", "2"}) {
         qputenv(scaleVariable, scale);
-        if (QProcess::execute(QCoreApplication::applicationFilePath(), {folder}) != 0) {
-            status = 1;
+        if (failures == 0
+            && QProcess::execute(QCoreApplication::applicationFilePath(), {folder}) != 0) {
+            fail(QLatin1String("no good pictures at scale ") % QLatin1String(scale));
         }
     }
-    return status;
+    return failures == 0 ? 0 : 1;
 }
 
 } // namespace

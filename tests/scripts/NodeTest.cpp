@@ -1,38 +1,13 @@
 #include "scripts/Node.h"
 
+#include "app/FakeNode.h"
 #include "awaited.h"
-#include "core/Paths.h"
-#include "TestFiles.h"
 
 namespace {
-
-/// A `node` that says where it was found by its exit status, or 99 when it got other arguments.
-QByteArray fakeNode(int status)
-{
-    return "#!/bin/sh\n[ \"$*\" = '/a script.mjs --flag' ] && exit " + QByteArray::number(status)
-        + "\nexit 99\n";
-}
-
-int statusOfRun()
-{
-    const auto process = Node::process({QStringLiteral("/a script.mjs"), QStringLiteral("--flag")});
-    process->setStandardErrorFile(QProcess::nullDevice());
-    process->start();
-    EXPECT_TRUE(process->waitForFinished(20'000));
-    return process->exitCode();
-}
 
 QString inHome(const char *path)
 {
     return QDir(Paths::home()).filePath(QLatin1String(path));
-}
-
-/// The profile alone decides what is on the path, so that the computer's own node is not seen.
-void writeProfile(const QByteArray &path)
-{
-    for (const char *profile : {".profile", ".zprofile"}) {
-        writeFile(inHome(profile), "PATH=\"" + path + "\"\n");
-    }
 }
 
 TEST(Node, isFoundAsInTheUsersTerminal)
@@ -42,49 +17,41 @@ TEST(Node, isFoundAsInTheUsersTerminal)
             GTEST_SKIP() << "this computer has a node in " << folder;
         }
     }
-    writeProfile("$HOME/tools");
+    // The profile alone decides what is on the path, so that the computer's own node is not seen.
+    for (const char *profile : {".profile", ".zprofile"}) {
+        writeFile(inHome(profile), "PATH=\"$HOME/tools\"\n");
+    }
     QDir(inHome("tools")).removeRecursively();
-    EXPECT_EQ(statusOfRun(), 127);
     QObject owner;
-    const auto without = Node::run({QStringLiteral("/a script.mjs")}, std::nullopt, &owner);
-    EXPECT_EQ(awaited(without), Node::Result());
-
-    writeProgram(inHome(".nvm/versions/node/v18.0.0/bin/node"), fakeNode(18));
-    EXPECT_EQ(statusOfRun(), 18);
-    writeProgram(inHome(".nvm/versions/node/v20.1.0/bin/node"), fakeNode(20));
-    EXPECT_EQ(statusOfRun(), 20);
-    writeProgram(inHome(".local/share/fnm/aliases/default/bin/node"), fakeNode(21));
-    EXPECT_EQ(statusOfRun(), 21);
-    writeProgram(inHome(".volta/bin/node"), fakeNode(22));
-    EXPECT_EQ(statusOfRun(), 22);
-    writeProgram(inHome("tools/node"), fakeNode(23));
-    EXPECT_EQ(statusOfRun(), 23);
+    const auto run = [&owner] {
+        return awaited(Node::run({u"/a script.mjs"_qs, u"--flag"_qs}, std::nullopt, &owner));
+    };
+    EXPECT_EQ(run(), (Node::Result {127, {}}));
+    // Each is preferred to those before it.
+    for (const char *path :
+        {".nvm/versions/node/v18.0.0/bin/node", ".nvm/versions/node/v20.1.0/bin/node",
+            ".local/share/fnm/aliases/default/bin/node", ".volta/bin/node", "tools/node"}) {
+        writeProgram(inHome(path), "#!/bin/sh\nprintf '[%s]' \"$0\" \"$@\"\n");
+        const QString words = u"[%1][/a script.mjs][--flag]"_qs.arg(inHome(path));
+        EXPECT_EQ(run(), (Node::Result {0, words.toUtf8()}));
+    }
 }
 
 TEST(Node, runsAScriptToItsEnd)
 {
-    writeProfile("$HOME/tools:/usr/bin:/bin");
-    // It interprets our scripts as shell, so that no test depends on a real one.
-    writeProgram(inHome("tools/node"), "#!/bin/sh\nexec sh \"$@\"\n");
+    installIndexer({});
     const QByteArray megabytes(4'000'000, 'x');
-    const struct {
-        const char *script;
-        std::optional<QString> input;
-        Node::Result result;
-    } rows[] = {
+    const std::tuple<const char *, std::optional<QString>, Node::Result> rows[] = {
         {"cat; echo \"$1\"; exit 5", {}, {5, "a b\n"}},
-        {"cat; echo lost >&2", QString::fromUtf8("Z\xC3\xBCrich\n"), {0, "Z\xC3\xBCrich\n"}},
+        {"cat; echo lost >&2", u"Zürich\n"_qs, {0, "Zürich\n"}},
         {"exit 127", QString::fromLatin1(megabytes), {127, {}}},
-        {"cat", QString::fromLatin1(megabytes), {0, megabytes}},
-    };
+        {"cat", QString::fromLatin1(megabytes), {0, megabytes}}};
     QObject owner;
     const QString script = inHome("a script.mjs");
-    for (const auto &row : rows) {
-        writeFile(script, row.script);
-        const auto ended = awaited(Node::run({script, QStringLiteral("a b")}, row.input, &owner));
-        ASSERT_TRUE(ended) << row.script;
-        EXPECT_EQ(ended->status, row.result.status) << row.script;
-        EXPECT_TRUE(ended->output == row.result.output) << row.script;
+    for (const auto &[commands, input, result] : rows) {
+        writeFile(script, commands);
+        const auto ended = awaited(Node::run({script, u"a b"_qs}, input, &owner));
+        EXPECT_TRUE(ended == result) << commands;
     }
 }
 

@@ -16,47 +16,35 @@ Reading reading(double percent, std::optional<TimePoint> resetsAt = {})
 
 TEST(Limits, readWhatMakesSenseOfAFile)
 {
-    const struct {
-        const char *json;
-        std::optional<Limits> limits;
-    } rows[] = {
+    const std::pair<const char *, std::optional<Limits>> rows[] = {
         {R"({"updatedAt":1760000000000,"accountAt":1760000000,
              "fiveHour":{"percent":40,"resetsAt":"2026-03-05T15:00:00Z"},
              "sevenDay":{"percent":12.5,"resetsAt":"2026-03-05T16:00:00.000+01:00"}})",
             Limits {moment, reading(40, three), reading(12.5, three), moment}},
         // Nothing known is not the same as nothing read.
-        {"{}", Limits()},
-        {"", std::nullopt},
-        {R"([{"fiveHour":{"percent":1}}])", std::nullopt},
+        {"{}", Limits()}, {"", std::nullopt}, {R"([{"fiveHour":{"percent":1}}])", std::nullopt},
         {R"({"fiveHour":{"percent":1e999}})", std::nullopt}, // no number that JSON readers know
-        {R"({"fiveHour":{"percent":NaN}})", std::nullopt},
         // A wrong type takes away no more than what it stands for.
         {R"({"fiveHour":{"percent":"40"},"sevenDay":{"percent":0}})", Limits {{}, {}, reading(0)}},
         {R"({"fiveHour":{"percent":7},"sevenDay":{"percent":"NaN"}})", Limits {{}, reading(7)}},
-        {R"({"fiveHour":{"percent":true},"sevenDay":{"resetsAt":1760000000}})", Limits()},
-        {R"({"fiveHour":[{"percent":1}],"sevenDay":{"percent":null}})", Limits()},
+        {R"({"fiveHour":[{"percent":1}],"sevenDay":{"resetsAt":1760000000}})", Limits()},
         {R"({"updatedAt":"yesterday","accountAt":{},"fiveHour":{"percent":1,"resetsAt":false}})",
             Limits {{}, reading(1)}},
         // Whatever number a file names is taken or left, never clamped.
         {R"({"fiveHour":{"percent":-3,"resetsAt":-1},"sevenDay":{"percent":130}})",
             Limits {{}, reading(-3, TimePoint(-1s)), reading(130)}},
         {R"({"updatedAt":-1e300,"fiveHour":{"percent":1e300,"resetsAt":1e300}})",
-            Limits {{}, reading(1e300)}},
-        {R"({"sevenDay":{"percent":1,"resetsAt":"9999-12-31T23:59:59Z"}})",
-            Limits {{}, {}, reading(1, sys_days(10000y / 1 / 1) - 1s)}},
-    };
-    for (const auto &row : rows) {
-        EXPECT_TRUE(Limits::parse(row.json) == row.limits) << row.json;
+            Limits {{}, reading(1e300)}}};
+    for (const auto &[json, limits] : rows) {
+        EXPECT_TRUE(Limits::parse(json) == limits) << json;
     }
 }
 
 TEST(Limits, mergeEachWindowToItsNewerReading)
 {
-    const struct {
-        std::optional<Reading> a;
-        std::optional<Reading> b;
-        bool first;
-    } rows[] = {{reading(40, three), reading(70, three + 5min), false},
+    // Two readings, and whether the first of them counts.
+    const std::tuple<std::optional<Reading>, std::optional<Reading>, bool> rows[] = {
+        {reading(40, three), reading(70, three + 5min), false},
         {reading(90, three - 5h), reading(5, three), false},
         // Up to ten minutes apart it is one window, of which the fuller reading counts.
         {reading(90, three), reading(5, three + 600s), true},
@@ -68,11 +56,9 @@ TEST(Limits, mergeEachWindowToItsNewerReading)
         {reading(1, TimePoint(-6'000'000'000'000'000s)),
             reading(0, TimePoint(6'000'000'000'000'000s)), false}};
     for (const auto &row : rows) {
-        const auto &winner = row.first ? row.a : row.b;
-        const auto shorter = Limits::merge(Limits {{}, row.a}, Limits {{}, row.b});
-        const auto longer = Limits::merge(Limits {{}, {}, row.a}, Limits {{}, {}, row.b});
-        EXPECT_TRUE(shorter == (Limits {{}, winner})) << "row " << &row - rows;
-        EXPECT_TRUE(longer == (Limits {{}, {}, winner})) << "row " << &row - rows;
+        const auto &[a, b, first] = row;
+        const Limits counts {{}, first ? a : b, first ? a : b};
+        EXPECT_TRUE(Limits::merge(Limits {{}, a, a}, Limits {{}, b, b}) == counts) << &row - rows;
     }
 }
 

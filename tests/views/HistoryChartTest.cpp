@@ -21,22 +21,16 @@ protected:
         m_chart.setModel(m_model.get());
     }
 
-    /// This many days, the newest, 5 March, costing as much as there are.
+    /// This many days, the newest, 5 March, costing as much as there are; and their last month.
     void load(int days)
     {
         ParsedStats parsed;
         parsed.stats.days = QList<PeriodRow>();
         for (int i = 1; i <= days; ++i) {
-            PeriodRow row;
-            row.date = QDate(2026, 3, 5).addDays(i - days).toString(Qt::ISODate);
-            row.month = row.date->left(7);
-            row.cost = i;
-            *parsed.stats.days << row;
+            const QString date = QDate(2026, 3, 5).addDays(i - days).toString(Qt::ISODate);
+            *parsed.stats.days << PeriodRow {.date = date, .month = date.left(7), .cost = i};
         }
-        parsed.stats.weeks = QList<PeriodRow>();
-        if (days > 0) {
-            parsed.stats.months = QList<PeriodRow> {parsed.stats.days->constLast()};
-        }
+        parsed.stats.months = parsed.stats.days->mid(days - 1);
         m_model->loadStats(parsed);
     }
 
@@ -61,122 +55,79 @@ protected:
 
 TEST_F(Chart, writesWhatIsSeen)
 {
-    EXPECT_EQ(m_chart.count(), 0);
     EXPECT_EQ(m_chart.reference(), QString());
     load(12);
     EXPECT_EQ(m_chart.count(), 12);
     EXPECT_EQ(m_chart.reference(), QLatin1String("$12.00"));
-    EXPECT_EQ(m_chart.columns().at(5).x, 5 * 26);
-    EXPECT_EQ(m_chart.columns().at(5).height, 39);
-    EXPECT_EQ(m_chart.columns().at(5).spoken, QLatin1String("27 February, $6.00, 0 tokens"));
+    const ChartColumn column = m_chart.columns().at(5);
+    EXPECT_TRUE(column.x == 5 * 26 && column.height == 39);
+    EXPECT_EQ(column.spoken, QLatin1String("27 February, $6.00, 0 tokens"));
     m_chart.hoverAt(5 * 26 + 1);
     EXPECT_EQ(hovered(), "5 27 February");
-    EXPECT_EQ(m_chart.tip().x, 5 * 26 + 11);
-    EXPECT_EQ(m_chart.tip().y, 92 - 39);
+    EXPECT_TRUE(m_chart.tip().x == 5 * 26 + 11 && m_chart.tip().y == 92 - 39);
     EXPECT_EQ(m_chart.opacities().at(5) + m_chart.opacities().at(6), 1.45);
+    // Nothing is told while the pointer stays on a bar.
+    const QSignalSpy tips(&m_chart, &HistoryChart::tipChanged);
+    const QSignalSpy opacities(&m_chart, &HistoryChart::opacitiesChanged);
+    const QSignalSpy pages(&m_chart, &HistoryChart::pageChanged);
+    m_chart.hoverAt(5 * 26 + 2);
+    EXPECT_EQ(tips.size() + opacities.size(), 0);
+    m_chart.hoverAt(6 * 26);
+    EXPECT_TRUE(tips.size() == 1 && opacities.size() == 1 && pages.isEmpty());
     m_chart.unhover();
-    EXPECT_EQ(m_chart.tip().cost, QLatin1String("$6.00")) << "the tip is still fading";
-    EXPECT_EQ(m_chart.opacities().at(6), 1);
-}
-
-TEST_F(Chart, tellsOfNothingWhileThePointerStaysOnABar)
-{
-    load(14);
-    m_chart.hoverAt(30);
-    QSignalSpy hovered(&m_chart, &HistoryChart::hoveredChanged);
-    QSignalSpy tip(&m_chart, &HistoryChart::tipChanged);
-    QSignalSpy opacities(&m_chart, &HistoryChart::opacitiesChanged);
-    QSignalSpy page(&m_chart, &HistoryChart::pageChanged);
-    m_chart.hoverAt(31);
-    EXPECT_EQ(hovered.size() + tip.size() + opacities.size(), 0);
-    m_chart.hoverAt(50);
-    EXPECT_EQ(hovered.size(), 1);
-    EXPECT_EQ(tip.size(), 1);
-    EXPECT_EQ(page.size(), 0);
+    EXPECT_EQ(m_chart.tip().cost, QLatin1String("$7.00")) << "the tip is still fading";
+    EXPECT_EQ(m_chart.opacities().at(5), 1);
 }
 
 TEST_F(Chart, isReadByKeyboard)
 {
     load(20);
-    const struct {
-        Qt::Key key;
-        const char *hovered;
-        qint64 offset;
-    } rows[] = {
-        {Qt::Key_Right, "13 5 March", 0},
-        {Qt::Key_Right, "13 5 March", 0},
-        {Qt::Key_Left, "12 4 March", 0},
-        {Qt::Key_PageUp, "12 26 February", 6},
-        {Qt::Key_Home, "0 14 February", 6},
-        {Qt::Key_Left, "0 14 February", 6},
-        {Qt::Key_PageDown, "0 20 February", 0},
-        {Qt::Key_Left, "0 19 February", 1},
-        {Qt::Key_Right, "1 20 February", 1},
-        {Qt::Key_Home, "0 14 February", 6},
-        {Qt::Key_End, "13 5 March", 0},
-        {Qt::Key_PageDown, "13 5 March", 0},
-    };
-    for (const auto &row : rows) {
-        press(row.key);
-        EXPECT_EQ(hovered(), row.hovered) << row.key;
-        EXPECT_EQ(m_model->offset(), row.offset) << row.key;
+    const std::tuple<Qt::Key, const char *, qint64> rows[] = {{Qt::Key_Right, "13 5 March", 0},
+        {Qt::Key_Right, "13 5 March", 0}, {Qt::Key_Left, "12 4 March", 0},
+        {Qt::Key_PageUp, "12 26 February", 6}, {Qt::Key_Home, "0 14 February", 6},
+        {Qt::Key_Left, "0 14 February", 6}, {Qt::Key_PageDown, "0 20 February", 0},
+        {Qt::Key_Left, "0 19 February", 1}, {Qt::Key_Right, "1 20 February", 1},
+        {Qt::Key_Home, "0 14 February", 6}, {Qt::Key_End, "13 5 March", 0},
+        {Qt::Key_PageDown, "13 5 March", 0}};
+    for (const auto &[key, bar, offset] : rows) {
+        press(key);
+        EXPECT_EQ(hovered(), bar) << key;
+        EXPECT_EQ(m_model->offset(), offset) << key;
     }
     m_chart.setVisible(false);
     EXPECT_EQ(hovered(), "-");
-}
+    m_chart.setVisible(true);
 
-TEST_F(Chart, choosesNoPadding)
-{
-    load(1);
+    // Padding cannot be chosen.
     m_model->selectTab(HistoryTab::Months);
-    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Left, Qt::Key_End, Qt::Key_Right}) {
-        press(key);
-        EXPECT_EQ(hovered(), "5 March") << key;
+    for (const int days : {1, 0}) {
+        load(days);
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Left, Qt::Key_PageUp, Qt::Key_End}) {
+            press(key);
+            EXPECT_EQ(hovered(), days == 1 ? "5 March" : "-") << key;
+        }
     }
-    load(0);
-    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Left, Qt::Key_PageUp, Qt::Key_End}) {
-        press(key);
-        EXPECT_EQ(hovered(), "-") << "all six are padding";
-    }
-}
-
-TEST_F(Chart, growsItsBarsWhenTheyComeIntoSight)
-{
-    QSignalSpy appeared(&m_chart, &HistoryChart::appeared);
-    const auto after = [&](auto act) {
-        const qsizetype before = appeared.size();
-        act();
-        return appeared.size() - before;
-    };
-    EXPECT_EQ(after([this] { load(20); }), 1) << "the first bars";
-    EXPECT_EQ(after([this] { load(20); }), 0) << "new statistics";
-    EXPECT_EQ(after([this] { m_chart.scroll(3); }), 0);
-    EXPECT_EQ(after([this] { m_model->selectTab(HistoryTab::Months); }), 1);
-    EXPECT_EQ(after([this] { m_model->selectTab(HistoryTab::Weeks); }), 0) << "without any bars";
-    m_model->selectTab(HistoryTab::Days);
-    EXPECT_EQ(after([this] { m_chart.setVisible(false); }), 0);
-    EXPECT_EQ(after([this] { m_model->selectTab(HistoryTab::Days); }), 0) << "out of sight";
-    EXPECT_EQ(after([this] { m_chart.setVisible(true); }), 1);
 }
 
 TEST_F(Chart, labelsTheNewestBarAndAsManyAsHaveRoom)
 {
-    load(14);
-    QList<qsizetype> shown;
-    for (qsizetype i = 0; i < m_chart.count(); ++i) {
-        if (m_chart.columns().at(i).labelShown) {
-            shown << i;
+    const auto labelled = [this](int days) {
+        load(days);
+        QList<qsizetype> shown;
+        for (qsizetype i = 0; i < m_chart.count(); ++i) {
+            if (m_chart.columns().at(i).labelShown) {
+                shown << i;
+            }
         }
-    }
-    ASSERT_GT(shown.size(), 2);
-    EXPECT_EQ(shown.constLast(), 13);
-    const qsizetype stride = shown.at(1) - shown.at(0);
+        return shown;
+    };
+    const QList<qsizetype> some = labelled(14);
+    ASSERT_GT(some.size(), 2);
+    EXPECT_EQ(some.constLast(), 13);
+    const qsizetype stride = some.at(1) - some.at(0);
     EXPECT_GT(stride, 1) << "two bars have no room for two dates";
-    EXPECT_LT(shown.at(0), stride);
-    load(3);
-    for (const ChartColumn &column : m_chart.columns()) {
-        EXPECT_TRUE(column.labelShown) << "three have";
-    }
+    EXPECT_LT(some.at(0), stride);
+    EXPECT_EQ(labelled(3), (QList<qsizetype> {0, 1, 2}));
 }
 
 } // namespace

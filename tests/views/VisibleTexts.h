@@ -4,7 +4,16 @@
 #include <QStringList>
 
 /// The texts that a person sees in a scene, in drawing order.
-[[nodiscard]] QStringList visibleTexts(const QQuickItem &root);
-
-/// The first visible item whose accessible name this is, below root; null when there is none.
-[[nodiscard]] QQuickItem *itemNamed(QQuickItem &root, const QString &accessibleName);
+[[nodiscard]] inline QStringList visibleTexts(const QQuickItem &root)
+{
+    QStringList texts;
+    if (root.isVisible() && root.opacity() > 0) {
+        if (root.inherits("QQuickText")) {
+            texts << root.property("text").toString();
+        }
+        for (const QQuickItem *child : root.childItems()) {
+            texts << visibleTexts(*child);
+        }
+    }
+    return texts;
+}

@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQuickWindow>
 
 namespace {
@@ -18,7 +18,7 @@ void failOnWarning(QtMsgType type, const QMessageLogContext &, const QString &te
 int main(int argc, char *argv[])
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     qInstallMessageHandler(failOnWarning);
     const int status = RUN_ALL_TESTS();
