@@ -169,10 +169,9 @@ void AppDelegate::updateLimits()
 {
     m_lastDraw = m_clock.now();
     m_model.setNow(m_lastDraw);
-    const std::optional<Limits> limits = m_model.shownLimits();
-    m_statusItem.show(
-        limits && limits->fiveHour ? std::optional(limits->fiveHour->percent) : std::nullopt,
-        statusTip(m_model));
+    const Limits limits = m_model.shownLimits().value_or(Limits {});
+    const Seconds shorter = m_model.windowLengths().first;
+    m_statusItem.show(m_model.rowState(limits.fiveHour, shorter).value, statusTip(m_model));
 }
 
 /// What the user asks for: everything is looked at again, changed or not.

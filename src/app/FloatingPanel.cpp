@@ -10,6 +10,8 @@
 #include <QQmlComponent>
 #include <QtQml/qqmlextensionplugin.h>
 
+using namespace std::chrono_literals;
+
 Q_IMPORT_QML_PLUGIN(KestrelbayPlugin)
 
 namespace {
@@ -42,6 +44,9 @@ FloatingPanel::FloatingPanel(Dashboard &dashboard, PanelActions &actions)
     }
     m_root->setParentItem(contentItem());
     watchContent();
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(250ms);
+    connect(&m_patience, &QTimer::timeout, this, &FloatingPanel::arrive);
     fitContent();
 }
 
@@ -96,6 +101,7 @@ void FloatingPanel::setFrame(const QRectF &frame)
 void FloatingPanel::ask(const QRect &geometry)
 {
     m_asked = geometry.topLeft();
+    m_patience.start();
     m_heeded = m_corner == m_asked;
     setGeometry(geometry);
     if (!isVisible()) { // nothing will tell
@@ -174,11 +180,14 @@ void FloatingPanel::orderFront()
 
 void FloatingPanel::orderOut()
 {
+    m_dragFrom.reset();
     setVisible(false);
 }
 
 void FloatingPanel::drag()
 {
+    m_asked = m_corner; // wherever it is: from here it is moved
+    m_heeded = true;
     if (!startSystemMove()) {
         m_dragFrom = QCursor::pos() - position();
     }
@@ -187,7 +196,7 @@ void FloatingPanel::drag()
 void FloatingPanel::mouseMoveEvent(QMouseEvent *event)
 {
     QQuickWindow::mouseMoveEvent(event);
-    if (m_dragFrom) {
+    if (m_dragFrom && event->buttons() & Qt::LeftButton) {
         setPosition(event->globalPosition().toPoint() - *m_dragFrom);
     }
 }
@@ -201,8 +210,14 @@ void FloatingPanel::mouseReleaseEvent(QMouseEvent *event)
 void FloatingPanel::keyPressEvent(QKeyEvent *event)
 {
     QQuickWindow::keyPressEvent(event);
-    if (!event->isAccepted() && event->key() == Qt::Key_Escape) {
+    if (event->isAccepted()) {
+        return;
+    }
+    if (event->key() == Qt::Key_Escape) {
         Q_EMIT escapePressed();
+    } else if (event->key() == Qt::Key_Menu
+        || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
+        Q_EMIT contextClicked(m_frame.center().toPoint());
     }
 }
 

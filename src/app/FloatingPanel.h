@@ -4,6 +4,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTimer>
 
 class Dashboard;
 class PanelActions;
@@ -57,7 +58,7 @@ Q_SIGNALS:
     /// The window is to be closed, which only puts it away.
     void closeRequested();
     void escapePressed();
-    /// The right button, or the left one with Control.
+    /// The right button, the left one with Control, or a key that opens menus.
     void contextClicked(const QPoint &place);
     /// The user has dragged it.
     void moved();
@@ -81,11 +82,12 @@ private:
     QRectF m_frame;
     QPoint m_asked;  ///< the window's corner, as it was asked for
     QPoint m_corner; ///< and as the window system last told it
-    bool m_heeded =
-        false; ///< the window has been where it was asked to be: if it leaves, it was moved
+    /// The window has been where it was asked to be: if it leaves, it was moved.
+    bool m_heeded = false;
     bool m_translucent = true;
     bool m_staged = false;
     bool m_unsettled = false; ///< the content's wish is to be told of
-    std::optional<QPoint>
-        m_dragFrom; ///< the pointer from the corner, where the window manager drags nothing
+    QTimer m_patience;        ///< with a window manager that does not heed what was asked
+    /// The pointer from the corner, where no window manager drags the window.
+    std::optional<QPoint> m_dragFrom;
 };

@@ -10,6 +10,7 @@ namespace {
 constexpr double sideInset = 6;    ///< between the panel and the left and right edges of a screen
 constexpr double dropInset = 6;    ///< between the screen's edge and a panel that hangs from it
 constexpr double cornerInset = 12; ///< between a free panel and the corner it starts in
+constexpr double thickestBar = 64;
 constexpr QSizeF leastOverlap(60, 40);
 
 double distance(const QRectF &rect, QPointF point)
@@ -39,7 +40,14 @@ QRectF clamped(const QRectF &frame, const QRectF &visible)
     const QRectF room = visible.adjusted(sideInset, 0, -sideInset, 0);
     const double x = std::max(std::min(frame.x(), room.right() - frame.width()), room.left());
     const double y = std::max(std::min(frame.y(), room.bottom() - frame.height()), room.top());
-    return {QPointF(x, y), frame.size()};
+    return {QPointF(std::round(x), std::round(y)), frame.size()};
+}
+
+QPointF barEnd(const Screen &screen)
+{
+    const bool atBottom = screen.visible.bottom() < screen.frame.bottom()
+        && screen.visible.top() <= screen.frame.top();
+    return atBottom ? screen.frame.bottomRight() : screen.frame.topRight();
 }
 
 Side dropSide(const QRectF &item, const QRectF &visible)
@@ -50,9 +58,17 @@ Side dropSide(const QRectF &item, const QRectF &visible)
 QRectF dropFrame(const QRectF &item, const QRectF &visible, QSizeF size)
 {
     const double x = item.center().x() - size.width() / 2;
-    const double y = dropSide(item, visible) == Side::Above
-        ? visible.top() + dropInset
-        : visible.bottom() - dropInset - size.height();
+    // With several screens the window system may not tell what bars leave of them; but the item is
+    // on one.
+    const auto isInBar = [&item](double edge) {
+        return std::abs(item.center().y() - edge) < thickestBar && item.height() > 1;
+    };
+    const double top =
+        isInBar(visible.top()) ? std::max(visible.top(), item.bottom()) : visible.top();
+    const double bottom =
+        isInBar(visible.bottom()) ? std::min(visible.bottom(), item.top()) : visible.bottom();
+    const double y = dropSide(item, visible) == Side::Above ? top + dropInset
+                                                            : bottom - dropInset - size.height();
     return clamped({QPointF(x, y), size}, visible);
 }
 
@@ -69,7 +85,7 @@ QRectF placed(const std::optional<WindowSpot> &spot, QSizeF size, const QList<Sc
         }
     }
     const QPointF corner = first.visible.bottomRight() - QPointF(cornerInset, cornerInset);
-    return {corner - QPointF(size.width(), size.height()), size};
+    return clamped({corner - QPointF(size.width(), size.height()), size}, first.visible);
 }
 
 WindowSpot spot(const QRectF &frame, const Screen &first)

@@ -32,6 +32,10 @@ enum class Side { Above, Below };
 /// large keeps its top-left corner in sight.
 [[nodiscard]] QRectF clamped(const QRectF &frame, const QRectF &visible);
 
+/// Where status items are as a rule: the right end of the bar that a screen has at its top or
+/// bottom.
+[[nodiscard]] QPointF barEnd(const Screen &screen);
+
 /// Under the status item (which may be a point) and centred on it, 6 points below the screen's top;
 /// above it when the item is in the lower half of the screen, where docks are at the bottom.
 [[nodiscard]] QRectF dropFrame(const QRectF &item, const QRectF &visible, QSizeF size);

@@ -32,44 +32,48 @@ PanelMover::PanelMover(FloatingPanel &panel, const Clock &clock, QObject *parent
     connect(&m_glide, &QVariantAnimation::valueChanged, this,
         [this](const QVariant &progress) { step(progress.toDouble()); });
     connect(&m_glide, &QVariantAnimation::finished, this, [this] { glideFinished(m_glideTicket); });
-    m_fade.setEndValue(0.0);
-    m_fade.setEasingCurve(QEasingCurve::InCubic);
-    connect(&m_fade, &QVariantAnimation::valueChanged, this,
-        [this](const QVariant &opacity) { m_panel.setOpacity(opacity.toDouble()); });
-    connect(&m_fade, &QVariantAnimation::finished, this, [this] { m_faded(); });
+    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &opacity) {
+        if (m_fade.state() == QAbstractAnimation::Running) {
+            m_panel.setOpacity(opacity.toDouble());
+        }
+    });
+    connect(&m_fade, &QVariantAnimation::finished, this, [this] {
+        if (const auto then = std::exchange(m_faded, {})) {
+            then();
+        }
+    });
 }
 
 void PanelMover::glide(const QRectF &to, std::optional<double> alpha, Time duration)
 {
     if (Motion::reduced()) {
         jump(to);
-        m_panel.setOpacity(alpha.value_or(m_panel.opacity()));
+        if (alpha) {
+            setOpacity(*alpha);
+        }
         return;
     }
     m_glide.stop();
-    m_fade.stop();
+    m_frameTarget.reset(); // a new duration makes the old glide take one more step
+    m_glide.setDuration(static_cast<int>(duration.count()));
     m_glideTicket = ++m_frameTicket;
     m_frameTarget = to;
     m_glideDeadline = m_clock.now() + duration + 500ms;
     m_from = m_panel.frame();
-    m_alphaFrom = m_panel.opacity();
-    m_alphaTo = alpha;
     if (m_from.size() != to.size()) {
         m_panel.openStage(m_from.united(to));
     }
     Q_EMIT gliding(duration + 100ms);
-    m_glide.setDuration(static_cast<int>(duration.count()));
     m_glide.start();
+    if (alpha) {
+        fade(*alpha, QEasingCurve::OutCubic, duration);
+    }
 }
 
 void PanelMover::step(double progress)
 {
-    if (!m_frameTarget) {
-        return;
-    }
-    m_panel.setFrame(between(m_from, *m_frameTarget, progress));
-    if (m_alphaTo) {
-        m_panel.setOpacity(between(m_alphaFrom, *m_alphaTo, progress));
+    if (m_frameTarget) {
+        m_panel.setFrame(between(m_from, *m_frameTarget, progress));
     }
 }
 
@@ -101,18 +105,25 @@ void PanelMover::jump(const QRectF &to)
 
 void PanelMover::fadeOut(Time duration, const std::function<void()> &then)
 {
-    m_alphaTo.reset();
+    fade(0, QEasingCurve::InCubic, duration);
     m_faded = then;
+}
+
+void PanelMover::fade(double to, const QEasingCurve &curve, Time duration)
+{
     m_fade.stop();
-    m_fade.setStartValue(m_panel.opacity());
+    m_faded = {};
+    m_fade.setEasingCurve(curve);
     m_fade.setDuration(static_cast<int>(duration.count()));
+    m_fade.setStartValue(m_panel.opacity());
+    m_fade.setEndValue(to);
     m_fade.start();
 }
 
-void PanelMover::setOpaque()
+void PanelMover::setOpacity(double opacity)
 {
     m_fade.stop();
-    m_panel.setOpacity(1);
+    m_panel.setOpacity(opacity);
 }
 
 #include "moc_PanelMover.cpp"

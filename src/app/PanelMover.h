@@ -21,13 +21,14 @@ public:
     /// Where a running glide is heading for.
     [[nodiscard]] const std::optional<QRectF> &frameTarget() const { return m_frameTarget; }
 
-    /// Moves the panel there, easing out, and fades it to `alpha` where one is given.
+    /// Moves the panel there, easing out, and fades it to `alpha` where one is given; else a fade
+    /// that runs goes on.
     void glide(const QRectF &to, std::optional<double> alpha, Time duration);
     void jump(const QRectF &to);
-    /// Fades the panel out, easing in, unless something else happens to it first.
+    /// Fades the panel out, easing in. Another fade takes its place, and then nothing follows.
     void fadeOut(Time duration, const std::function<void()> &then);
-    /// Takes back what a fade has done.
-    void setOpaque();
+    /// The same at once, to any opacity.
+    void setOpacity(double opacity);
     /// Ends a glide that should be over by now.
     void finishIfOverdue();
 
@@ -39,17 +40,16 @@ Q_SIGNALS:
 private:
     void step(double progress);
     void glideFinished(qint64 ticket);
+    void fade(double to, const QEasingCurve &curve, Time duration);
 
     FloatingPanel &m_panel;
     const Clock &m_clock;
     QVariantAnimation m_glide;
     QVariantAnimation m_fade;
     QRectF m_from;
-    double m_alphaFrom = 1;
-    std::optional<double> m_alphaTo;
     std::optional<QRectF> m_frameTarget;
-    qint64 m_frameTicket = 0;     ///< glides and jumps so far
-    qint64 m_glideTicket = 0;     ///< of the glide that runs
-    TimePoint m_glideDeadline {}; ///< when the running glide must be over
-    std::function<void()> m_faded;
+    qint64 m_frameTicket = 0;      ///< glides and jumps so far
+    qint64 m_glideTicket = 0;      ///< of the glide that runs
+    TimePoint m_glideDeadline {};  ///< when the running glide must be over
+    std::function<void()> m_faded; ///< what follows the fade
 };

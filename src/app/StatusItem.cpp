@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 
-StatusItem::StatusItem(const TrayWatch &trays, QMenu &menu, QObject *parent)
+StatusItem::StatusItem(TrayWatch &trays, QMenu &menu, QObject *parent)
     : QObject(parent)
     , m_trays(trays)
     , m_menu(menu)
@@ -55,6 +55,7 @@ void StatusItem::followTray()
 
 void StatusItem::appear()
 {
+    m_trays.settle();
     m_icon = std::make_unique<QSystemTrayIcon>(m_ring);
     m_icon->setToolTip(m_toolTip);
     // Also where the menu opens at a right press alone: a tray that lives on the bus reads it

@@ -18,7 +18,7 @@ class StatusItem final : public QObject {
     Q_OBJECT
 
 public:
-    StatusItem(const TrayWatch &trays, QMenu &menu, QObject *parent = nullptr);
+    StatusItem(TrayWatch &trays, QMenu &menu, QObject *parent = nullptr);
     ~StatusItem() override;
     Q_DISABLE_COPY_MOVE(StatusItem)
 
@@ -42,7 +42,7 @@ private:
     void appear();
     void activate(QSystemTrayIcon::ActivationReason reason);
 
-    const TrayWatch &m_trays;
+    TrayWatch &m_trays;
     QMenu &m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
     QIcon m_ring;

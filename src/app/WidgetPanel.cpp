@@ -47,21 +47,18 @@ void WidgetPanel::watchPanel()
         m_anchor.reset();
         if (mode() == ViewMode::Window) {
             takeSpot();
+            Q_EMIT moved();
         }
     });
     connect(&m_panel, &QWindow::visibilityChanged, this, [this](QWindow::Visibility visibility) {
-        if (visibility == QWindow::Windowed && !std::exchange(m_wantsVisible, true)) {
+        if (visibility == QWindow::Windowed && mode() == ViewMode::Window
+            && !std::exchange(m_wantsVisible, true)) {
             m_model.setRevealed(true); // brought back by the window manager
             Q_EMIT changed();
         }
     });
     connect(&m_mover, &PanelMover::gliding, this,
         [this](std::chrono::milliseconds length) { m_quiet.extend(m_clock.now(), length); });
-    connect(&m_mover, &PanelMover::finished, this, [this] {
-        if (m_windowSpot && mode() == ViewMode::Window) {
-            takeSpot(); // another size puts the corner elsewhere
-        }
-    });
 }
 
 bool WidgetPanel::isBusy()
@@ -72,7 +69,8 @@ bool WidgetPanel::isBusy()
 
 void WidgetPanel::followItem()
 {
-    if (mode() != ViewMode::Icon || !m_panel.isShown() || !m_wantsVisible) {
+    if (mode() != ViewMode::Icon || !m_panel.isShown() || !m_wantsVisible
+        || !m_around.statusItem()) {
         return;
     }
     if (const QRectF frame = dropFrame(m_panel.frame().size()); frame != m_panel.frame()) {
@@ -122,8 +120,7 @@ void WidgetPanel::showWidget()
     }
     if (mode() == ViewMode::Icon) {
         if (!m_panel.isShown()) {
-            m_pointer = QCursor::pos();
-            m_mover.jump(dropFrame(m_panel.frame().size()));
+            m_mover.jump(dropFrame(m_panel.contentSize()));
         }
         watchOutsideClicks();
     }
@@ -139,7 +136,7 @@ void WidgetPanel::present()
     if (!m_panel.isShown()) {
         m_model.conceal();
         if (!Motion::reduced()) {
-            m_panel.setOpacity(0);
+            m_mover.setOpacity(0);
             m_mover.jump(target.translated(0, rise()));
         }
     }
@@ -160,16 +157,19 @@ void WidgetPanel::hideWidget()
     m_model.hover().setX(std::nullopt);
     Q_EMIT changed();
     if (!m_panel.isShown()) {
+        if (!m_alone) {
+            m_panel.orderOut(); // it may be a minimised window
+        }
         return;
     }
     const auto gone = [this, ticket = m_visibilityTicket] {
         if (ticket == m_visibilityTicket && !m_wantsVisible) {
             orderOut();
-            m_mover.setOpaque();
+            m_mover.setOpacity(1);
             m_model.conceal();
         }
     };
-    if (Motion::reduced()) {
+    if (Motion::reduced() || m_alone) { // the window manager has an animation of its own
         gone();
     } else {
         m_mover.fadeOut(milliseconds(Motion::hideTime), gone);
@@ -200,6 +200,7 @@ void WidgetPanel::toggleWidget()
 
 void WidgetPanel::statusClicked()
 {
+    m_pointer = QCursor::pos();
     if (!m_hiddenByPress.lasts(m_clock.now())) {
         toggleWidget();
     }
@@ -223,7 +224,7 @@ void WidgetPanel::stand(bool alone)
     stopWatchingOutsideClicks();
     ++m_visibilityTicket;
     m_panel.orderOut();
-    m_mover.setOpaque();
+    m_mover.setOpacity(1);
     m_model.conceal();
     m_anchor.reset();
     applyLevel();

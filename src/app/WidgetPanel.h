@@ -79,14 +79,15 @@ private:
     void stand(bool alone);
     void spaceChanged();
     void pressedSomewhere();
+    void focusChanged();
     void watchOutsideClicks();
     void stopWatchingOutsideClicks();
     void orderOut();
     void takeSpot();
-    [[nodiscard]] QRectF dropFrame(QSizeF size) const;
+    [[nodiscard]] QRectF dropFrame(QSizeF size);
     [[nodiscard]] QRectF resized(QSizeF size);
-    [[nodiscard]] double rise() const;
-    [[nodiscard]] QRectF statusFrame() const;
+    [[nodiscard]] double rise();
+    [[nodiscard]] QRectF statusFrame();
 
     Surroundings m_around;
     WidgetModel &m_model;
@@ -100,7 +101,8 @@ private:
     std::optional<PanelGeometry::Anchor> m_anchor; ///< until the user moves it
     std::optional<TimePoint> m_outsideClicks;      ///< since when presses are watched
     TimePoint m_lastToggle {};
-    QPoint m_pointer;      ///< where it was when the panel was last asked for
-    Pause m_quiet;         ///< while it appears or glides, nothing may disturb it
-    Pause m_hiddenByPress; ///< by a press that may be one on the status item
+    QRect m_item;                    ///< where the status item was last known to be
+    std::optional<QPoint> m_pointer; ///< where it was when the item was last clicked
+    Pause m_quiet;                   ///< while it appears or glides, nothing may disturb it
+    Pause m_hiddenByPress;           ///< by a press that may be one on the status item
 };

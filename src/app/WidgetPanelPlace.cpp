@@ -4,8 +4,8 @@
 #include "platform/DesktopWatch.h"
 #include "views/theme/Motion.h"
 #include <cmath>
+#include <QApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QScreen>
 
 using namespace std::chrono_literals;
@@ -44,6 +44,9 @@ void WidgetPanel::watchSurroundings()
     connect(&desktop, &DesktopWatch::compositedChanged, this,
         [this, &desktop] { m_panel.setTranslucent(desktop.composited()); });
 
+    connect(
+        &m_panel, &QWindow::activeChanged, this, &WidgetPanel::focusChanged, Qt::QueuedConnection);
+
     const auto watch = [this](QScreen *screen) {
         connect(screen, &QScreen::availableGeometryChanged, this, &WidgetPanel::fit);
     };
@@ -54,21 +57,28 @@ void WidgetPanel::watchSurroundings()
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &WidgetPanel::fit);
 }
 
-/// Where a tray does not tell where its icons are, the pointer does: it is on the icon as a rule.
-QRectF WidgetPanel::statusFrame() const
+/// Where a tray does not tell where its icons are, the last click on the item does.
+QRectF WidgetPanel::statusFrame()
 {
-    const QRect frame = m_around.statusItem().value_or(QRect());
-    return frame.isEmpty() ? QRectF(m_pointer, QSizeF(1, 1)) : QRectF(frame);
+    if (const QRect frame = m_around.statusItem().value_or(QRect()); !frame.isEmpty()) {
+        m_item = frame;
+    }
+    if (!m_item.isEmpty()) {
+        return m_item;
+    }
+    const QPointF place =
+        m_pointer ? QPointF(*m_pointer) : PanelGeometry::barEnd(screens().constFirst());
+    return {place, QSizeF(1, 1)};
 }
 
-QRectF WidgetPanel::dropFrame(QSizeF size) const
+QRectF WidgetPanel::dropFrame(QSizeF size)
 {
     const QRectF item = statusFrame();
     return PanelGeometry::dropFrame(item, visibleAround(item.center()), size);
 }
 
 /// What hangs comes from where it hangs, what stands from below.
-double WidgetPanel::rise() const
+double WidgetPanel::rise()
 {
     using PanelGeometry::Side;
     const QRectF item = statusFrame();
@@ -80,13 +90,12 @@ double WidgetPanel::rise() const
 void WidgetPanel::place()
 {
     m_anchor.reset();
-    m_mover.jump(PanelGeometry::placed(m_windowSpot, m_panel.frame().size(), screens()));
+    m_mover.jump(PanelGeometry::placed(m_windowSpot, m_panel.contentSize(), screens()));
 }
 
 void WidgetPanel::takeSpot()
 {
     m_windowSpot = PanelGeometry::spot(m_panel.frame(), screens().constFirst());
-    Q_EMIT moved();
 }
 
 QRectF WidgetPanel::resized(QSizeF size)
@@ -107,7 +116,14 @@ void WidgetPanel::applySize(const QSizeF &size)
     if (isSame(size, m_mover.frameTarget().value_or(m_panel.frame()).size())) {
         return;
     }
+    const QRectF before = m_mover.frameTarget().value_or(m_panel.frame());
     const QRectF frame = resized(size);
+    // Another size may put the corner elsewhere. A spot that no screen shows stays remembered.
+    const PanelGeometry::Screen first = screens().constFirst();
+    if (mode() == ViewMode::Window && m_windowSpot == PanelGeometry::spot(before, first)) {
+        m_windowSpot = PanelGeometry::spot(frame, first);
+        Q_EMIT moved();
+    }
     if (!m_panel.isShown()) {
         m_mover.jump(frame);
         return;
@@ -174,4 +190,15 @@ void WidgetPanel::pressedSomewhere()
     }
     m_hiddenByPress.extend(m_clock.now(), 500ms);
     hideWidget();
+}
+
+/// Where presses in other programs are not told of, the keyboard's going there is.
+void WidgetPanel::focusChanged()
+{
+    const bool toldOfPresses = QGuiApplication::platformName() == QLatin1String("xcb")
+        && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (!toldOfPresses && m_outsideClicks && !m_panel.isActive() && !QGuiApplication::focusWindow()
+        && !QApplication::activePopupWidget()) {
+        hideWidget();
+    }
 }

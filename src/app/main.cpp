@@ -36,20 +36,40 @@ public:
     XWayland()
     {
         if (m_wished) {
-            qputenv("QT_QPA_PLATFORM", "xcb");
+            qputenv(variable, "xcb");
         }
     }
     ~XWayland()
     {
         if (m_wished) {
-            qunsetenv("QT_QPA_PLATFORM");
+            m_before.isNull() ? qunsetenv(variable) : qputenv(variable, m_before);
         }
     }
     Q_DISABLE_COPY_MOVE(XWayland)
 
 private:
-    bool m_wished =
-        qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    static constexpr const char *variable = "QT_QPA_PLATFORM";
+
+    QByteArray m_before = qgetenv(variable);
+    bool m_wished = qEnvironmentVariableIsSet("DISPLAY")
+        && (m_before.isEmpty() || m_before.startsWith("wayland"));
+};
+
+/// Ends when the session does. Otherwise Qt would close each window first, and the panel refuses:
+/// to close it only puts it away.
+class Application final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::Quit) {
+            exit();
+            return true;
+        }
+        return QApplication::event(event);
+    }
 };
 
 int run(QApplication &application)
@@ -81,7 +101,7 @@ int main(int argc, char *argv[])
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     nameApplication();
     std::optional<XWayland> xWayland(std::in_place);
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     xWayland.reset();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     chooseFont();

@@ -8,9 +8,9 @@ QString statusTip(const WidgetModel &model)
 {
     QStringList parts;
     const auto add = [&](const std::optional<Reading> &reading, Seconds length) {
-        if (reading) {
-            parts << model.windowLabel(length) % u' ' % wholeNumber(std::round(reading->percent))
-                    % u'%';
+        // As the limits card has it, which knows of a window that has begun anew.
+        if (const std::optional<double> used = model.rowState(reading, length).value) {
+            parts << model.windowLabel(length) % u' ' % wholeNumber(std::round(*used)) % u'%';
         }
     };
     const Limits limits = model.shownLimits().value_or(Limits {});

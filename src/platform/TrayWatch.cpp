@@ -114,6 +114,13 @@ void TrayWatch::askForHost()
         [this] { setHost(isThere(*m_answer)); });
 }
 
+void TrayWatch::settle()
+{
+    if (m_kind == Kind::Any) {
+        m_kind = m_host ? Kind::Bus : Kind::Window;
+    }
+}
+
 void TrayWatch::loseBus()
 {
     m_answer.reset();
@@ -128,7 +135,8 @@ void TrayWatch::setHost(bool there)
 
 void TrayWatch::update()
 {
-    const bool available = m_host || m_desktop.hasTray();
+    const bool available =
+        (m_host && m_kind != Kind::Window) || (m_desktop.hasTray() && m_kind != Kind::Bus);
     if (std::exchange(m_available, available) != available) {
         Q_EMIT changed();
     }

@@ -22,6 +22,9 @@ public:
     ~TrayWatch() override;
 
     [[nodiscard]] bool available() const;
+    /// An icon is about to be made, now that a tray is there: from now on only trays of its kind
+    /// count.
+    void settle();
     /// Looks for a bus where there was none, or where it has gone. Does nothing while there is one.
     void retry();
 
@@ -33,6 +36,8 @@ private Q_SLOTS:
     void loseBus();
 
 private:
+    enum class Kind { Any, Bus, Window };
+
     [[nodiscard]] bool connectToBus();
     void setHost(bool there);
     void update();
@@ -44,4 +49,5 @@ private:
     std::unique_ptr<QDBusPendingCallWatcher> m_answer; ///< to the latest question
     bool m_host = false;                               ///< one that asks over the bus
     bool m_available = false;
+    Kind m_kind = Kind::Any;
 };

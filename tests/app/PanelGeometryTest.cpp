@@ -21,11 +21,12 @@ TEST(PanelGeometry, dropsFromTheItemAndStaysOnItsScreen)
         QRectF expected;
     } cases[] {
         {{1000, 0, 30, 30}, {885, 36, 260, 270}},
-        {{1890, 0, 30, 30}, {1654, 36, 260, 270}},      // its right edge 6 points inside
-        {{2, 0, 30, 30}, {6, 36, 260, 270}},            // and its left one
-        {{-700, -200, 20, 20}, {-820, -194, 260, 270}}, // on a screen left of the first
-        {{4400, 690, 20, 20}, {4280, 404, 260, 270}},   // a dock at the bottom: above it
-        {{1500, 500, 1, 1}, {1370.5, 36, 260, 270}},    // no more than a pointer
+        {{1890, 0, 30, 30}, {1654, 36, 260, 270}},    // its right edge 6 points inside
+        {{2, 0, 30, 30}, {6, 36, 260, 270}},          // and its left one
+        {{4400, 690, 20, 20}, {4280, 404, 260, 270}}, // a dock at the bottom: above it
+        {{-700, -200, 20, 40},
+            {-820, -154, 260, 270}}, // on a screen left of the first, in a bar unheard of
+        {{1500, 500, 1, 1}, {1371, 36, 260, 270}}, // no more than a pointer
     };
     for (const auto &[item, expected] : cases) {
         const QRectF frame = dropFrame(item, screenAt(all, item.center()).visible, compact);

@@ -50,13 +50,13 @@ TEST_F(Widget, dropsFromItsItemFadesInAndFadesOut)
     wake();
     EXPECT_TRUE(panel().isShown());
     EXPECT_LT(panel().opacity(), 0.5);
-    EXPECT_LT(panel().frame().y(), 6);
+    EXPECT_LT(panel().frame().y(), 26);
     EXPECT_TRUE(m_widget.isBusy());
     wake();
     EXPECT_TRUE(m_model.revealed());
     ASSERT_TRUE(comesToRest());
     EXPECT_EQ(panel().frame().center().x(), 410);
-    EXPECT_EQ(panel().frame().y(), 6);
+    EXPECT_EQ(panel().frame().y(), 26); // below the bar that the item is in
 
     QTest::keyClick(&panel(), Qt::Key_Escape);
     EXPECT_FALSE(m_widget.wantsVisible());
@@ -64,6 +64,19 @@ TEST_F(Widget, dropsFromItsItemFadesInAndFadesOut)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !panel().isShown(); }));
     EXPECT_EQ(panel().opacity(), 1);
     EXPECT_FALSE(m_model.revealed());
+}
+
+TEST_F(Widget, appearsAndFadesThroughAChangeOfItsSize)
+{
+    m_widget.appear();
+    wake();
+    m_model.setExpanded(true);
+    ASSERT_TRUE(comesToRest());
+    EXPECT_EQ(panel().frame().size(), panel().contentSize());
+    m_widget.hideWidget();
+    m_model.setExpanded(false);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !panel().isShown(); }));
+    EXPECT_EQ(panel().opacity(), 1);
 }
 
 TEST_F(Widget, staysWhenItIsShownAgainWhileItFades)
@@ -112,7 +125,7 @@ TEST_F(Widget, doesNotMoveUnderReducedMotion)
     m_widget.appear();
     wake();
     EXPECT_EQ(panel().opacity(), 1);
-    EXPECT_EQ(panel().frame().y(), 6);
+    EXPECT_EQ(panel().frame().y(), 26); // below the bar that the item is in
     EXPECT_FALSE(m_widget.gliding());
     m_widget.hideWidget();
     EXPECT_FALSE(panel().isShown());
