@@ -102,7 +102,7 @@ void FloatingPanel::ask(const QRect &geometry)
 {
     m_asked = geometry.topLeft();
     m_patience.start();
-    m_heeded = m_corner == m_asked;
+    m_heeded = isVisible() && m_corner == m_asked;
     setGeometry(geometry);
     if (!isVisible()) { // nothing will tell
         m_corner = m_asked;
@@ -145,10 +145,13 @@ void FloatingPanel::arrive()
         return;
     }
     m_root->setPosition({0, 0});
-    m_frame.moveTopLeft(m_corner);
     if (m_corner == m_asked) {
         m_heeded = true;
-    } else if (m_heeded) {
+    } else if (m_patience.isActive()) {
+        return; // a window manager that takes a window over has it in a corner for a moment
+    }
+    m_frame.moveTopLeft(m_corner);
+    if (m_corner != m_asked && m_heeded) {
         Q_EMIT moved();
     }
 }
@@ -188,6 +191,7 @@ void FloatingPanel::drag()
 {
     m_asked = m_corner; // wherever it is: from here it is moved
     m_heeded = true;
+    m_patience.stop();
     if (!startSystemMove()) {
         m_dragFrom = QCursor::pos() - position();
     }

@@ -87,7 +87,7 @@ private:
     bool m_translucent = true;
     bool m_staged = false;
     bool m_unsettled = false; ///< the content's wish is to be told of
-    QTimer m_patience;        ///< with a window manager that does not heed what was asked
+    QTimer m_patience;        ///< with a window system that has yet to do what was asked
     /// The pointer from the corner, where no window manager drags the window.
     std::optional<QPoint> m_dragFrom;
 };

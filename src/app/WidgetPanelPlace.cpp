@@ -66,8 +66,9 @@ QRectF WidgetPanel::statusFrame()
     if (!m_item.isEmpty()) {
         return m_item;
     }
-    const QPointF place =
-        m_pointer ? QPointF(*m_pointer) : PanelGeometry::barEnd(screens().constFirst());
+    const QPointF place = m_pointer
+        ? QPointF(*m_pointer)
+        : PanelGeometry::barEnd(PanelGeometry::screenAt(screens(), QCursor::pos()));
     return {place, QSizeF(1, 1)};
 }
 

@@ -9,7 +9,7 @@ import { Accessibility } from './Accessibility.mjs';
 
 const PATIENCE = 20_000; // milliseconds; for a loaded machine
 
-const xdotool = (...words) => execFileSync('xdotool', words, { encoding: 'utf8' });
+const xdotool = (...words) => execFileSync('xdotool', words, { encoding: 'utf8', stdio: ['ignore', 'pipe', 'ignore'] });
 
 /** Waits until `look` returns something true, and returns that. */
 export async function until(what, look) {
@@ -22,12 +22,17 @@ export async function until(what, look) {
   }
 }
 
-function windowsOf(windowClass) {
+/** What `xdotool search` finds of what is to be seen, by its own words: `{ id, x, y, width, height }`. */
+export function windows(...words) {
+  let told;
   try {
-    return xdotool('search', '--onlyvisible', '--class', windowClass).trim().split('\n');
+    told = xdotool('search', '--onlyvisible', ...words, 'getwindowgeometry', '--shell', '%@');
   } catch {
-    return undefined; // none yet
+    return []; // none, or one that went while it was looked at
   }
+  return [...told.matchAll(/WINDOW=(\d+)\nX=(-?\d+)\nY=(-?\d+)\nWIDTH=(\d+)\nHEIGHT=(\d+)/g)]
+    .map(([, ...numbers]) => numbers.map(Number))
+    .map(([id, x, y, width, height]) => ({ id, x, y, width, height }));
 }
 
 export class Desktop {
@@ -35,8 +40,12 @@ export class Desktop {
 
   /** Waits for a program's window, which gets the keyboard, and for what it tells screen readers. */
   async meet(name) {
-    const [window] = await until('a window', () => windowsOf(name));
-    xdotool('windowactivate', '--sync', window);
+    this.activate(await until('a window', () => windows('--class', name)[0]));
+    await this.listen(name);
+  }
+
+  /** Waits for what a program tells screen readers, whether it has windows or not. */
+  async listen(name) {
     const accessibility = new Accessibility();
     this.#widget = await until('the widget among the accessible programs', () => accessibility.program(name));
   }
@@ -61,17 +70,43 @@ export class Desktop {
 
   /** Moves the pointer onto a frame, at these shares of its width and height. */
   point({ x, y, width, height }, across = 0.5, down = 0.5) {
-    xdotool('mousemove', '--sync', String(Math.round(x + width * across)), String(Math.round(y + height * down)));
+    xdotool('mousemove', String(Math.round(x + width * across)), String(Math.round(y + height * down)));
   }
 
-  /** Moves the pointer away from the widget, which stands in the middle of the screen. */
+  /** Gives a window the keyboard, and brings it back if it is minimised. */
+  activate({ id }) {
+    xdotool('windowactivate', '--sync', String(id));
+  }
+
+  /** The id of the window that has the keyboard. */
+  keyboard() {
+    return Number(xdotool('getwindowfocus'));
+  }
+
+  /** Goes to another desktop (workspace), counted from 0. */
+  goTo(desktop) {
+    xdotool('set_num_desktops', '2', 'set_desktop', String(desktop));
+  }
+
+  /** Moves the pointer away from the widget, which is never in this corner. */
   leave() {
     xdotool('mousemove', '2', '2');
   }
 
-  click(frame) {
+  click(frame, button = 1) {
     this.point(frame);
-    xdotool('click', '1');
+    xdotool('click', String(button));
+  }
+
+  /** Drags a frame by its top, where there is nothing to press, by so many pixels. */
+  async drag(frame, right, down) {
+    this.point({ ...frame, height: 16 });
+    xdotool('mousedown', '1');
+    for (let step = 1; step <= 10; ++step) {
+      await pause(20); // as a hand does, which the window manager has to follow
+      this.point({ ...frame, height: 16, x: frame.x + right * step / 10, y: frame.y + down * step / 10 });
+    }
+    xdotool('mouseup', '1');
   }
 
   /** Turns the wheel by notches, up for positive ones. */
