@@ -38,7 +38,6 @@ AppDelegate::AppDelegate(const Services &services)
     connectMenu();
     connectShell();
     m_menu.setVersion(AppVersion::current());
-    m_menu.setOpensSettings(m_actions.opensSettings);
     connect(&m_heartbeat, &QTimer::timeout, this, &AppDelegate::tick);
 }
 
@@ -52,6 +51,7 @@ void AppDelegate::connectActions()
     connect(&m_actions, &PanelActions::providerRequested, this,
         [this](int index) { pickProvider(Dashboard::provider(index)); });
     connect(&m_actions, &PanelActions::hideRequested, &m_widget, &WidgetPanel::hideWidget);
+    connect(&m_actions, &PanelActions::settingsRequested, this, &AppDelegate::openSettings);
     connect(&m_actions, &PanelActions::quitRequested, this, &AppDelegate::quit);
     connect(&m_general, &GeneralSettings::setRequested, this, &AppDelegate::set);
     connect(&m_general, &GeneralSettings::updateRequested, this, &AppDelegate::openUpdate);
@@ -64,6 +64,9 @@ void AppDelegate::connectCollaborators()
     connect(&m_indexer, &Indexer::finished, this, [this] {
         if (!m_model.hover().x() && !m_widget.isBusy()) {
             m_stats.readStats(StatsFeed::Wait::No);
+        }
+        if (m_settings) {
+            syncSettings().load();
         }
     });
     connect(&m_account, &AccountPoller::limitsRead, this, &AppDelegate::updateLimits);

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "app/GeneralSettings.h"
 #include "app/PersistedState.h"
 #include "app/Services.h"
+#include "app/SettingsWindow.h"
 #include "app/StateFile.h"
 #include "app/StatusItem.h"
 #include "app/StatusMenu.h"
 #include "app/WidgetPanel.h"
 #include "model/Dashboard.h"
+#include "model/GeneralSettings.h"
 #include "model/WidgetModel.h"
 #include "platform/DesktopWatch.h"
 #include "platform/ReducedMotion.h"
@@ -16,6 +17,7 @@
 #include "scripts/Indexer.h"
 #include "scripts/SideFiles.h"
 #include "scripts/StatsFeed.h"
+#include "scripts/SyncSettings.h"
 #include "views/PanelActions.h"
 #include <QObject>
 #include <QTimer>
@@ -40,6 +42,9 @@ public:
     [[nodiscard]] GeneralSettings &general() { return m_general; }
     [[nodiscard]] StatusMenu &menu() { return m_menu; }
     [[nodiscard]] WidgetPanel &widget() { return m_widget; }
+    [[nodiscard]] SyncSettings &syncSettings();
+    /// Nothing while it is closed.
+    [[nodiscard]] SettingsWindow *settings() { return m_settings.get(); }
 
     // Each changes an option, does what it means, remembers it and shows it.
     void toggleTopmost();
@@ -49,6 +54,10 @@ public:
     void toggleLaunchWithCodex();
     void toggleStatusLine();
     void toggleUpdateCheck();
+
+    void openSettings();
+    /// Another history counts than did.
+    void syncChanged();
 
 private:
     void connectModel();
@@ -100,6 +109,8 @@ private:
     StatusMenu m_menu;
     StatusItem m_statusItem;
     WidgetPanel m_widget;
+    std::unique_ptr<SyncSettings> m_syncSettings; ///< once it is asked for
+    std::unique_ptr<SettingsWindow> m_settings;   ///< while it is open
     QTimer m_heartbeat;
 
     bool m_animationsOn = true;

@@ -14,7 +14,7 @@ void AppDelegate::connectMenu()
     connect(&m_menu.menu(), &QMenu::aboutToHide, this, [this] { m_menuFromPanel = false; });
     connect(&m_menu, &StatusMenu::toggleWidgetRequested, &m_widget, &WidgetPanel::toggleWidget);
     connect(&m_menu, &StatusMenu::statsRequested, this, &AppDelegate::toggleStatsFromMenu);
-    connect(&m_menu, &StatusMenu::settingsRequested, &m_actions, &PanelActions::settingsRequested);
+    connect(&m_menu, &StatusMenu::settingsRequested, this, &AppDelegate::openSettings);
     connect(&m_menu, &StatusMenu::viewRequested, this, &AppDelegate::setView);
     connect(&m_menu, &StatusMenu::optionRequested, this, [this](GeneralSettings::Option option) {
         set(option, !m_general.binding(option).value());

@@ -1,5 +1,6 @@
 #include "app/FloatingPanel.h"
 
+#include "app/makeView.h"
 #include "model/Dashboard.h"
 #include "views/PanelActions.h"
 #include <cmath>
@@ -7,12 +8,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QMoveEvent>
-#include <QQmlComponent>
-#include <QtQml/qqmlextensionplugin.h>
 
 using namespace std::chrono_literals;
-
-Q_IMPORT_QML_PLUGIN(KestrelbayPlugin)
 
 namespace {
 
@@ -33,15 +30,9 @@ FloatingPanel::FloatingPanel(Dashboard &dashboard, PanelActions &actions)
     setFlags(Qt::Window | Qt::FramelessWindowHint);
     setColor(Qt::transparent);
     setProperty("_q_showWithoutActivating", true); // Qt's own name for it
-    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt/qml/Kestrelbay/Panel.qml")));
-    m_root.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties({
-        {QStringLiteral("dashboard"), QVariant::fromValue(&dashboard)},
-        {QStringLiteral("actions"), QVariant::fromValue(&actions)},
-    })));
-    if (!m_root) {
-        qFatal("%s", qUtf8Printable(component.errorString())); // the program was built without it
-    }
+    m_root = makeView(m_engine, QStringLiteral("Panel.qml"),
+        {{QStringLiteral("dashboard"), QVariant::fromValue(&dashboard)},
+            {QStringLiteral("actions"), QVariant::fromValue(&actions)}});
     m_root->setParentItem(contentItem());
     watchContent();
     m_patience.setSingleShot(true);

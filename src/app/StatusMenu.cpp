@@ -2,10 +2,10 @@
 
 #include "app/menuIcon.h"
 #include "app/MenuStyle.h"
+#include "model/autostartTitle.h"
 #include "model/WidgetModel.h"
 #include <array>
 #include <QGuiApplication>
-#include <QSysInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -21,7 +21,6 @@ struct Shown {
     const GeneralSettings &general;
     QString version;
     bool widgetOnTop;
-    bool opensSettings;
 };
 
 /// One item, or a separator where it has no title. Without a request and a submenu it only tells.
@@ -64,11 +63,6 @@ bool hasUpdate(const Shown &shown)
     return shown.model.update().has_value();
 }
 
-bool hasSettings(const Shown &shown)
-{
-    return shown.opensSettings;
-}
-
 QString updateTitle(const Shown &shown)
 {
     return shown.model.t(QStringLiteral("menuUpdate"), {shown.model.update().value_or(QString())});
@@ -85,13 +79,6 @@ QString animationsTitle(const Shown &shown)
     return isOn<Option::Animations>(shown)
         ? shown.model.label(QStringLiteral("menuAnimOff"), QStringLiteral("Disable animations"))
         : shown.model.label(QStringLiteral("menuAnimOn"), QStringLiteral("Enable animations"));
-}
-
-QString autostartTitle(const Shown &shown)
-{
-    const bool onMac = QSysInfo::kernelType() == QLatin1String("darwin");
-    return shown.model.t(QStringLiteral("menuWithWindows"))
-        .replace(QLatin1String("Windows"), onMac ? QLatin1String("macOS") : QLatin1String("Linux"));
 }
 
 QString versionTitle(const Shown &shown)
@@ -117,9 +104,8 @@ constexpr std::array rows {
     Row {.symbol = "gearshape"_L1,
         .key = "menuSettings"_L1,
         .fallback = u"Settings…",
-        .isVisible = hasSettings,
         .request = [](StatusMenu &menu) { Q_EMIT menu.settingsRequested(); }},
-    Row {.isVisible = hasSettings},
+    Row {},
     Row {.symbol = "rectangle.3.group"_L1, .key = "menuView"_L1, .opens = Place::View},
     Row {.place = Place::View,
         .symbol = "cursorarrow.click"_L1,
@@ -164,7 +150,7 @@ constexpr std::array rows {
         .isChecked = isOn<Option::StatusLine>,
         .request = ask<Option::StatusLine>},
     Row {.symbol = "power"_L1,
-        .title = autostartTitle,
+        .title = [](const Shown &shown) { return autostartTitle(*shown.model.strings()); },
         .isChecked = isOn<Option::Autostart>,
         .request = ask<Option::Autostart>},
     Row {.symbol = "globe"_L1, .key = "menuLanguage"_L1, .opens = Place::Language},
@@ -209,8 +195,7 @@ StatusMenu::StatusMenu(const WidgetModel &model, const GeneralSettings &general,
 
 void StatusMenu::refreshMenu(bool widgetOnTop)
 {
-    const Shown shown {m_model, m_general, m_version.value_or(QStringLiteral("dev")), widgetOnTop,
-        m_opensSettings};
+    const Shown shown {m_model, m_general, m_version.value_or(QStringLiteral("dev")), widgetOnTop};
     for (std::size_t at = 0; at < rows.size(); ++at) {
         const Row &row = rows.at(at);
         QAction &item = *m_items.at(at);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/GeneralSettings.h"
+#include "model/GeneralSettings.h"
 #include "model/ViewMode.h"
 #include <optional>
 #include <QMenu>
@@ -20,8 +20,6 @@ public:
 
     /// The running version, if it is known.
     void setVersion(const std::optional<QString> &version) { m_version = version; }
-    /// Whether the shell has settings to open; at first it has none.
-    void setOpensSettings(bool opens) { m_opensSettings = opens; }
     /// Sets every title, check mark and visibility. `widgetOnTop`: the widget is meant to be on
     /// screen, and nothing covers it.
     void refreshMenu(bool widgetOnTop);
@@ -47,7 +45,6 @@ private:
     const WidgetModel &m_model;
     const GeneralSettings &m_general;
     std::optional<QString> m_version;
-    bool m_opensSettings = false;
     QMenu m_menu;
     QList<QAction *> m_items;         ///< one for each row of the table
     QList<QAction *> m_languageItems; ///< one for each language, with its code

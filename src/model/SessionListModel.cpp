@@ -1,6 +1,6 @@
 #include "model/SessionListModel.h"
 
-#include "core/Dates.h"
+#include "model/dayAndTime.h"
 #include "text/Strings.h"
 #include <algorithm>
 
@@ -116,7 +116,7 @@ QString SessionListModel::detail(const SessionItem &session) const
         parts << isolated(session.project);
     }
     if (session.end) {
-        parts << when(*session.end);
+        parts << dayAndTime(*m_strings, *session.end, m_now);
     }
     if (!session.device.isEmpty()) {
         parts << isolated(session.device);
@@ -131,25 +131,6 @@ QString SessionListModel::spoken(const SessionItem &session) const
     QStringList parts {session.title, detail(session), m_strings->money(session.cost), tokens};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));
-}
-
-QString SessionListModel::when(TimePoint end) const
-{
-    constexpr qint64 daysOfAWeek = 7;
-    const qint64 days = Dates::daysAgo(end, m_now);
-    const auto titled = [this, end](const char *key, const char *defaultText) {
-        QString text = m_strings->text(QLatin1String(key), QLatin1String(defaultText));
-        return text.replace(QStringLiteral("{0}"), m_strings->time(end));
-    };
-    if (days == 0) {
-        return titled("sessionToday", "today {0}");
-    }
-    if (days == 1) {
-        return titled("sessionYesterday", "yesterday {0}");
-    }
-    const bool thisWeek = days > 1 && days < daysOfAWeek;
-    const QString key = thisWeek ? QStringLiteral("weekdayTime") : QStringLiteral("dayTime");
-    return m_strings->date(end, key, MonthForm::InPhrase);
 }
 
 #include "moc_SessionListModel.cpp"

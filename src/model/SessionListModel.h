@@ -31,7 +31,6 @@ private:
     [[nodiscard]] QString detail(const SessionItem &session) const;
     /// The whole row in words, for a screen reader.
     [[nodiscard]] QString spoken(const SessionItem &session) const;
-    [[nodiscard]] QString when(TimePoint end) const;
 
     QList<SessionItem> m_sessions;
     std::shared_ptr<const Strings> m_strings;

@@ -23,6 +23,8 @@ public:
 
     /// Loads the file if it changed. With Wait::Yes it is decoded here and now.
     void readStats(Wait wait);
+    /// Has the next read take the file again, changed or not.
+    void forgetStats() { m_statsStamp.reset(); }
     /// Shows what was held back while the pointer rested on the chart.
     void flushHeldStats();
 

@@ -11,8 +11,7 @@ Row {
     required property PanelActions actions
     required property real room
 
-    readonly property int count: 3 + Number(root.dashboard.updateOffered)
-                                 + Number(root.actions.opensSettings) + Number(root.dashboard.pinnable)
+    readonly property int count: 4 + Number(root.dashboard.updateOffered) + Number(root.dashboard.pinnable)
     readonly property real buttonWidth: Math.min(26, Math.floor(root.room / root.count))
 
     IconButton {
@@ -43,7 +42,6 @@ Row {
     IconButton {
         iconSource: "icons/settings.svg"
         label: root.dashboard.texts.settings
-        visible: root.actions.opensSettings
         width: root.buttonWidth
 
         onClicked: root.actions.settingsRequested()

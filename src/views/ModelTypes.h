@@ -3,8 +3,11 @@
 #include "model/Dashboard.h"
 #include "model/PanelTexts.h"
 #include "model/SessionListModel.h"
+#include "model/SettingsTexts.h"
 #include "model/SummaryCell.h"
 #include "model/WidgetModel.h"
+#include "scripts/SyncSettings.h"
+#include "views/settings/LinkedDevices.h"
 #include <QtQml/qqml.h>
 
 // The model's types under their QML names, so that the model itself needs no QML and qmllint still
@@ -65,4 +68,24 @@ struct PeriodInfoInQml {
     Q_GADGET
     QML_FOREIGN(PeriodInfo)
     QML_VALUE_TYPE(periodInfo)
+};
+
+struct SettingsTextsInQml {
+    Q_GADGET
+    QML_FOREIGN(SettingsTexts)
+    QML_VALUE_TYPE(settingsTexts)
+};
+
+struct SyncSettingsInQml {
+    Q_GADGET
+    QML_FOREIGN(SyncSettings)
+    QML_NAMED_ELEMENT(SyncSettings)
+    QML_UNCREATABLE("The program makes it.")
+};
+
+struct LinkedDevicesInQml {
+    Q_GADGET
+    QML_FOREIGN(LinkedDevices)
+    QML_NAMED_ELEMENT(LinkedDevices)
+    QML_UNCREATABLE("It belongs to its page.")
 };

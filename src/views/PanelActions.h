@@ -8,12 +8,9 @@ class PanelActions final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The shell makes it.")
-    Q_PROPERTY(bool opensSettings MEMBER opensSettings CONSTANT)
 
 public:
     explicit PanelActions(QObject *parent);
-
-    bool opensSettings = false; ///< the shell has settings to open; to be set before views are made
 
 Q_SIGNALS:
     void refreshRequested();

@@ -4,6 +4,7 @@
 #include "app/Promised.h"
 #include "FakeClock.h"
 #include "views/theme/Motion.h"
+#include <QPointer>
 #include <QSignalSpy>
 #include <QtTest/QTest>
 
@@ -26,6 +27,7 @@ protected:
         QFile::remove(Paths::limits());
         installIndexer(countingIndexer);
     }
+    void TearDown() override { Motion::setReduced(false); }
 
     /// Starts and lets the panel appear undisturbed.
     void launch()
@@ -211,6 +213,42 @@ TEST_F(Delegate, comesBackAsItWasLeft)
     EXPECT_EQ(next.model().tab(), HistoryTab::Weeks);
     EXPECT_EQ(next.model().provider(), Provider::Codex);
     EXPECT_TRUE(next.model().expanded());
+}
+
+TEST_F(Delegate, keepsItsSettingsFreshWhileTheyAreOpen)
+{
+    launch();
+    ASSERT_TRUE(comesTo(1));
+    writeFile(Paths::syncStatus(), R"({"name":"Laptop"})");
+    Q_EMIT m_delegate.actions().settingsRequested();
+    const QPointer<SettingsWindow> window = m_delegate.settings();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(m_delegate.syncSettings().name(), QStringLiteral("Laptop"));
+    m_delegate.openSettings();
+    EXPECT_EQ(m_delegate.settings(), window);
+
+    writeFile(Paths::syncStatus(), R"({"name":"Desktop"})");
+    Q_EMIT m_delegate.actions().refreshRequested(); // the run's end has the file read again
+    ASSERT_TRUE(comesTo(2));
+    EXPECT_EQ(m_delegate.syncSettings().name(), QStringLiteral("Desktop"));
+
+    m_delegate.syncSettings().enterPassword(QStringLiteral("secret"));
+    window->close();
+    EXPECT_TRUE(m_delegate.syncSettings().password().isEmpty());
+    EXPECT_EQ(m_delegate.settings(), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&window] { return window.isNull(); }));
+}
+
+TEST_F(Delegate, takesTheStatisticsAnewWhenSyncHasChangedThem)
+{
+    QFile::remove(Paths::indexer());
+    launch();
+    writeVersion(Paths::stats(), R"({"sessions":[{}]})", 1'700'000'000);
+    ASSERT_TRUE(comesTo(1));
+    writeVersion(Paths::stats(), R"({"sessions":[{},{}]})", 1'700'000'000);
+    m_clock.advance(2s); // the panel is at rest
+    m_delegate.syncChanged();
+    EXPECT_TRUE(comesTo(2));
 }
 
 } // namespace

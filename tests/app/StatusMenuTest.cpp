@@ -47,7 +47,7 @@ TEST_F(StatusMenuTest, showsTheStateOfTheMoment)
 {
     m_menu->refreshMenu(false);
     EXPECT_EQ(seen(m_menu->menu()).toStdString(),
-        "menuShow|menuStats|-|menuView{*menuViewIcon|menuViewWindow|-|(Notch view)}|"
+        "menuShow|menuStats|-|Settings…|-|menuView{*menuViewIcon|menuViewWindow|-|(Notch view)}|"
         "Enable animations|menuUpdates|menuWithClaude|Status line in Claude Code|Linux && Linux|"
         "menuLanguage{*menuSystem|-|English|Deutsch}|-|(at dev)|menuExit");
 
@@ -61,7 +61,6 @@ TEST_F(StatusMenuTest, showsTheStateOfTheMoment)
         {Option::WithClaude, true}, {Option::WithCodex, true}, {Option::StatusLine, true},
         {Option::Autostart, true}, {Option::Notch, true}});
     m_menu->setVersion(QStringLiteral("1.0"));
-    m_menu->setOpensSettings(true);
     m_menu->refreshMenu(true);
     EXPECT_EQ(seen(m_menu->menu()).toStdString(),
         "get 2.0|-|menuHide|*menuStats|-|Optionen|-|"

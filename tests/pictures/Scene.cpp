@@ -15,7 +15,6 @@ void Scene::prepare(Stage &stage) const
     model.setCodex(Canned::codexLimits());
     model.setProvider(provider);
     if (crowded) {
-        stage.actions().opensSettings = true;
         model.setMode(ViewMode::Window);
         model.setTopmost(true);
         model.setUpdate(QStringLiteral("0.2.0"));

@@ -1,9 +1,11 @@
-// panel_pictures FOLDER: draws the panel in all its states, languages and scales.
+// panel_pictures FOLDER: draws the panel and the settings in all their states, languages and
+// scales.
 //
 // Runs in an empty home of its own (tools/with-home --new). The status is 1 when a picture shows
 // nothing or a view has warned, since such a view is broken.
 
 #include "pictures/Scene.h"
+#include "pictures/SettingsScene.h"
 #include <cstdio>
 #include <QDir>
 #include <QGuiApplication>
@@ -51,6 +53,15 @@ QImage onBlack(const QImage &panel)
     return picture;
 }
 
+void save(const QImage &view, const QString &file)
+{
+    if (view.isNull() || hasOneColour(view)) {
+        fail(file % u": there is nothing to be seen");
+    } else if (!onBlack(view).save(file)) {
+        fail(file % u": cannot be written");
+    }
+}
+
 void take(const Scene &scene, const QString &language, const QString &file)
 {
     Stage stage;
@@ -61,11 +72,32 @@ void take(const Scene &scene, const QString &language, const QString &file)
     if (!stage.settle()) {
         fail(file % u": the panel comes to no rest");
     }
-    const QImage panel = stage.window().grabWindow();
-    if (panel.isNull() || hasOneColour(panel)) {
-        fail(file % u": there is nothing to be seen");
-    } else if (!onBlack(panel).save(file)) {
-        fail(file % u": cannot be written");
+    save(stage.window().grabWindow(), file);
+}
+
+void take(const SettingsScene &scene, const QString &language, const QString &file)
+{
+    SettingsStage stage(scene, language);
+    if (!stage.settle()) {
+        fail(file % u": the settings come to no rest");
+    }
+    save(stage.window().grabWindow(), file);
+}
+
+/// Draws those of the scenes that are to be seen with a font so much larger.
+template <typename Scene>
+void takeAll(const QList<Scene> &scenes, double enlargement, const QDir &folder)
+{
+    const QString scale = qEnvironmentVariable(scaleVariable);
+    const QString ending = scale == u"1" ? u".png"_qs : u"@%1x.png"_qs.arg(scale);
+    const QString size = enlargement > 1 ? u"-large"_qs : QString();
+    for (const Scene &scene : scenes) {
+        for (const char *language : {"en", "ru", "de"}) {
+            const QString name = QLatin1String(scene.name) % u'-' % QLatin1String(language);
+            if (enlargement == 1 || scene.enlarged) {
+                take(scene, QLatin1String(language), folder.filePath(name % size % ending));
+            }
+        }
     }
 }
 
@@ -75,19 +107,10 @@ int drawOneScale(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     qInstallMessageHandler(failOnWarning);
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    const QString scale = qEnvironmentVariable(scaleVariable);
-    const QString ending = scale == u"1" ? u".png"_qs : u"@%1x.png"_qs.arg(scale);
     for (const double enlargement : {1.0, 1.25}) {
         Stage::setFont(enlargement);
-        for (const Scene &scene : allScenes()) {
-            for (const char *language : {"en", "ru", "de"}) {
-                const QString size = enlargement > 1 ? u"-large"_qs : QString();
-                const QString name = QLatin1String(scene.name) % u'-' % QLatin1String(language);
-                if (enlargement == 1 || scene.enlarged) {
-                    take(scene, QLatin1String(language), folder.filePath(name % size % ending));
-                }
-            }
-        }
+        takeAll(allScenes(), enlargement, folder);
+        takeAll(allSettingsScenes(), enlargement, folder);
     }
     qInstallMessageHandler(nullptr);
     return failures == 0 ? 0 : 1;

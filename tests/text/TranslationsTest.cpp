@@ -18,7 +18,7 @@ const char *const vocabulary[] = {
        syncDeviceId syncCopy syncName syncSave syncPassword syncPasswordSet syncNewPassword
        syncPasswordPrompt syncPasswordAbout syncChange syncSet syncRemove syncLink syncUnlink
        syncLinked syncLinkedAbout syncOff syncOffNote syncNow syncNever syncDelete syncDeleteAbout
-       syncDeleteTitle syncDeleteMessage syncDeleteConfirm syncCancel syncIsOff syncSelf syncBadId
+       syncCopied syncDeleteTitle syncDeleteMessage syncDeleteConfirm syncCancel syncIsOff syncSelf syncBadId
        syncBadPassword syncTooMany syncWrong syncOffline syncFailed syncServer)",
     R"(minAgo hAgo dAgo dotTip updateTip runout weekOf tokens atTime spanM menuUpdate menuVersion
        syncAt syncSeen sessionYesterday sessionToday)",

@@ -88,9 +88,11 @@ TEST_F(Panel, worksByKeyboardAlone)
         &m_stage.actions(), &PanelActions::refreshRequested, [&] { asked << u"refresh"_qs; });
     QObject::connect(
         &m_stage.actions(), &PanelActions::expandRequested, [&] { asked << u"expand"_qs; });
+    QObject::connect(
+        &m_stage.actions(), &PanelActions::settingsRequested, [&] { asked << u"settings"_qs; });
     press({Qt::Key_Tab, Qt::Key_Right, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab,
-        Qt::Key_Space});
-    EXPECT_EQ(asked.join(u' '), u"Codex Claude refresh expand");
+        Qt::Key_Space, Qt::Key_Tab, Qt::Key_Return});
+    EXPECT_EQ(asked.join(u' '), u"Codex Claude refresh expand settings");
     press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right}); // past "hide"
     EXPECT_EQ(m_model.tab(), HistoryTab::Sessions);
     press({Qt::Key_Tab});

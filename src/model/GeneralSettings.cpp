@@ -1,4 +1,4 @@
-#include "app/GeneralSettings.h"
+#include "model/GeneralSettings.h"
 
 void GeneralSettings::setValues(const QMap<Option, bool> &values)
 {

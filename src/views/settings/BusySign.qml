@@ -1,0 +1,28 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestrelbay
+
+/// Turns while something goes on; stands still while motion is reduced.
+TintedIcon {
+    id: root
+
+    required property bool busy
+
+    icon.source: "../icons/refresh-cw.svg"
+    opacity: root.busy ? 1 : 0
+    visible: root.opacity > 0
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: Motion.tab
+        }
+    }
+    RotationAnimator on rotation {
+        duration: 1400
+        from: 0
+        loops: Animation.Infinite
+        running: root.visible && !Motion.reduced
+        to: 360
+    }
+}
