@@ -77,7 +77,8 @@ TEST_F(Sync, commandsTellTheScriptWhatTheFieldsHold)
     for (const auto &[command, arguments, input, clears, changes] : rows) {
         const testing::ScopedTrace row(__FILE__, __LINE__, arguments);
         const QSignalSpy changed(&m_sync, &S::syncChanged);
-        EXPECT_EQ(call([this, &command = command] { command(&m_sync); }), QByteArray(arguments) + '<' + input + '\n');
+        EXPECT_EQ(call([this, &command = command] { command(&m_sync); }),
+            QByteArray(arguments) + '<' + input + '\n');
         EXPECT_EQ(m_sync.problem(), std::nullopt);
         EXPECT_NE(m_sync.name().endsWith(u'\n'),
             QByteArray(arguments).startsWith("rename")); // what is typed stays until used

@@ -60,7 +60,6 @@ public:
     Q_INVOKABLE void selectLanguage(int index);
     Q_INVOKABLE void getUpdate();
 
-
 Q_SIGNALS:
     void textsChanged();
     void valuesChanged();
