@@ -50,22 +50,10 @@ AbstractButton {
             label: root.contentItem
         }
 
-        ToolButton {
+        TintedIcon {
             anchors.centerIn: parent
-            background: null
-            display: AbstractButton.IconOnly
-            enabled: false
-            focusPolicy: Qt.NoFocus
-            height: 14
             icon.color: root.tint
-            icon.height: 14
             icon.source: root.iconSource
-            icon.width: 14
-            opacity: 1
-            padding: 0
-            width: 14
-
-            Accessible.ignored: true
         }
     }
 }
