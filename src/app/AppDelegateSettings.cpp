@@ -18,7 +18,9 @@ void AppDelegate::openSettings()
         syncSettings().load();
         m_settings = std::make_unique<SettingsWindow>(m_model, m_general, syncSettings());
         connect(m_settings.get(), &SettingsWindow::closed, this, [this] {
-            m_settings.release()->deleteLater(); // it is still telling us
+            if (m_settings) {
+                m_settings.release()->deleteLater(); // it is still telling us
+            }
         });
     }
     m_settings->present();

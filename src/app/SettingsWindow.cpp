@@ -56,9 +56,7 @@ bool SettingsWindow::event(QEvent *event)
 {
     const bool taken = QQuickWindow::event(event);
     if (event->type() == QEvent::Close && event->isAccepted()) {
-        // Nothing typed and not used outlives the window that showed it.
-        m_sync.enterPassword({});
-        m_sync.enterLinkPassword({});
+        m_sync.forgetEntries();
         Q_EMIT closed();
     }
     return taken;

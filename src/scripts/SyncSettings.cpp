@@ -129,6 +129,15 @@ void SyncSettings::enterLinkPassword(const QString &password)
     Q_EMIT linkPasswordChanged();
 }
 
+void SyncSettings::forgetEntries()
+{
+    enterName(m_status.name.value_or(QString()));
+    enterPassword({});
+    enterLinkId({});
+    enterLinkPassword({});
+    setProblem(std::nullopt);
+}
+
 void SyncSettings::load()
 {
     const auto bytes = readJSON(Paths::syncStatus(), SyncStatus::most);
@@ -237,7 +246,7 @@ void SyncSettings::finish(const ProcessResult &ended, const Then &then)
     const auto told =
         ended.status == Node::notFound ? std::nullopt : SyncStatus::parse(ended.output);
     const std::optional<QString> error = errorCode(ended.status, told);
-    // Busy until all is taken, so that no listener starts the next command in between.
+    setBusy(false);
     if (told) {
         take(*told);
     }
@@ -246,7 +255,6 @@ void SyncSettings::finish(const ProcessResult &ended, const Then &then)
     } else if (then) {
         then();
     }
-    setBusy(false);
 }
 
 void SyncSettings::setBusy(bool busy)

@@ -13,7 +13,8 @@ class WidgetModel;
 /// script's: here its commands are run, one at a time, and what they tell is taken.
 ///
 /// Each assignment of a published value notifies, also of an equal one. Main thread only. A
-/// password goes to the script's standard input and nowhere else; what held it is overwritten.
+/// password goes to the script's standard input and nowhere else; the copies made here are
+/// overwritten.
 class SyncSettings final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
@@ -26,7 +27,7 @@ class SyncSettings final : public QObject {
 
 public:
     /// A script that takes longer hangs, and is ended.
-    static constexpr std::chrono::milliseconds longestCommand = std::chrono::minutes(1);
+    static constexpr std::chrono::milliseconds longestCommand = std::chrono::minutes(10);
 
     explicit SyncSettings(WidgetModel &model, QObject *parent = nullptr,
         std::chrono::milliseconds patience = longestCommand);
@@ -56,6 +57,8 @@ public:
     void enterPassword(const QString &password);
     void enterLinkId(const QString &id);
     void enterLinkPassword(const QString &password);
+    /// Empties the fields of what was not used, and forgets the problem.
+    void forgetEntries();
 
     /// Takes `sync-status.json`; without one that can be read, all stays as it is.
     void load();

@@ -113,6 +113,26 @@ TEST_F(Sync, failuresAreToldAndLeaveTheFields)
     EXPECT_EQ(m_sync.problem(), m_sync.message(u"no_node"_qs));
 }
 
+TEST_F(Sync, passesOnWhateverIsTyped)
+{
+    for (const QString &typed : {u"a b"_qs, u"\"'`\\"_qs, u"one\ntwo"_qs, u"\U0001F511 ключ"_qs,
+             QString(10'000, u'x'), u"--now"_qs, u"$(false); exit"_qs}) {
+        const QByteArray told = call([&] {
+            m_sync.enterLinkId(typed);
+            m_sync.enterLinkPassword(typed);
+            m_sync.link();
+        });
+        EXPECT_EQ(told, "link|" + typed.toUtf8() + '<' + typed.toUtf8() + '\n');
+        EXPECT_EQ(m_sync.problem(), m_sync.message(u"bad_id"_qs));
+        EXPECT_TRUE(m_sync.linkId() == typed && m_sync.linkPassword() == typed);
+    }
+    m_sync.enterName(u"typed"_qs);
+    m_sync.forgetEntries();
+    EXPECT_TRUE(m_sync.linkId().isEmpty() && m_sync.linkPassword().isEmpty());
+    EXPECT_EQ(m_sync.name(), m_sync.status().name.value_or(QString()));
+    EXPECT_EQ(m_sync.problem(), std::nullopt);
+}
+
 TEST_F(Sync, runsOneCommandAndShowsNobodyItsPassword)
 {
     writeFile(inData("standin.json"), R"({"hold": true})");

@@ -99,10 +99,13 @@ TEST_F(Settings, leadTheKeyboardOnWhereItsControlGoes)
         press(Qt::Key_Down);
     }
     EXPECT_EQ(name(), "id 700");
+    const auto comesTo = [this](const std::string &wanted) {
+        return QTest::qWaitFor([&] { return name() == wanted; });
+    };
     link(1);
-    EXPECT_EQ(name(), "id 0");
+    EXPECT_TRUE(comesTo("id 0")) << name();
     link(0);
-    EXPECT_EQ(name(), "Device ID");
+    EXPECT_TRUE(comesTo("Device ID")) << name();
 }
 
 TEST_F(Settings, askForAnOptionAndShowWhatHolds)

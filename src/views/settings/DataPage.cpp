@@ -46,14 +46,14 @@ QString DataPage::syncNote() const
         return m_model.label(
             QStringLiteral("syncOffNote"), QStringLiteral("Nothing leaves this computer."));
     }
-    const std::optional<QString> &last = m_sync.status().lastSync;
-    if (!last) {
+    const QString last = m_sync.status().lastSync.value_or(QString()).simplified();
+    if (last.isEmpty()) {
         return m_model.label(QStringLiteral("syncNever"), QStringLiteral("Not synced yet"));
     }
-    const std::optional<TimePoint> moment = isoParser()(QStringView(*last));
+    const std::optional<TimePoint> moment = isoParser()(QStringView(last));
     return m_model.label(QStringLiteral("syncAt"), QStringLiteral("Synced {0}"))
         .replace(QStringLiteral("{0}"),
-            moment ? dayAndTime(*m_model.strings(), *moment, m_model.now()) : *last);
+            moment ? dayAndTime(*m_model.strings(), *moment, m_model.now()) : last);
 }
 
 void DataPage::copyDeviceId() const

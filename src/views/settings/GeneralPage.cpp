@@ -41,7 +41,10 @@ QStringList GeneralPage::languageNames() const
 
 int GeneralPage::language() const
 {
-    return static_cast<int>(m_model.languages().indexOf(m_model.langPref())) + 1;
+    const QString &taken = m_model.langPref();
+    const qsizetype place = m_model.languages().indexOf(taken);
+    // The remembered one may be offered no more.
+    return !taken.isEmpty() && place < 0 ? -1 : static_cast<int>(place) + 1;
 }
 
 QString GeneralPage::update() const

@@ -61,6 +61,7 @@ SettingsPage {
             }
         }
         ToggleRow {
+            divided: false
             on: root.page.topmost
             text: root.page.texts.label("menuTopmost")
 

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Layouts
 import Kestrelbay
 
 /// This device's ID, to be copied.
@@ -13,9 +14,13 @@ SettingsRow {
 
     Caption {
         color: Colors.secondary
+        elide: Text.ElideMiddle
         font.family: Qt.platform.os === "osx" ? "Menlo" : "monospace"
         text: root.page.deviceId
         visible: root.page.deviceId
+
+        Layout.fillWidth: true
+        Layout.maximumWidth: implicitWidth
     }
     PushButton {
         about: root.label

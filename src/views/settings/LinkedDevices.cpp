@@ -68,20 +68,43 @@ QHash<int, QByteArray> LinkedDevices::roleNames() const
     return {{DeviceId, "deviceId"}, {Title, "title"}, {Detail, "detail"}, {Included, "included"}};
 }
 
-/// Rows of the same devices stay, and with them the keyboard on one of their controls.
 void LinkedDevices::refresh()
 {
     QList<Row> now = rows();
-    if (std::ranges::equal(now, m_rows, {}, &Row::id, &Row::id)) {
+    if (now.isEmpty() || m_rows.isEmpty()) {
+        beginResetModel();
         m_rows = std::move(now);
-        if (!m_rows.isEmpty()) {
-            Q_EMIT dataChanged(index(0), index(rowCount() - 1));
-        }
+        endResetModel();
         return;
     }
-    beginResetModel();
-    m_rows = std::move(now);
-    endResetModel();
+    replaceMiddle(std::move(now));
+    Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
+/// Rows of devices that stay are kept, and with them the keyboard and what is in sight; but those
+/// between two changes are made anew.
+void LinkedDevices::replaceMiddle(QList<Row> now)
+{
+    const auto isSame = [](const Row &a, const Row &b) { return a.id == b.id; };
+    const auto head =
+        std::mismatch(m_rows.cbegin(), m_rows.cend(), now.cbegin(), now.cend(), isSame);
+    const auto tail = std::mismatch(m_rows.crbegin(), std::make_reverse_iterator(head.first),
+        now.crbegin(), std::make_reverse_iterator(head.second), isSame);
+    const auto first = static_cast<int>(head.first - m_rows.cbegin());
+    const auto gone = static_cast<int>(tail.first.base() - head.first);
+    const auto come = static_cast<int>(tail.second.base() - head.second);
+    if (gone > 0) {
+        beginRemoveRows({}, first, first + gone - 1);
+        m_rows.remove(first, gone);
+        endRemoveRows();
+    }
+    if (come > 0) {
+        beginInsertRows({}, first, first + come - 1);
+        m_rows = std::move(now);
+        endInsertRows();
+    } else {
+        m_rows = std::move(now);
+    }
 }
 
 QList<LinkedDevices::Row> LinkedDevices::rows() const
@@ -89,8 +112,8 @@ QList<LinkedDevices::Row> LinkedDevices::rows() const
     const QList<DeviceRow> costs = m_sync.deviceCosts();
     QList<Row> rows;
     for (const SyncLink &link : m_sync.status().links.value_or(QList<SyncLink>())) {
-        QStringList detail {
-            systemName(link.os.value_or(QString())), link.seenAt ? seen(*link.seenAt) : QString()};
+        QStringList detail {systemName(link.os.value_or(QString()).simplified()),
+            seen(link.seenAt.value_or(QString()).simplified())};
         const auto device = std::ranges::find(costs, link.id, &DeviceRow::id);
         if (device != costs.end() && device->cost) {
             detail << m_model.strings()->money(*device->cost);
@@ -107,6 +130,9 @@ QList<LinkedDevices::Row> LinkedDevices::rows() const
 
 QString LinkedDevices::seen(const QString &when) const
 {
+    if (when.isEmpty()) {
+        return {};
+    }
     const std::optional<TimePoint> moment = isoParser()(QStringView(when));
     const QString text = m_model.label(QStringLiteral("syncSeen"), QStringLiteral("seen {0}"));
     return QString(text).replace(QStringLiteral("{0}"),

@@ -33,6 +33,7 @@ private:
     };
 
     void refresh();
+    void replaceMiddle(QList<Row> now);
     [[nodiscard]] QList<Row> rows() const;
     [[nodiscard]] QString seen(const QString &when) const;
 

@@ -11,6 +11,8 @@ FocusScope {
     required property DataPage page
 
     property bool changing: false
+    /// A password was told to be set, and not changed since.
+    property bool asked: false
 
     readonly property SyncSettings sync: root.page.sync
     readonly property string fieldLabel:
@@ -19,7 +21,8 @@ FocusScope {
 
     function use() {
         // An empty one would remove the password, for which there is a button.
-        if (root.sync.password)
+        root.asked = root.sync.password;
+        if (root.asked)
             root.sync.setPassword();
         else
             field.forceActiveFocus(Qt.OtherFocusReason);
@@ -37,7 +40,7 @@ FocusScope {
 
     Connections {
         function onPasswordChanged() {
-            if (root.sync.busy && !root.sync.password)
+            if (root.asked && !root.sync.password)
                 root.changing = false; // it has been set
         }
 
@@ -61,7 +64,7 @@ FocusScope {
                 id: change
 
                 about: root.page.texts.label("syncPassword")
-                text: root.page.texts.label("syncChange")
+                text: root.page.texts.label(root.changing ? "syncCancel" : "syncChange")
 
                 onClicked: root.changing ? root.leave() : root.changing = true
             }
@@ -91,7 +94,10 @@ FocusScope {
                 Layout.maximumWidth: 170 * Metrics.textScale
                 Layout.minimumWidth: 90
                 onAccepted: root.use()
-                onTextEdited: root.sync.password = text
+                onTextEdited: {
+                    root.asked = false;
+                    root.sync.password = text;
+                }
             }
             PushButton {
                 about: field.label

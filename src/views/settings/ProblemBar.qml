@@ -25,6 +25,8 @@ Item {
 
         anchors.verticalCenter: parent.verticalCenter
         color: Colors.orange
+        elide: Text.ElideRight
+        maximumLineCount: 4 // a code may be of any length
         size: 12
         text: root.problem
         width: root.width - 48
