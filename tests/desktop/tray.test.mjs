@@ -171,7 +171,7 @@ describe('with a tray of icons', () => {
     desktop.click(icon(), 3);
     await hidden();
     await until('the menu', () => ours().some(({ height }) => height > BAR));
-    for (const key of ['Down', 'Down', 'Down', 'Right', 'Down', 'Return']) {
+    for (const key of ['Down', 'Down', 'Down', 'Down', 'Right', 'Down', 'Return']) {
       await pause(100);
       desktop.press(key);
     }
