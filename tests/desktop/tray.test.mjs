@@ -278,7 +278,6 @@ describe('with a tray on the bus', () => {
       windows: [...execFileSync('xwininfo', ['-root', '-tree'], { encoding: 'utf8' }).matchAll(/^ +0x([0-9a-f]+) /gm)]
         .filter(([, id]) => xClient({ id: parseInt(id, 16) }) === mine).length,
       files: readdirSync(`/proc/${widget.pid}/fd`).length,
-      frame: panel(),
     });
     const deeds = [
       () => host.click('Statistics'),
