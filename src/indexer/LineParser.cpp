@@ -1,25 +1,16 @@
 #include "indexer/LineParser.h"
 
-#include "indexer/JsonNumber.h"
-#include "indexer/JsonWalk.h"
-#include "indexer/LineReader.h"
 #include "indexer/Title.h"
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <utility>
 
 namespace indexer {
 
 using simdjson::ondemand::json_type;
 
-static_assert(LineReader::padding >= simdjson::SIMDJSON_PADDING);
-
 namespace {
-
-/// Longer than any id or path; more is no id, and is not kept.
-constexpr std::size_t longestText = 4096;
 
 LineKind kindOf(std::string_view type)
 {
@@ -41,11 +32,7 @@ LineKind kindOf(std::string_view type)
     return LineKind::Other;
 }
 
-/// Keys of a record and the fields that take their values.
-template <typename Record, typename Field, std::size_t N>
-using Table = std::array<std::pair<std::string_view, Field Record::*>, N>;
-
-constexpr Table<TranscriptLine, std::string_view, 6> lineTexts {{
+constexpr FieldTable<TranscriptLine, std::string_view, 6> lineTexts {{
     {"uuid", &TranscriptLine::uuid},
     {"sessionId", &TranscriptLine::sessionId},
     {"requestId", &TranscriptLine::requestId},
@@ -53,41 +40,24 @@ constexpr Table<TranscriptLine, std::string_view, 6> lineTexts {{
     {"cwd", &TranscriptLine::cwd},
     {"leafUuid", &TranscriptLine::leafUuid},
 }};
-constexpr Table<TranscriptLine, bool, 4> lineFlags {{
+constexpr FieldTable<TranscriptLine, bool, 4> lineFlags {{
     {"isSidechain", &TranscriptLine::isSidechain},
     {"isMeta", &TranscriptLine::isMeta},
     {"isCompactSummary", &TranscriptLine::isCompactSummary},
     {"isApiErrorMessage", &TranscriptLine::isApiError},
 }};
-constexpr Table<Usage, std::uint64_t, 4> usageCounts {{
+constexpr FieldTable<Usage, std::uint64_t, 4> usageCounts {{
     {"input_tokens", &Usage::input},
     {"output_tokens", &Usage::output},
     {"cache_read_input_tokens", &Usage::cacheRead},
     {"cache_creation_input_tokens", &Usage::cacheCreation},
 }};
-constexpr Table<Usage, std::uint64_t, 2> writeCounts {{
+constexpr FieldTable<Usage, std::uint64_t, 2> writeCounts {{
     {"ephemeral_5m_input_tokens", &Usage::fiveMinutes},
     {"ephemeral_1h_input_tokens", &Usage::oneHour},
 }};
 constexpr std::array<std::string_view, 4> titleKeys {
     "customTitle", "agentName", "aiTitle", "summary"};
-
-template <typename Record, typename Field, std::size_t N>
-Field *find(const Table<Record, Field, N> &fields, std::string_view key, Record &record)
-{
-    for (const auto &[name, field] : fields) {
-        if (name == key) {
-            return &(record.*field);
-        }
-    }
-    return nullptr;
-}
-
-bool isType(simdjson::ondemand::value &value, json_type wanted)
-{
-    json_type type {};
-    return value.type().get(type) == simdjson::SUCCESS && type == wanted;
-}
 
 /// Lines written for bookkeeping name their type first and end as they should; they can be told
 /// without parsing.
@@ -105,12 +75,9 @@ bool isPlainlyUnimportant(std::string_view line)
 
 } // namespace
 
-LineParser::LineParser()
+LineParser::LineParser(JsonLine &json)
+    : m_json(json)
 {
-    // All at once, for the longest line; memory that no line needs is never touched.
-    if (m_parser.allocate(LineReader::longestLine) != simdjson::SUCCESS) {
-        throw std::bad_alloc();
-    }
 }
 
 LineOutcome LineParser::parse(std::string_view line, TranscriptLine &result)
@@ -120,30 +87,25 @@ LineOutcome LineParser::parse(std::string_view line, TranscriptLine &result)
     }
     result = {};
     m_line = &result;
-    m_unescaped.clear();
+    m_fields.restart();
     m_matters = true;
 
-    simdjson::ondemand::document document;
-    const bool started =
-        m_parser.iterate(line.data(), line.size(), line.size() + LineReader::padding).get(document)
-        == simdjson::SUCCESS;
-    const bool sound = started
-        && eachField(document.get_object(),
-            [this](std::string_view key, Value value) { return topField(key, value); });
+    const bool sound = m_json.eachTopField(
+        line, [this](std::string_view key, Value value) { return topField(key, value); });
     if (!m_matters) {
         return LineOutcome::Ignored;
     }
-    const bool hasRest = sound && document.current_location().error() != simdjson::OUT_OF_BOUNDS;
-    if (!sound || hasRest) {
+    if (!sound) {
         return LineOutcome::NotJson;
     }
+    result.hasImpossibleNumbers = m_fields.hasImpossibleNumbers();
     return result.kind == LineKind::Other ? LineOutcome::Ignored : LineOutcome::Parsed;
 }
 
 bool LineParser::topField(std::string_view key, Value value)
 {
     if (std::string_view *target = find(lineTexts, key, *m_line)) {
-        return text(value, *target);
+        return m_fields.text(value, *target);
     }
     if (bool *target = find(lineFlags, key, *m_line)) {
         *target = scalarToken(value) == "true";
@@ -168,7 +130,7 @@ bool LineParser::topField(std::string_view key, Value value)
 bool LineParser::kind(Value value)
 {
     std::string_view name;
-    if (!text(value, name)) {
+    if (!m_fields.text(value, name)) {
         return false;
     }
     m_line->kind = kindOf(name);
@@ -185,10 +147,10 @@ bool LineParser::message(Value value)
 bool LineParser::messageField(std::string_view key, Value value)
 {
     if (key == "id") {
-        return text(value, m_line->messageId);
+        return m_fields.text(value, m_line->messageId);
     }
     if (key == "model") {
-        return text(value, m_line->model);
+        return m_fields.text(value, m_line->model);
     }
     if (key == "stop_reason") {
         m_line->ending = isType(value, json_type::string) ? Ending::Finished
@@ -250,12 +212,12 @@ bool LineParser::usage(Value value)
 bool LineParser::usageField(std::string_view key, Value value)
 {
     if (std::uint64_t *target = find(usageCounts, key, m_line->usage)) {
-        return count(value, *target);
+        return m_fields.count(value, *target);
     }
     if (key == "cache_creation" && isType(value, json_type::object)) {
         return eachField(value.get_object(), [this](std::string_view part, Value inner) {
             std::uint64_t *target = find(writeCounts, part, m_line->usage);
-            return target != nullptr ? count(inner, *target) : isSound(inner);
+            return target != nullptr ? m_fields.count(inner, *target) : isSound(inner);
         });
     }
     const std::string_view token = scalarToken(value);
@@ -266,47 +228,6 @@ bool LineParser::usageField(std::string_view key, Value value)
         m_line->tier = token == "\"batch\"" ? ServiceTier::Batch : ServiceTier::Other;
     }
     return isSound(value);
-}
-
-/// Anything but a number tells nothing; a number that no count can be spoils the line.
-bool LineParser::count(Value value, std::uint64_t &target)
-{
-    if (!isType(value, json_type::number)) {
-        return isSound(value);
-    }
-    const std::string_view token = scalarToken(value);
-    if (!isJsonNumber(token)) {
-        return false;
-    }
-    const auto stated = tokenCount(token);
-    m_line->hasImpossibleNumbers = m_line->hasImpossibleNumbers || !stated;
-    target = stated.value_or(0);
-    return true;
-}
-
-/// Anything but a string tells nothing.
-bool LineParser::text(Value value, std::string_view &target)
-{
-    if (!isType(value, json_type::string)) {
-        return isSound(value);
-    }
-    const std::string_view token = scalarToken(value);
-    if (!isSound(value)) {
-        return false;
-    }
-    if (token.size() > longestText) {
-        return true;
-    }
-    target = token.substr(1, token.size() - 2);
-    if (target.find('\\') != std::string_view::npos) {
-        std::string &plain = m_unescaped.emplace_back();
-        JsonText characters(token);
-        while (const auto c = characters.next()) {
-            appendUtf8(plain, *c);
-        }
-        target = plain;
-    }
-    return true;
 }
 
 } // namespace indexer

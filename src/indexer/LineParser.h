@@ -1,10 +1,9 @@
 #pragma once
 
+#include "indexer/JsonFields.h"
+#include "indexer/JsonLine.h"
 #include "indexer/TranscriptLine.h"
 
-#include <deque>
-#include <simdjson.h>
-#include <string>
 #include <string_view>
 
 namespace indexer {
@@ -14,7 +13,7 @@ enum class LineOutcome { Parsed, Ignored, NotJson };
 /// Takes one line of a transcript apart in a single pass, in place and without a document tree.
 class LineParser final {
 public:
-    LineParser();
+    explicit LineParser(JsonLine &json);
 
     /// `line` needs LineReader::padding readable bytes behind it. A line that matters has to be
     /// sound JSON to its last character; lines of other types are left without a closer look.
@@ -31,12 +30,10 @@ private:
     [[nodiscard]] bool contentPart(Value value);
     [[nodiscard]] bool usage(Value value);
     [[nodiscard]] bool usageField(std::string_view key, Value value);
-    [[nodiscard]] bool count(Value value, std::uint64_t &target);
-    [[nodiscard]] bool text(Value value, std::string_view &target);
     [[nodiscard]] bool kind(Value value);
 
-    simdjson::ondemand::parser m_parser;
-    std::deque<std::string> m_unescaped; // the few texts of the line that hold escapes
+    JsonLine &m_json;
+    JsonFields m_fields;
     TranscriptLine *m_line = nullptr;
     bool m_matters = true;
 };

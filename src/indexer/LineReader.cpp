@@ -1,11 +1,6 @@
 #include "indexer/LineReader.h"
 
-#include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace indexer {
 
@@ -23,33 +18,12 @@ LineReader::LineReader()
 {
 }
 
-LineReader::~LineReader()
-{
-    close();
-}
-
 std::optional<FileSkip> LineReader::open(const std::filesystem::path &file)
 {
-    close();
     m_begin = m_scanned = m_filled = m_overlong = 0;
     m_first = true;
     m_discarding = m_failed = false;
-
-    m_descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (m_descriptor < 0) {
-        return errno == ELOOP ? FileSkip::Loop : FileSkip::Unreadable;
-    }
-    struct stat status { };
-    if (fstat(m_descriptor, &status) != 0) {
-        close();
-        return FileSkip::Unreadable;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        close();
-        return FileSkip::NotRegular;
-    }
-    m_unread = static_cast<std::size_t>(status.st_size);
-    return std::nullopt;
+    return m_source.open(file);
 }
 
 std::optional<std::string_view> LineReader::next()
@@ -94,35 +68,15 @@ std::string_view LineReader::trimmed(std::size_t end)
 /// Moves the unfinished line to the front and fetches more behind it.
 bool LineReader::refill()
 {
-    if (m_unread == 0 || m_descriptor < 0) {
-        return false;
-    }
     m_filled -= m_begin;
     std::memmove(m_buffer.get(), m_buffer.get() + m_begin, m_filled);
     m_begin = 0;
     m_scanned = m_filled;
 
-    ssize_t got = 0;
-    do {
-        got = ::read(m_descriptor, m_buffer.get() + m_filled, std::min(chunk, m_unread));
-    } while (got < 0 && errno == EINTR);
-    m_failed = got < 0;
-    if (got <= 0) {
-        m_unread = 0;
-        return false;
-    }
-    m_filled += static_cast<std::size_t>(got);
-    m_unread -= static_cast<std::size_t>(got);
-    return true;
-}
-
-void LineReader::close()
-{
-    if (m_descriptor >= 0) {
-        ::close(m_descriptor);
-    }
-    m_descriptor = -1;
-    m_unread = 0;
+    const auto got = m_source.read(m_buffer.get() + m_filled, chunk);
+    m_failed = m_failed || !got;
+    m_filled += got.value_or(0);
+    return got.value_or(0) > 0;
 }
 
 } // namespace indexer

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/Skips.h"
+#include "indexer/ByteSource.h"
 
 #include <filesystem>
 #include <memory>
@@ -17,9 +17,6 @@ public:
     static constexpr std::size_t padding = 64;
 
     LineReader();
-    ~LineReader();
-    LineReader(const LineReader &) = delete;
-    LineReader &operator=(const LineReader &) = delete;
 
     /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
     [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
@@ -36,11 +33,9 @@ public:
 private:
     [[nodiscard]] bool refill();
     [[nodiscard]] std::string_view trimmed(std::size_t end);
-    void close();
 
     std::unique_ptr<char[]> m_buffer;
-    int m_descriptor = -1;
-    std::size_t m_unread = 0;  // bytes of the file still to be fetched
+    ByteSource m_source;
     std::size_t m_begin = 0;   // of the line in the buffer
     std::size_t m_scanned = 0; // up to here there is no newline
     std::size_t m_filled = 0;

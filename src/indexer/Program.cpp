@@ -53,7 +53,7 @@ std::string report(const Options &options, const Scan &scan, const Statistics &s
 Outcome run(const Options &options, TimePoint now)
 {
     // Before anything else: statistics of nothing must not replace those that there are.
-    if (const auto problem = whyUnreadable(options.claude, !options.isClaudeNamed)) {
+    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
         return failed(*problem);
     }
     Outcome outcome;

@@ -33,18 +33,48 @@ void Scan::addClaude(const std::filesystem::path &folder)
     }
 }
 
+void Scan::addCodex(const std::filesystem::path &folder)
+{
+    for (const auto &file : findRollouts(folder, m_skips)) {
+        addRollout(file);
+    }
+    m_rollouts.threads().addIndex(folder / "session_index.jsonl");
+}
+
 void Scan::addFile(const std::filesystem::path &file)
+{
+    TranscriptLine line;
+    readFile(file, m_parser, line, [&] { addLine(line, file.native()); });
+}
+
+void Scan::addRollout(const std::filesystem::path &file)
+{
+    const std::string name = file.filename().native();
+    m_rolloutReader.begin(std::string_view(name).substr(0, name.find(".jsonl")));
+    RolloutLine line;
+    readFile(file, m_rolloutParser, line, [&] {
+        if (line.hasImpossibleNumbers) {
+            m_skips.add(LineSkip::ImpossibleNumbers);
+        } else {
+            m_rolloutReader.add(line, timeOf(line.timestamp));
+        }
+    });
+    m_rolloutReader.end();
+}
+
+/// Calls `take()` for each line that matters, as it stands in `line` then.
+template <typename Parser, typename Line, typename Take>
+void Scan::readFile(const std::filesystem::path &file, Parser &parser, Line &line, Take take)
 {
     if (const auto problem = m_reader.open(file)) {
         m_skips.add(*problem);
         return;
     }
     ++m_files;
-    TranscriptLine parsed;
-    while (const auto line = m_reader.next()) {
-        switch (m_parser.parse(*line, parsed)) {
+    while (const auto text = m_reader.next()) {
+        switch (parser.parse(*text, line)) {
         case LineOutcome::Parsed:
-            addLine(parsed, file.native());
+            take();
             break;
         case LineOutcome::NotJson:
             m_skips.add(LineSkip::NotJson);
@@ -59,6 +89,20 @@ void Scan::addFile(const std::filesystem::path &file)
     }
 }
 
+/// Nothing for a line that tells no time, or one that cannot be.
+std::optional<TimePoint> Scan::timeOf(std::string_view timestamp)
+{
+    if (timestamp.empty()) {
+        return std::nullopt;
+    }
+    const auto time = parseMoment(timestamp);
+    if (!time || *time < earliest || *time > m_latest) {
+        m_skips.add(LineSkip::ImpossibleTime);
+        return std::nullopt;
+    }
+    return time;
+}
+
 void Scan::addLine(const TranscriptLine &line, std::string_view file)
 {
     if (line.kind != LineKind::Assistant && line.kind != LineKind::User
@@ -70,12 +114,8 @@ void Scan::addLine(const TranscriptLine &line, std::string_view file)
         m_skips.add(LineSkip::ImpossibleNumbers);
         return;
     }
-    if (line.timestamp.empty()) {
-        return;
-    }
-    const auto time = parseMoment(line.timestamp);
-    if (!time || *time < earliest || *time > m_latest) {
-        m_skips.add(LineSkip::ImpossibleTime);
+    const auto time = timeOf(line.timestamp);
+    if (!time) {
         return;
     }
     m_sessions.addConversation(line, *time);

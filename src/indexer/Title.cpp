@@ -32,9 +32,10 @@ bool isInvisible(char32_t c)
 }
 
 /// What begins a text that the assistant's own program put into the user's lines.
-constexpr std::array<std::string_view, 9> insertions {"<command-", "<local-command-", "<bash-",
+constexpr std::array<std::string_view, 15> insertions {"<command-", "<local-command-", "<bash-",
     "<system-reminder", "<ide_", "<task-notification", "<user-", "Caveat: The messages below",
-    "[Request interrupted"};
+    "[Request interrupted", "<environment_context", "<user_", "<permissions ", "<turn_aborted",
+    "<INSTRUCTIONS", "# AGENTS.md"};
 
 /// The first visible characters, as far as they are plain ASCII.
 std::string opening(std::string_view token)

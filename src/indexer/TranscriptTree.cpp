@@ -25,8 +25,11 @@ struct Place {
 /// One walk over the tree.
 class Walk final {
 public:
-    explicit Walk(Skips &skips)
+    using Name = bool (*)(std::string_view);
+
+    Walk(Skips &skips, Name isWanted)
         : m_skips(skips)
+        , m_isWanted(isWanted)
     {
     }
 
@@ -40,6 +43,7 @@ private:
     static bool isLeftOut(const fs::path &folder, Place place);
 
     Skips &m_skips;
+    Name m_isWanted;
     std::set<Identity> m_seen;
     std::vector<Identity> m_above; // the folders that the walk is inside of
 };
@@ -70,13 +74,19 @@ bool isTranscriptName(std::string_view name)
         && name.find(".superseded") == std::string_view::npos;
 }
 
+bool isRolloutName(std::string_view name)
+{
+    return name.starts_with("rollout-")
+        && (name.ends_with(".jsonl") || name.ends_with(".jsonl.zst"));
+}
+
 void Walk::visit(const fs::path &path, Place place)
 {
     struct stat status { };
     if (::stat(path.c_str(), &status) != 0) {
         if (errno == ELOOP) {
             m_skips.add(FileSkip::Loop);
-        } else if (errno != ENOENT || isTranscriptName(path.filename().native())) {
+        } else if (errno != ENOENT || m_isWanted(path.filename().native())) {
             // Of what leads nowhere, only a transcript would be missed.
             m_skips.add(FileSkip::Unreadable);
         }
@@ -133,7 +143,7 @@ void Walk::visitFolder(const fs::path &folder, Identity identity, Place place)
 void Walk::visitFile(const fs::path &file, const struct stat &status, Place place)
 {
     const std::string name = file.filename().native();
-    if (!isTranscriptName(name) || (place.insideSubagents && name == "journal.jsonl")) {
+    if (!m_isWanted(name) || (place.insideSubagents && name == "journal.jsonl")) {
         return;
     }
     if (!S_ISREG(status.st_mode)) {
@@ -143,28 +153,52 @@ void Walk::visitFile(const fs::path &file, const struct stat &status, Place plac
     }
 }
 
-} // namespace
-
-std::vector<fs::path> findTranscripts(const fs::path &projects, Skips &skips)
+/// All files below some folders that `isWanted` by their names.
+std::vector<fs::path> findFiles(
+    std::initializer_list<fs::path> folders, Walk::Name isWanted, Skips &skips)
 {
-    Walk walk(skips);
-    struct stat status { };
-    if (::stat(projects.c_str(), &status) == 0) {
-        walk.visit(projects, {});
-    } else if (errno != ENOENT && errno != ENOTDIR) {
-        skips.add(FileSkip::Unreadable);
+    Walk walk(skips, isWanted);
+    for (const fs::path &folder : folders) {
+        struct stat status { };
+        if (::stat(folder.c_str(), &status) == 0) {
+            walk.visit(folder, {});
+        } else if (errno != ENOENT && errno != ENOTDIR) {
+            skips.add(FileSkip::Unreadable);
+        }
     }
     std::sort(walk.files.begin(), walk.files.end(),
         [](const fs::path &a, const fs::path &b) { return a.native() < b.native(); });
     return std::move(walk.files);
 }
 
-std::optional<std::string> whyUnreadable(const fs::path &claude, bool mayBeMissing)
+} // namespace
+
+std::vector<fs::path> findTranscripts(const fs::path &projects, Skips &skips)
 {
-    fs::path at = claude / "projects";
+    return findFiles({projects}, isTranscriptName, skips);
+}
+
+std::vector<fs::path> findRollouts(const fs::path &codex, Skips &skips)
+{
+    std::vector<fs::path> files =
+        findFiles({codex / "sessions", codex / "archived_sessions"}, isRolloutName, skips);
+    std::set<std::string> plain;
+    for (const fs::path &file : files) {
+        plain.insert(file.filename());
+    }
+    std::erase_if(files, [&plain](const fs::path &file) {
+        return file.extension() == ".zst" && plain.contains(file.stem());
+    });
+    return files;
+}
+
+std::optional<std::string> whyUnreadable(
+    const fs::path &home, std::string_view inner, bool mayBeMissing)
+{
+    fs::path at = home / inner;
     int error = readingError(at);
     if (error == ENOENT && isMissing(at)) {
-        at = claude;
+        at = home;
         error = mayBeMissing && isMissing(at) ? 0 : readingError(at);
     }
     if (error == 0) {

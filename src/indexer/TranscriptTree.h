@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace indexer {
@@ -14,9 +15,13 @@ namespace indexer {
 [[nodiscard]] std::vector<std::filesystem::path> findTranscripts(
     const std::filesystem::path &projects, Skips &skips);
 
-/// Why the projects in Claude Code's folder cannot be read, in words. That there are none yet is no
-/// reason; that the folder itself is missing is none if it `mayBeMissing`.
+/// All rollouts in Codex's folder, likewise. Of a rollout and its compressed copy, the former.
+[[nodiscard]] std::vector<std::filesystem::path> findRollouts(
+    const std::filesystem::path &codex, Skips &skips);
+
+/// Why a folder inside an assistant's own folder cannot be read, in words. That it is not there yet
+/// is no reason; that the assistant's folder itself is missing is none if it `mayBeMissing`.
 [[nodiscard]] std::optional<std::string> whyUnreadable(
-    const std::filesystem::path &claude, bool mayBeMissing);
+    const std::filesystem::path &home, std::string_view inner, bool mayBeMissing);
 
 } // namespace indexer

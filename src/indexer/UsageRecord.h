@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexer/Moment.h"
+#include "indexer/Provider.h"
 #include "indexer/TextPool.h"
 #include "indexer/Usage.h"
 
@@ -48,6 +49,8 @@ struct UsageRecord {
     ServiceTier tier = ServiceTier::Standard;
     Ending ending = Ending::Untold;
     bool isSidechain = false;
+    Provider provider = Provider::Claude;
+    bool isSum = false; // of several requests, it may be
 
     [[nodiscard]] TimePoint time() const { return standing.time(); }
     /// A subagent's answer whose last line was never written: its output is known too low.

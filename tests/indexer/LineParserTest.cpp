@@ -20,7 +20,8 @@ public:
 
 private:
     std::string m_padded;
-    LineParser m_parser;
+    JsonLine m_json;
+    LineParser m_parser {m_json};
 };
 
 TEST(LineParser, takesOnlySoundJsonOfKnownTypes)

@@ -17,6 +17,15 @@ std::string field(const char *key, const std::string &value)
     return value.empty() ? std::string() : fmt::format(R"("{}":"{}",)", key, value);
 }
 
+std::string joined(const std::vector<std::string> &lines)
+{
+    std::string content;
+    for (const std::string &line : lines) {
+        content += line + '\n';
+    }
+    return content;
+}
+
 } // namespace
 
 Scratch::Scratch()
@@ -41,11 +50,12 @@ fs::path Scratch::write(const fs::path &file, const std::string &content) const
 
 fs::path Scratch::transcript(const std::string &file, const std::vector<std::string> &lines) const
 {
-    std::string content;
-    for (const std::string &line : lines) {
-        content += line + '\n';
-    }
-    return write("claude/projects/" + file, content);
+    return write("claude/projects/" + file, joined(lines));
+}
+
+fs::path Scratch::rollout(const std::string &name, const std::vector<std::string> &lines) const
+{
+    return write("codex/sessions/rollout-" + name + ".jsonl", joined(lines));
 }
 
 nlohmann::json Scratch::stats() const

@@ -18,12 +18,17 @@ public:
 
     [[nodiscard]] const std::filesystem::path &root() const { return m_root; }
     [[nodiscard]] std::filesystem::path claude() const { return m_root / "claude"; }
+    [[nodiscard]] std::filesystem::path codex() const { return m_root / "codex"; }
 
     std::filesystem::path write(
         const std::filesystem::path &file, const std::string &content) const;
     /// Writes a transcript below projects, each line with its end.
     std::filesystem::path transcript(
         const std::string &file, const std::vector<std::string> &lines) const;
+
+    /// Writes a rollout of Codex likewise.
+    std::filesystem::path rollout(
+        const std::string &name, const std::vector<std::string> &lines) const;
 
     /// The statistics file of what is there, with built-in prices, on the test's own day.
     [[nodiscard]] nlohmann::json stats() const;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "indexer/Skips.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace indexer {
+
+/// The bytes of a regular file, decompressed if its name ends in ".zst".
+class ByteSource final {
+public:
+    ByteSource();
+    ~ByteSource();
+    ByteSource(const ByteSource &) = delete;
+    ByteSource &operator=(const ByteSource &) = delete;
+
+    /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
+    [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
+
+    /// Fetches at most so many bytes of those that the file had when it was opened: 0 at their
+    /// end, nothing after an error.
+    [[nodiscard]] std::optional<std::size_t> read(char *target, std::size_t most);
+
+private:
+    class Decompressor;
+
+    [[nodiscard]] std::optional<std::size_t> readRaw(char *target, std::size_t most);
+    [[nodiscard]] std::optional<std::size_t> readDecompressed(char *target, std::size_t most);
+    void close();
+
+    std::unique_ptr<Decompressor> m_decompressor; // made for the first compressed file
+    int m_descriptor = -1;
+    std::size_t m_unread = 0; // bytes of the file still to be fetched
+    bool m_isCompressed = false;
+};
+
+} // namespace indexer

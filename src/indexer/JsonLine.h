@@ -1,0 +1,30 @@
+#pragma once
+
+#include "indexer/JsonWalk.h"
+
+#include <string_view>
+
+namespace indexer {
+
+/// Walks lines that are a JSON object each, in place. One is enough for all kinds of lines: its
+/// index is as large as the longest line asks for.
+class JsonLine final {
+public:
+    JsonLine();
+
+    /// Calls `take(key, value)` for each field; false as soon as that or the line is not sound to
+    /// its last character. `line` needs LineReader::padding readable bytes behind it.
+    template <typename Take> [[nodiscard]] bool eachTopField(std::string_view line, Take take)
+    {
+        simdjson::ondemand::document document;
+        return isStarted(line, document) && eachField(document.get_object(), take)
+            && document.current_location().error() == simdjson::OUT_OF_BOUNDS;
+    }
+
+private:
+    [[nodiscard]] bool isStarted(std::string_view line, simdjson::ondemand::document &document);
+
+    simdjson::ondemand::parser m_parser;
+};
+
+} // namespace indexer

@@ -1,0 +1,88 @@
+#include "indexer/Lineage.h"
+
+#include <algorithm>
+#include <tuple>
+#include <vector>
+
+namespace indexer {
+
+Lineage::Lineage(const TextPool &names)
+    : m_names(names)
+{
+}
+
+bool Lineage::hasParent(TextId thread) const
+{
+    return m_parents.contains(thread);
+}
+
+TextId Lineage::rootOf(TextId thread) const
+{
+    TextId root = thread;
+    walk(thread, root);
+    return root;
+}
+
+Lineage::Age Lineage::ageOf(TextId thread) const
+{
+    TextId root = thread;
+    const std::size_t generation = walk(thread, root);
+    const auto created = m_created.find(thread);
+    return {generation, created == m_created.end() ? TimePoint::min() : created->second,
+        m_names.text(thread)};
+}
+
+/// Goes up to the last of the parents and tells how many there were. Damaged files may lead in a
+/// circle; then the first of it by name is taken.
+std::size_t Lineage::walk(TextId thread, TextId &last) const
+{
+    std::vector<TextId> path {thread};
+    for (auto found = m_parents.find(thread); found != m_parents.end();
+         found = m_parents.find(path.back())) {
+        const auto circle = std::find(path.begin(), path.end(), found->second.thread);
+        if (circle != path.end()) {
+            last = *std::min_element(circle, path.end(),
+                [this](TextId a, TextId b) { return m_names.text(a) < m_names.text(b); });
+            return path.size() - 1;
+        }
+        path.push_back(found->second.thread);
+    }
+    last = path.back();
+    return path.size() - 1;
+}
+
+TextId Lineage::sessionOf(TextId thread) const
+{
+    TextId session = thread;
+    std::size_t steps = 0;
+    for (auto found = m_parents.find(session);
+         found != m_parents.end() && found->second.isSubagent && steps <= m_parents.size();
+         found = m_parents.find(session)) {
+        session = found->second.thread;
+        ++steps;
+    }
+    return steps > m_parents.size() ? rootOf(thread) : session;
+}
+
+void Lineage::addThread(TextId thread, TimePoint created)
+{
+    const auto [known, isNew] = m_created.emplace(thread, created);
+    known->second = std::min(known->second, created);
+}
+
+void Lineage::addParent(TextId thread, TextId parent, bool isSubagent, bool isCopy)
+{
+    if (thread == 0 || parent == 0 || thread == parent) {
+        return;
+    }
+    const Parent told {parent, isSubagent, isCopy};
+    const auto [known, isNew] = m_parents.emplace(thread, told);
+    const auto rank = [this](const Parent &each) {
+        return std::make_tuple(each.isCopy, m_names.text(each.thread), !each.isSubagent);
+    };
+    if (rank(told) < rank(known->second)) {
+        known->second = told;
+    }
+}
+
+} // namespace indexer
