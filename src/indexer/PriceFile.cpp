@@ -64,7 +64,11 @@ public:
 
     Rates rates(const json &object, const std::string &place)
     {
-        const auto rate = [&](std::string_view key) {
+        const auto rate = [&](std::string_view key) -> Rate {
+            const auto found = object.find(key);
+            if (found != object.end() && found->is_null()) {
+                return std::nullopt;
+            }
             return std::llround(number(object, key, highestRate, place) * picoPerUnit);
         };
         return {.input = rate("input"),

@@ -7,13 +7,16 @@
 
 namespace indexer {
 
-/// Prices per token, in picodollars (a millionth of the usual dollars per million tokens).
+/// A price per token in picodollars (a millionth of the usual dollars per million tokens), if it is
+/// known.
+using Rate = std::optional<std::int64_t>;
+
 struct Rates {
-    std::int64_t input = 0;
-    std::int64_t output = 0;
-    std::int64_t shortWrite = 0; // cache writes for five minutes
-    std::int64_t longWrite = 0;  // and for an hour
-    std::int64_t read = 0;       // from the cache
+    Rate input;
+    Rate output;
+    Rate shortWrite; // cache writes for five minutes, or the shortest time there is
+    Rate longWrite;  // and for an hour, or longer
+    Rate read;       // from the cache
 };
 
 /// Rates that hold for the whole request once its prompt is longer than a limit.

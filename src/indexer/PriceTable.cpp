@@ -60,19 +60,26 @@ std::optional<std::int64_t> tierThousandths(ServiceTier tier)
     return std::nullopt;
 }
 
-Money::Amount listPrice(const Usage &usage, const Rates &rates)
+/// Nothing when a rate is not known that is needed.
+std::optional<Money::Amount> listPrice(const Usage &usage, const Rates &rates)
 {
-    const auto part = [](std::uint64_t tokens, std::int64_t rate) {
-        return static_cast<Money::Amount>(tokens) * rate;
+    Money::Amount sum = 0;
+    bool isKnown = true;
+    const auto add = [&](std::uint64_t tokens, Rate rate) {
+        isKnown = isKnown && (rate || tokens == 0);
+        sum += static_cast<Money::Amount>(tokens) * rate.value_or(0);
     };
-    return part(usage.input, rates.input) + part(usage.output, rates.output)
-        + part(usage.shortWrites(), rates.shortWrite) + part(usage.oneHour, rates.longWrite)
-        + part(usage.cacheRead, rates.read);
+    add(usage.input, rates.input);
+    add(usage.output, rates.output);
+    add(usage.shortWrites(), rates.shortWrite);
+    add(usage.oneHour, rates.longWrite);
+    add(usage.cacheRead, rates.read);
+    return isKnown ? std::optional(sum) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<Money> PriceTable::price(const PricedRequest &request) const
+std::optional<Price> PriceTable::price(const PricedRequest &request) const
 {
     const ModelPrices *model = find(request.model);
     if (model == nullptr) {
@@ -86,9 +93,13 @@ std::optional<Money> PriceTable::price(const PricedRequest &request) const
         return std::nullopt;
     }
     const bool isLong = row->longPrompt && request.usage.prompt() > row->longPrompt->above;
-    const Rates &rates = isLong ? row->longPrompt->rates : row->rates;
+    const Rates &rates = isLong && !request.isSum ? row->longPrompt->rates : row->rates;
+    const auto list = listPrice(request.usage, rates);
+    if (!list) {
+        return std::nullopt;
+    }
     constexpr auto whole = static_cast<Money::Amount>(thousandths) * thousandths;
-    return Money(listPrice(request.usage, rates) * *speed * *tier / whole);
+    return Price {Money(*list * *speed * *tier / whole), isLong && request.isSum};
 }
 
 /// Looks the id up as it stands, then without what does not change the price.

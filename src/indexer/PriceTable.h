@@ -25,13 +25,20 @@ struct PricedRequest {
     Usage usage;
     Speed speed = Speed::Standard;
     ServiceTier tier = ServiceTier::Standard;
+    bool isSum = false; // of several requests: its size tells nothing of theirs
+};
+
+/// A price, and whether the true one may be higher.
+struct Price {
+    Money cost;
+    bool isEstimated = false;
 };
 
 /// The list prices of all known models over time.
 class PriceTable final {
 public:
     /// Nothing where the price is not known: there is no guessing.
-    [[nodiscard]] std::optional<Money> price(const PricedRequest &request) const;
+    [[nodiscard]] std::optional<Price> price(const PricedRequest &request) const;
 
     void set(const std::string &model, ModelPrices prices);
     /// Takes over the models of another table; its prices replace those held so far, but where it

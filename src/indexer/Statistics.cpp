@@ -48,16 +48,19 @@ private:
 void Summing::add(const UsageRecord &record)
 {
     const std::string_view model = m_scan.names().text(record.model.text);
-    const auto cost = m_prices.price({.model = model,
+    const auto price = m_prices.price({.model = model,
         .time = record.time(),
         .usage = record.usage,
         .speed = record.speed,
-        .tier = record.tier});
+        .tier = record.tier,
+        .isSum = record.isSum});
+    const auto cost = price ? std::optional(price->cost) : std::nullopt;
     const Day day = m_calendar.dayOf(record.time());
     Period &period = m_days[day];
     period.start = day;
     period.spending.add(model, record.usage, cost);
-    period.spending.isEstimated = period.spending.isEstimated || record.isIncomplete();
+    period.spending.isEstimated =
+        period.spending.isEstimated || record.isIncomplete() || (price && price->isEstimated);
     if (record.session.text != 0) {
         period.sessions.insert(record.session.text);
         addToSession(record, model, cost);

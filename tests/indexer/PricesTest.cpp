@@ -42,6 +42,13 @@ TEST(Prices, followModelTimeSizeAndSpeed)
         // Writes that no lifetime is told for are short ones; a total below its parts is ignored.
         {"claude-opus-5-5", {.cacheCreation = 3 * million, .oneHour = million}, 18},
         {"claude-opus-5-5", {.cacheCreation = 1, .fiveMinutes = million, .oneHour = million}, 13},
+        // Codex: long prompts, writes without a price, and a promotion that may have ended.
+        {"gpt-6.2-sol", {.input = 272'000, .output = million}, 10.544},
+        {"gpt-6.2-sol", {.input = 172'001, .cacheRead = 100'000}, 0.708004},
+        {"gpt-5.5", {.input = 1}, 0.000005},
+        {"gpt-5.5", {.input = 1, .cacheCreation = 1}, {}},
+        {"gpt-5.6-sol", input, 8, "2026-11-21T23:59:59Z"},
+        {"gpt-5.6-sol", input, {}, "2026-11-22T00:00:00Z"},
         // Names.
         {"anthropic/claude-haiku-4-5-20251001[1m]", input, 1},
         {"claude-opus-5-5-x", input, {}},
@@ -54,9 +61,19 @@ TEST(Prices, followModelTimeSizeAndSpeed)
         ASSERT_EQ(cost.has_value(), row.dollars.has_value()) << row.model << ' ' << row.time;
         if (cost) {
             // To the millionth.
-            EXPECT_NEAR(cost->dollars(), *row.dollars, 0.51e-6) << row.model << ' ' << row.time;
+            EXPECT_NEAR(cost->cost.dollars(), *row.dollars, 0.51e-6)
+                << row.model << ' ' << row.time;
         }
     }
+}
+
+TEST(Prices, ofSeveralRequestsTakeNoneForLong)
+{
+    const auto price = builtInPrices().price(
+        {.model = "gpt-6.2-sol", .time = testNow(), .usage = {.input = million}, .isSum = true});
+    ASSERT_TRUE(price);
+    EXPECT_EQ(price->cost.dollars(), 2);
+    EXPECT_TRUE(price->isEstimated);
 }
 
 TEST(Prices, areExactInAnySum)
@@ -85,7 +102,7 @@ TEST(Prices, canBeReplacedModelByModel)
             .time = parseMoment(time).value(),
             .usage = {.input = million},
             .speed = Speed::Fast});
-        return cost ? std::optional(cost->dollars()) : std::nullopt;
+        return cost ? std::optional(cost->cost.dollars()) : std::nullopt;
     };
     // The built-in rows of a listed model are gone, but not what fast mode multiplies with.
     EXPECT_EQ(dollars("claude-opus-5-5", "2026-11-20T23:59:59Z"), std::nullopt);
