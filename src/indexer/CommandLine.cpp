@@ -13,7 +13,7 @@ namespace {
 constexpr int usageError = 2;
 
 constexpr const char *purpose =
-    "Adds up what Claude Code used and what that would cost at list prices.\n"
+    "Adds up what Claude Code and Codex used and what that would cost at list prices.\n"
     "\n"
     "Without a command, all transcripts are read and stats.json is written into the data\n"
     "folder, where the Kestrelbay widget finds it. With \"report\", a table is printed instead.";
@@ -37,6 +37,7 @@ constexpr const char *examples =
 struct Words {
     std::string data;
     std::string claude;
+    std::string codex;
     std::string report = "daily";
     bool asJson = false;
 };
@@ -51,6 +52,9 @@ void addFolders(CLI::App &app, Words &words)
         ->check(notEmpty);
     app.add_option(
            "--claude", words.claude, "Claude Code's folder ($CLAUDE_CONFIG_DIR, else ~/.claude)")
+        ->option_text("DIR")
+        ->check(notEmpty);
+    app.add_option("--codex", words.codex, "Codex's folder ($CODEX_HOME, else ~/.codex)")
         ->option_text("DIR")
         ->check(notEmpty);
 }
@@ -107,10 +111,14 @@ std::variant<Options, EarlyEnd> parseCommandLine(int count, const char *const *a
     }
     const auto named =
         words.claude.empty() ? configuredClaudeFolder() : std::filesystem::path(words.claude);
+    const auto namedCodex =
+        words.codex.empty() ? configuredCodexFolder() : std::filesystem::path(words.codex);
     Options options {
         .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
         .claude = named.value_or(defaultClaudeFolder()),
         .isClaudeNamed = named.has_value(),
+        .codex = namedCodex.value_or(defaultCodexFolder()),
+        .isCodexNamed = namedCodex.has_value(),
         .report = std::nullopt,
         .asJson = words.asJson,
     };

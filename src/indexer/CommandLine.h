@@ -13,7 +13,9 @@ namespace indexer {
 struct Options {
     std::filesystem::path data;
     std::filesystem::path claude;
-    bool isClaudeNamed = false;       // by the command line or the environment
+    bool isClaudeNamed = false; // by the command line or the environment
+    std::filesystem::path codex;
+    bool isCodexNamed = false;        // likewise
     std::optional<ReportKind> report; // nothing: write the statistics file
     bool asJson = false;
 };

@@ -25,6 +25,15 @@ fs::path homeFolder()
     return found->pw_dir;
 }
 
+std::optional<fs::path> configuredFolder(const char *variable)
+{
+    const char *configured = std::getenv(variable);
+    if (configured == nullptr || *configured == '\0') {
+        return std::nullopt;
+    }
+    return configured;
+}
+
 } // namespace
 
 fs::path defaultDataFolder()
@@ -39,11 +48,17 @@ fs::path defaultClaudeFolder()
 
 std::optional<fs::path> configuredClaudeFolder()
 {
-    const char *configured = std::getenv("CLAUDE_CONFIG_DIR");
-    if (configured == nullptr || *configured == '\0') {
-        return std::nullopt;
-    }
-    return configured;
+    return configuredFolder("CLAUDE_CONFIG_DIR");
+}
+
+fs::path defaultCodexFolder()
+{
+    return homeFolder() / ".codex";
+}
+
+std::optional<fs::path> configuredCodexFolder()
+{
+    return configuredFolder("CODEX_HOME");
 }
 
 } // namespace indexer

@@ -14,4 +14,8 @@ namespace indexer {
 /// Where the environment says that they are, if it does.
 [[nodiscard]] std::optional<std::filesystem::path> configuredClaudeFolder();
 
+/// The same of Codex.
+[[nodiscard]] std::filesystem::path defaultCodexFolder();
+[[nodiscard]] std::optional<std::filesystem::path> configuredCodexFolder();
+
 } // namespace indexer

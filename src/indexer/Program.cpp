@@ -12,8 +12,8 @@ namespace indexer {
 
 namespace {
 
-constexpr std::string_view noTranscripts = "No Claude Code transcripts were found in {}.\n";
-constexpr std::string_view noUsage = "No usage was found in the Claude Code transcripts in {}.\n";
+constexpr std::string_view noTranscripts = "No transcripts were found in {} and {}.\n";
+constexpr std::string_view noUsage = "No usage was found in the transcripts in {} and {}.\n";
 
 void say(Outcome &outcome, std::string_view text)
 {
@@ -43,7 +43,8 @@ std::string report(const Options &options, const Scan &scan, const Statistics &s
     }
     if (statistics.days.empty()) {
         return fmt::format(fmt::runtime(scan.files() == 0 ? noTranscripts : noUsage),
-            printable((options.claude / "projects").native()));
+            printable((options.claude / "projects").native()),
+            printable((options.codex / "sessions").native()));
     }
     return reportTable(statistics, *options.report);
 }
@@ -56,6 +57,11 @@ Outcome run(const Options &options, TimePoint now)
     if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
         return failed(*problem);
     }
+    for (const char *inner : {"sessions", "archived_sessions"}) {
+        if (const auto problem = whyUnreadable(options.codex, inner, !options.isCodexNamed)) {
+            return failed(*problem);
+        }
+    }
     Outcome outcome;
     const std::filesystem::path priceFile = options.data / "prices.json";
     const LoadedPrices prices = loadPrices(priceFile);
@@ -66,6 +72,7 @@ Outcome run(const Options &options, TimePoint now)
     }
     Scan scan(now);
     scan.addClaude(options.claude);
+    scan.addCodex(options.codex);
     const Statistics statistics = computeStatistics(scan, prices.table, now);
     if (options.report) {
         outcome.output = report(options, scan, statistics);

@@ -45,7 +45,8 @@ Json sessionsJson(const std::vector<SessionSummary> &sessions)
     Json rows = Json::array();
     for (const SessionSummary &session : sessions) {
         Json row {{"title", session.title}, {"project", session.project},
-            {"end", momentText(session.end)}};
+            {"end", momentText(session.end)},
+            {"provider", providerNames.at(static_cast<std::size_t>(session.provider))}};
         putSpending(row, session.spending);
         rows.push_back(std::move(row));
     }

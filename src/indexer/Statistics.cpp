@@ -12,6 +12,8 @@ namespace {
 
 using namespace std::chrono;
 
+using Days = std::map<Day, Period>;
+
 /// A session while its records are added up.
 struct OpenSession {
     Spending spending;
@@ -28,21 +30,28 @@ public:
         , m_prices(prices)
     {
         scan.ledger().forEach([this](const UsageRecord &record) { add(record); });
+        scan.rollouts().forEach([this](const UsageRecord &record) { add(record); });
     }
 
-    [[nodiscard]] const std::map<Day, Period> &days() const { return m_days; }
+    [[nodiscard]] const Days &days() const { return m_days; }
+    [[nodiscard]] const Days &days(Provider provider) const
+    {
+        return m_byProvider.at(static_cast<std::size_t>(provider));
+    }
     [[nodiscard]] std::vector<SessionSummary> sessions() const;
 
 private:
     void add(const UsageRecord &record);
-    void addToSession(const UsageRecord &record, std::string_view model, std::optional<Money> cost);
-    [[nodiscard]] TextId folderOf(TextId id, const OpenSession &session) const;
+    void addToSession(const UsageRecord &record, const Spending &spending);
+    [[nodiscard]] TextId folderOf(SessionKey key, const OpenSession &session) const;
+    [[nodiscard]] TimePoint endOf(SessionKey key, const OpenSession &session) const;
 
     const Scan &m_scan;
     const PriceTable &m_prices;
     LocalCalendar m_calendar;
-    std::map<Day, Period> m_days;
-    std::unordered_map<TextId, OpenSession> m_sessions;
+    Days m_days;
+    std::array<Days, providerNames.size()> m_byProvider;
+    std::map<SessionKey, OpenSession> m_sessions;
 };
 
 void Summing::add(const UsageRecord &record)
@@ -54,27 +63,32 @@ void Summing::add(const UsageRecord &record)
         .speed = record.speed,
         .tier = record.tier,
         .isSum = record.isSum});
-    const auto cost = price ? std::optional(price->cost) : std::nullopt;
+    Spending spending;
+    spending.add(model, record.usage, price ? std::optional(price->cost) : std::nullopt);
+    spending.isEstimated =
+        spending.isEstimated || record.isIncomplete() || (price && price->isEstimated);
+
     const Day day = m_calendar.dayOf(record.time());
-    Period &period = m_days[day];
-    period.start = day;
-    period.spending.add(model, record.usage, cost);
-    period.spending.isEstimated =
-        period.spending.isEstimated || record.isIncomplete() || (price && price->isEstimated);
+    Days &own = m_byProvider.at(static_cast<std::size_t>(record.provider));
+    for (Days *days : {&m_days, &own}) {
+        Period &period = (*days)[day];
+        period.start = day;
+        period.spending += spending;
+        if (record.session.text != 0) {
+            period.sessions.emplace(record.provider, record.session.text);
+        }
+    }
     if (record.session.text != 0) {
-        period.sessions.insert(record.session.text);
-        addToSession(record, model, cost);
+        addToSession(record, spending);
     }
 }
 
-void Summing::addToSession(
-    const UsageRecord &record, std::string_view model, std::optional<Money> cost)
+void Summing::addToSession(const UsageRecord &record, const Spending &spending)
 {
     const TimePoint time = record.time();
     const TextId folder = record.folder.text;
-    OpenSession &session = m_sessions[record.session.text];
-    session.spending.add(model, record.usage, cost);
-    session.spending.isEstimated = session.spending.isEstimated || record.isIncomplete();
+    OpenSession &session = m_sessions[{record.provider, record.session.text}];
+    session.spending += spending;
     session.latest = std::max(session.latest, time);
     const bool isFirst = time < session.folderTime
         || (time == session.folderTime
@@ -85,36 +99,50 @@ void Summing::addToSession(
     }
 }
 
-TextId Summing::folderOf(TextId id, const OpenSession &session) const
+TextId Summing::folderOf(SessionKey key, const OpenSession &session) const
 {
-    return session.folder != 0 ? session.folder : m_scan.sessions().folder(id);
+    return session.folder == 0 && key.first == Provider::Claude
+        ? m_scan.sessions().folder(key.second)
+        : session.folder;
+}
+
+TimePoint Summing::endOf(SessionKey key, const OpenSession &session) const
+{
+    return key.first == Provider::Claude
+        ? m_scan.sessions().end(key.second).value_or(session.latest)
+        : std::max(m_scan.rollouts().threads().end(key.second), session.latest);
 }
 
 std::vector<SessionSummary> Summing::sessions() const
 {
     struct Entry {
         TimePoint end;
-        TextId id;
+        SessionKey key;
         const OpenSession *session;
     };
     std::vector<Entry> order;
     order.reserve(m_sessions.size());
-    for (const auto &[id, session] : m_sessions) {
-        order.push_back({m_scan.sessions().end(id).value_or(session.latest), id, &session});
+    for (const auto &[key, session] : m_sessions) {
+        order.push_back({endOf(key, session), key, &session});
     }
     const TextPool &names = m_scan.names();
     std::sort(order.begin(), order.end(), [&names](const Entry &a, const Entry &b) {
-        return a.end != b.end ? a.end > b.end : names.text(a.id) < names.text(b.id);
+        const auto name = [&names](const Entry &entry) {
+            return std::make_pair(names.text(entry.key.second), entry.key.first);
+        };
+        return a.end != b.end ? a.end > b.end : name(a) < name(b);
     });
 
     const auto titles = m_scan.sessions().titles();
     std::vector<SessionSummary> result;
     result.reserve(order.size());
-    for (const Entry &entry : order) {
-        const auto title = titles.find(entry.id);
-        result.push_back({title == titles.end() ? std::string() : title->second,
-            tidyName(folderName(names.text(folderOf(entry.id, *entry.session)))), entry.end,
-            entry.session->spending});
+    for (const auto &[end, key, session] : order) {
+        const auto found = titles.find(key.second);
+        const std::string &title = key.first == Provider::Codex || found == titles.end()
+            ? m_scan.rollouts().threads().title(key.second)
+            : found->second;
+        result.push_back({key.first, title,
+            tidyName(folderName(names.text(folderOf(key, *session)))), end, session->spending});
     }
     return result;
 }
@@ -126,7 +154,7 @@ void addTo(Period &sum, const Period &part)
 }
 
 /// The days from one up to another, added up.
-Period span(const std::map<Day, Period> &days, Day begin, Day end)
+Period span(const Days &days, Day begin, Day end)
 {
     Period sum {begin, {}, {}};
     for (auto it = days.lower_bound(begin); it != days.end() && it->first < end; ++it) {
@@ -138,7 +166,7 @@ Period span(const std::map<Day, Period> &days, Day begin, Day end)
 /// All periods from the first usage to `last`; `startOf` gives the period that a day lies in, and
 /// no period is longer than `longest`.
 std::vector<Period> periods(
-    const std::map<Day, Period> &days, Day last, Day (*startOf)(Day), std::chrono::days longest)
+    const Days &days, Day last, Day (*startOf)(Day), std::chrono::days longest)
 {
     std::vector<Period> result;
     if (days.empty()) {
@@ -157,32 +185,41 @@ Day sameDay(Day day)
     return day;
 }
 
+constexpr days oneDay {1};
+constexpr days oneWeek {7};
+constexpr days longestMonth {31};
+
+Totals totalsOf(const Days &all, Day today)
+{
+    const Day monday = weekOf(today);
+    const Day first = monthOf(today);
+    return {
+        .today = span(all, today, today + oneDay),
+        .yesterday = span(all, today - oneDay, today),
+        .week = span(all, monday, monday + oneWeek),
+        .lastWeek = span(all, monday - oneWeek, monday),
+        .month = span(all, first, monthOf(first + longestMonth)),
+        .lastMonth = span(all, monthOf(first - oneDay), first),
+    };
+}
+
 } // namespace
 
 Statistics computeStatistics(const Scan &scan, const PriceTable &prices, TimePoint now)
 {
     const Summing summing(scan, prices);
-    const auto &byDay = summing.days();
-    constexpr days day {1};
-    constexpr days week {7};
-    constexpr days longestMonth {31};
-
+    const Days &all = summing.days();
     LocalCalendar calendar;
     const Day today = calendar.dayOf(now);
-    const Day last = byDay.empty() ? today : std::max(today, byDay.rbegin()->first);
-    const Day monday = weekOf(today);
-    const Day first = monthOf(today);
+    const Day last = all.empty() ? today : std::max(today, all.rbegin()->first);
     return {
-        .days = periods(byDay, last, sameDay, day),
-        .weeks = periods(byDay, last, weekOf, week),
-        .months = periods(byDay, last, monthOf, longestMonth),
+        .days = periods(all, last, sameDay, oneDay),
+        .weeks = periods(all, last, weekOf, oneWeek),
+        .months = periods(all, last, monthOf, longestMonth),
         .sessions = summing.sessions(),
-        .today = span(byDay, today, today + day),
-        .yesterday = span(byDay, today - day, today),
-        .week = span(byDay, monday, monday + week),
-        .lastWeek = span(byDay, monday - week, monday),
-        .month = span(byDay, first, monthOf(first + longestMonth)),
-        .lastMonth = span(byDay, monthOf(first - day), first),
+        .totals = totalsOf(all, today),
+        .byProvider = {totalsOf(summing.days(Provider::Claude), today),
+            totalsOf(summing.days(Provider::Codex), today)},
     };
 }
 

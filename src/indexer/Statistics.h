@@ -11,33 +11,43 @@
 
 namespace indexer {
 
+/// Ids of sessions are told apart within each provider only.
+using SessionKey = std::pair<Provider, TextId>;
+
 /// A day, a week or a month, named by its first day.
 struct Period {
     Day start {};
     Spending spending;
-    std::set<TextId> sessions;
+    std::set<SessionKey> sessions;
 };
 
-struct SessionSummary {
-    std::string title;   // empty when there is none
-    std::string project; // likewise
-    TimePoint end {};
-    Spending spending;
-};
-
-/// All that is told of the transcripts. Periods come oldest first and without gaps, from the first
-/// usage to today; sessions come newest first.
-struct Statistics {
-    std::vector<Period> days;
-    std::vector<Period> weeks; // they start on Monday
-    std::vector<Period> months;
-    std::vector<SessionSummary> sessions;
+/// The periods around today.
+struct Totals {
     Period today;
     Period yesterday;
     Period week;
     Period lastWeek;
     Period month;
     Period lastMonth;
+};
+
+struct SessionSummary {
+    Provider provider = Provider::Claude;
+    std::string title;   // empty when there is none
+    std::string project; // likewise
+    TimePoint end {};
+    Spending spending;
+};
+
+/// All that is told of the transcripts, of all providers together. Periods come oldest first and
+/// without gaps, from the first usage to today; sessions come newest first.
+struct Statistics {
+    std::vector<Period> days;
+    std::vector<Period> weeks; // they start on Monday
+    std::vector<Period> months;
+    std::vector<SessionSummary> sessions;
+    Totals totals;
+    std::array<Totals, providerNames.size()> byProvider;
 };
 
 [[nodiscard]] Statistics computeStatistics(

@@ -33,16 +33,26 @@ Json totalsJson(const Period &period)
     return totals;
 }
 
-Json totalsJson(const Statistics &statistics)
+Json totalsJson(const Totals &totals)
 {
     return {
-        {"today", totalsJson(statistics.today)},
-        {"yesterday", totalsJson(statistics.yesterday)},
-        {"week", totalsJson(statistics.week)},
-        {"lastWeek", totalsJson(statistics.lastWeek)},
-        {"month", totalsJson(statistics.month)},
-        {"lastMonth", totalsJson(statistics.lastMonth)},
+        {"today", totalsJson(totals.today)},
+        {"yesterday", totalsJson(totals.yesterday)},
+        {"week", totalsJson(totals.week)},
+        {"lastWeek", totalsJson(totals.lastWeek)},
+        {"month", totalsJson(totals.month)},
+        {"lastMonth", totalsJson(totals.lastMonth)},
     };
+}
+
+Json providersJson(const Statistics &statistics)
+{
+    Json providers = Json::object();
+    for (std::size_t i = 0; i < providerNames.size(); ++i) {
+        providers[std::string(providerNames.at(i))] = {
+            {"totals", totalsJson(statistics.byProvider.at(i))}};
+    }
+    return providers;
 }
 
 Json periodsJson(const std::vector<Period> &periods, const char *key, std::string (*nameOf)(Day))
@@ -81,7 +91,7 @@ Json sessionsJson(const std::vector<SessionSummary> &sessions)
         }
         row["end"] = momentText(session.end);
         putSpending(row, session.spending);
-        row["provider"] = "claude";
+        row["provider"] = providerNames.at(static_cast<std::size_t>(session.provider));
         rows.push_back(std::move(row));
     }
     return rows;
@@ -91,10 +101,9 @@ Json sessionsJson(const std::vector<SessionSummary> &sessions)
 
 std::string statsJson(const Statistics &statistics)
 {
-    const Json totals = totalsJson(statistics);
     const Json file {
-        {"totals", totals},
-        {"providers", {{"claude", {{"totals", totals}}}}},
+        {"totals", totalsJson(statistics.totals)},
+        {"providers", providersJson(statistics)},
         {"days", periodsJson(statistics.days, "date", dayText)},
         {"weeks", periodsJson(statistics.weeks, "start", dayText)},
         {"months", periodsJson(statistics.months, "month", monthText)},

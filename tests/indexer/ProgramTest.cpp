@@ -100,6 +100,8 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
         // Transcripts that cannot be read are not taken for none.
         {"", "--data data --claude none", "read none: No such file or directory"},
         {"CLAUDE_CONFIG_DIR=file", "--data data", "read file/projects: Not a directory"},
+        {"CODEX_HOME=file", "--data data", "read file/sessions: Not a directory"},
+        {"", "--data data --codex none", "read none: No such file or directory"},
         {"", "report --claude odd", "read odd/projects: Not a directory"},
         {"", "--data data --claude unmounted",
             "read unmounted/projects: No such file or directory"},
@@ -123,7 +125,7 @@ TEST_F(Program, understandsItsCommandLine)
     const std::tuple<const char *, int, const char *> rows[] = {{"--help 2>&-", 0, "report"},
         {"--claude claude report weekly 2>&-", 0, "2026-11-16"},
         {"report --data data monthly --claude claude --json 2>&-", 0, "\"2026-11\""},
-        {"report --claude empty", 0, "transcripts were found in empty/projects."},
+        {"report --claude empty", 0, "found in empty/projects and "},
         {"report --claude empty --json", 0, "[]"}, {"--jason >&-", 2, "kestrelbay-indexer: "},
         {"--data '' >&-", 2, "kestrelbay-indexer: "},
         {"\"$(printf 'a\\033b')\" >&-", 2, "The following argument was not expected: a?b "}};

@@ -62,6 +62,7 @@ nlohmann::json Scratch::stats() const
 {
     indexer::Scan scan(testNow());
     scan.addClaude(claude());
+    scan.addCodex(codex());
     return nlohmann::json::parse(statsText(scan));
 }
 

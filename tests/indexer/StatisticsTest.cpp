@@ -3,6 +3,7 @@
 #include "indexer/Report.h"
 #include "indexer/Scratch.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -54,7 +55,7 @@ TEST(Statistics, addUpCalendarSpansAndHaveARowForEachPeriod)
         EXPECT_EQ(totals["tokens"]["output"], output) << span;
         EXPECT_EQ(totals["sessions"], sessions) << span;
     }
-    EXPECT_EQ(stats["providers"], (json {{"claude", {{"totals", stats["totals"]}}}}));
+    EXPECT_EQ(stats["providers"]["claude"]["totals"], stats["totals"]);
     ASSERT_EQ(stats["days"].size(), 22U);
     EXPECT_EQ(stats["days"][0]["date"], "2026-10-31");
     EXPECT_EQ(stats["days"][2],
@@ -66,6 +67,64 @@ TEST(Statistics, addUpCalendarSpansAndHaveARowForEachPeriod)
         weeks += week["start"].get<std::string>() + ' ' + week["cost"].dump() + '|';
     }
     EXPECT_EQ(weeks, "2026-10-26 2.0|2026-11-02 0.0|2026-11-09 2.0|2026-11-16 4.0|");
+}
+
+/// A rollout's line, at a time of day.
+std::string rolloutLine(
+    const std::string &time, const std::string &type, const std::string &payload)
+{
+    return fmt::format(
+        R"({{"timestamp":"2026-11-20T{}Z","type":"{}","payload":{{{}}}}})", time, type, payload);
+}
+
+/// A response of 10 dollars, at twice the price in a fast turn.
+std::string response(const std::string &time, const std::string &id)
+{
+    return rolloutLine(time, "token_usage_record",
+        fmt::format(R"("response_id":"{}","usage":{{"output_tokens":1000000}})", id));
+}
+
+TEST(Statistics, tellProvidersApartAndAddThemUp)
+{
+    const Scratch scratch;
+    scratch.transcript("p/a.jsonl", {dollar("2026-11-20T22:00:00Z", "t1")});
+    scratch.rollout("a",
+        {rolloutLine("22:30:00", "session_meta", R"("id":"t1","cwd":"/home/u/elsewhere")"),
+            rolloutLine("22:30:00", "turn_context", R"("model":"gpt-6.2-sol","cwd":"/home/u/p")"),
+            rolloutLine("22:30:00", "response_item",
+                R"("type":"message","role":"user","content":[{"type":"input_text",)"
+                R"("text":"<environment_context>…"},{"type":"input_text","text":"Do it"}])"),
+            response("22:59:59.999", "r1"),
+            rolloutLine("22:59:59.999", "event_msg",
+                R"("type":"thread_settings_applied","thread_settings":{"service_tier":"priority"})"),
+            response("23:00:00", "r2")});
+    json stats = scratch.stats();
+    const std::tuple<const char *, const char *, double, int> rows[] = {
+        {"claude", "yesterday", 1, 1}, {"claude", "today", 0, 0}, {"codex", "yesterday", 10, 1},
+        {"codex", "today", 20, 1}, {"codex", "week", 30, 1}};
+    for (const auto &[provider, span, cost, sessions] : rows) {
+        const json &totals = stats["providers"][provider]["totals"][span];
+        EXPECT_EQ(totals["cost"], cost) << provider << ' ' << span;
+        EXPECT_EQ(totals["sessions"], sessions) << provider << ' ' << span;
+    }
+    // Sessions of one name are two when they are of two providers.
+    EXPECT_EQ(stats["totals"]["yesterday"]["cost"], 11);
+    EXPECT_EQ(stats["totals"]["yesterday"]["sessions"], 2);
+    EXPECT_EQ(stats["days"][0]["models"], (json {{"claude-opus-5-5", 1}, {"gpt-6.2-sol", 10}}));
+    ASSERT_EQ(stats["sessions"].size(), 2U);
+    json &row = stats["sessions"][0];
+    row.erase("tokens");
+    EXPECT_EQ(row,
+        (json {{"title", "Do it"}, {"project", "p"}, {"end", "2026-11-20T23:00:00.000Z"},
+            {"cost", 30}, {"provider", "codex"}}));
+    // Names that the user gave go before what was written; an empty one takes them back.
+    const std::string index =
+        R"({"id":"t1","thread_name":"Named","updated_at":"2026-11-20T09:00:00Z"})";
+    scratch.write("codex/session_index.jsonl", "?\n" + index + '\n');
+    EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Named");
+    scratch.write("codex/session_index.jsonl",
+        index + '\n' + R"({"id":"t1","thread_name":"","updated_at":"2026-11-20T10:00:00Z"})");
+    EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Do it");
 }
 
 TEST(Statistics, haveNoCostWhereNothingHasAPrice)
