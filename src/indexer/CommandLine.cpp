@@ -26,6 +26,8 @@ constexpr const char *examples =
     "\n"
     "Files:\n"
     "  DATA/stats.json    the statistics\n"
+    "  DATA/codex-limits.json\n"
+    "                     how much of the limits of Codex is used, as last written by it\n"
     "  DATA/prices.json   your own prices, if you have any: models listed there replace the\n"
     "                     built-in ones (US dollars per million tokens), for example\n"
     "    {\"models\": {\"my-model\": {\"prices\": [{\"validFrom\": \"2026-11-01\", \"input\": 1,\n"

@@ -1,5 +1,6 @@
 #include "indexer/Program.h"
 
+#include "indexer/LimitsFile.h"
 #include "indexer/PriceFile.h"
 #include "indexer/Printable.h"
 #include "indexer/SafeFile.h"
@@ -28,12 +29,17 @@ Outcome failed(std::string_view text)
     return outcome;
 }
 
-std::optional<std::string> write(const Options &options, const Statistics &statistics)
+std::optional<std::string> write(
+    const Options &options, const Scan &scan, const Statistics &statistics, TimePoint now)
 {
-    if (auto problem = makeFolder(options.data)) {
-        return problem;
+    auto problem = makeFolder(options.data);
+    if (!problem) {
+        problem = replaceFile(options.data / "stats.json", statsJson(statistics));
     }
-    return replaceFile(options.data / "stats.json", statsJson(statistics));
+    if (const auto limits = scan.rollouts().limits(); limits && !problem) {
+        problem = writeLimits(options.data / "codex-limits.json", *limits, now);
+    }
+    return problem;
 }
 
 std::string report(const Options &options, const Scan &scan, const Statistics &statistics)
@@ -76,7 +82,7 @@ Outcome run(const Options &options, TimePoint now)
     const Statistics statistics = computeStatistics(scan, prices.table, now);
     if (options.report) {
         outcome.output = report(options, scan, statistics);
-    } else if (const auto problem = write(options, statistics)) {
+    } else if (const auto problem = write(options, scan, statistics, now)) {
         return failed(*problem);
     }
     if (const std::string skipped = scan.skips().sentence(); !skipped.empty()) {

@@ -118,6 +118,27 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
     EXPECT_EQ(namesIn(root / "taken"), alone);
 }
 
+TEST_F(Program, replacesOlderLimitsOnly)
+{
+    scratch.rollout("a",
+        {R"({"timestamp":"2026-11-20T09:00:00Z","type":"event_msg","payload":{"type":"token_count",)"
+         R"("rate_limits":{"primary":{"used_percent":5,"window_minutes":300}}}})"});
+    const std::pair<const char *, bool> rows[] = {{"nonsense", true},
+        {R"({"updatedAt":"2026-11-20T08:59:59Z"})", true},
+        {R"({"updatedAt":"2026-11-20T10:00:00+01:00"})", false},
+        {R"({"updatedAt":"2026-11-20T09:00:01Z"})", false},
+        {R"({"updatedAt":"2999-01-01T00:00:00Z"})", true}};
+    for (const auto &[held, isReplaced] : rows) {
+        const fs::path file = scratch.write("data/codex-limits.json", held);
+        EXPECT_EQ(run("--data data --codex codex"), "[0]");
+        EXPECT_EQ(content(file),
+            isReplaced ? R"({"primary":{"percent":5.0,"minutes":300.0},)"
+                         R"("updatedAt":"2026-11-20T09:00:00.000Z"})"
+                         "\n"
+                       : std::string(held));
+    }
+}
+
 TEST_F(Program, understandsItsCommandLine)
 {
     scratch.transcript("p/a.jsonl", {Answer {}.line()});

@@ -1,4 +1,4 @@
-#include "indexer/LocalCalendar.h"
+#include "indexer/LimitsFile.h"
 #include "indexer/Scratch.h"
 
 #include <algorithm>
@@ -162,6 +162,66 @@ TEST(Rollouts, countEveryTokenOnce)
         scan.addCodex(scratch.codex());
         EXPECT_EQ(used(scan), row.expected) << row.rule;
         EXPECT_EQ(scan.skips().sentence(), "") << row.rule;
+    }
+}
+
+/// A line that tells of limits, and of a total if there is one.
+std::string limits(int minute, const std::string &fields, const Counts &total = {})
+{
+    return at(minute,
+        fmt::format(R"("type":"event_msg","payload":{{"type":"token_count",)"
+                    R"("info":{{"total_token_usage":{}}},"rate_limits":{{{}}}}})",
+            usage(total), fields));
+}
+
+const std::string weekly =
+    R"("primary":{"used_percent":55.5,"window_minutes":10080,"resets_at":1795600000})";
+const std::string both =
+    weekly + R"(,"secondary":{"used_percent":105,"window_minutes":300,"resets_in_seconds":60})";
+
+TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
+{
+    const char *const weeklyJson =
+        R"("primary":{"percent":55.5,"minutes":10080.0,"resetsAt":"2026-11-25T09:46:40.000Z"})";
+    const struct {
+        const char *rule;
+        std::vector<File> files;
+        std::string expected;
+    } rows[] = {
+        {"none are told", {{"a", {meta("a"), first, limits(3, R"("primary":null)")}}}, {}},
+        {"the shorter window comes first, wherever it stood",
+            {{"a", {meta("a"), limits(3, both + R"(,"plan_type":"pro")")}},
+                {"b", {meta("b"), limits(2, weekly)}}},
+            R"({"primary":{"percent":105.0,"minutes":300.0,"resetsAt":"2026-11-20T09:04:00.000Z"},)"
+            R"("secondary":{"percent":55.5,"minutes":10080.0,)"
+            R"("resetsAt":"2026-11-25T09:46:40.000Z"},)"
+            R"("updatedAt":"2026-11-20T09:03:00.000Z","plan":"pro"})"},
+        {"other limits and windows without length do not count",
+            {{"a",
+                {meta("a"), limits(3, weekly + R"(,"limit_id":"codex")"),
+                    limits(4, both + R"(,"limit_id":"premium")"),
+                    limits(5, R"("primary":{"used_percent":0})")}}},
+            fmt::format(R"({{{},"updatedAt":"2026-11-20T09:03:00.000Z"}})", weeklyJson)},
+        {"what a fork copied is as old as its original",
+            {{"a", {meta("a"), limits(3, weekly, {100, 0, 0, 0})}},
+                {"b", {meta("b", forkOf("a")), limits(9, both, {100, 0, 0, 0})}}},
+            fmt::format(R"({{{},"updatedAt":"2026-11-20T09:03:00.000Z"}})", weeklyJson)},
+        {"and what it wrote itself counts",
+            {{"a", {meta("a"), limits(3, both, {100, 0, 0, 0})}},
+                {"b",
+                    {meta("b", forkOf("a")), limits(8, both, {100, 0, 0, 0}),
+                        limits(9, weekly, {200, 0, 0, 0})}}},
+            fmt::format(R"({{{},"updatedAt":"2026-11-20T09:09:00.000Z"}})", weeklyJson)},
+    };
+    for (const auto &row : rows) {
+        const Scratch scratch;
+        for (const File &file : row.files) {
+            scratch.rollout(file.name, file.lines);
+        }
+        Scan scan(testNow());
+        scan.addCodex(scratch.codex());
+        const auto newest = scan.rollouts().limits();
+        EXPECT_EQ(newest ? limitsJson(*newest) : "\n", row.expected + '\n') << row.rule;
     }
 }
 

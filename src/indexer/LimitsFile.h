@@ -1,0 +1,20 @@
+#pragma once
+
+#include "indexer/Rollout.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace indexer {
+
+/// The limit file of Codex: "primary" and "secondary" windows (percent, minutes, resetsAt), with
+/// the shorter one first, "updatedAt" and "plan".
+[[nodiscard]] std::string limitsJson(const LimitReading &reading);
+
+/// Writes that file unless it holds a reading as new. One from after `now` was made by a clock that
+/// went wrong, and is replaced. Says what went wrong, if anything.
+[[nodiscard]] std::optional<std::string> writeLimits(
+    const std::filesystem::path &file, const LimitReading &reading, TimePoint now);
+
+} // namespace indexer
