@@ -44,7 +44,7 @@ void RolloutReader::begin(std::string_view stem)
     m_turns.clear();
     m_settings = {};
     m_orphan = m_turn = 0;
-    m_hasOwnRecord = false;
+    m_hasOwnRecord = m_hasPrompt = false;
 }
 
 void RolloutReader::add(const RolloutLine &line, std::optional<TimePoint> time)
@@ -137,11 +137,15 @@ void RolloutReader::addTimed(const RolloutLine &line, TimePoint time)
         addLimits(line.limits, time);
         break;
     case RolloutKind::NameUpdated:
-        m_book.threads().addName(
-            line.thread.empty() ? m_rollout.thread : m_names.add(line.thread), time, line.title);
+        // Copied history tells of others' names, at times that are not theirs.
+        if (line.thread.empty() || m_names.add(line.thread) == m_rollout.thread) {
+            m_book.threads().addName(m_rollout.thread, time, line.title);
+        }
         break;
     case RolloutKind::Prompt:
-        if (!line.prompt.empty()) {
+        // The first in the file: the times of copied lines may all be the same.
+        if (!line.prompt.empty() && !m_hasPrompt) {
+            m_hasPrompt = true;
             m_book.threads().addPrompt(m_rollout.thread, time, line.prompt);
         }
         break;

@@ -37,6 +37,7 @@ private:
     std::unordered_map<TextId, RolloutSettings> m_turns;
     TextId m_turn = 0;
     bool m_hasOwnRecord = false;
+    bool m_hasPrompt = false;
 };
 
 } // namespace indexer

@@ -71,7 +71,7 @@ void ThreadBook::addName(TextId thread, TimePoint time, std::string_view token)
 {
     Dated &name = m_threads[thread].name;
     std::string text = token.empty() ? std::string() : tidyTitle(token);
-    if (time > name.time || (time == name.time && text > name.text)) {
+    if (time >= name.time) {
         name = {time, std::move(text)};
     }
 }
