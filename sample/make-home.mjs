@@ -1,10 +1,11 @@
 #!/usr/bin/env node
-// Writes the home directory of a developer who used Claude Code for a year, and what it adds up to.
+// Writes the home directory of a developer who used Claude Code and Codex for a year, and what it adds up to.
 
 import { existsSync, mkdirSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { parseArgs } from 'node:util';
 
+import { writeCodex } from './codex.mjs';
 import { at, dayOf, HOUR, parseDay, shiftDay } from './days.mjs';
 import { Files } from './files.mjs';
 import { writeHazards } from './hazards.mjs';
@@ -86,6 +87,7 @@ function makeHome({ out, seed, count, lastDay, until, small }) {
   };
   writeWorkdays(home);
   writeHazards(home);
+  writeCodex(home);
   writeLimits(home);
 
   const { days, sessions } = home.ledger;

@@ -25,6 +25,18 @@ const ERAS = [
   ['top', '2026-11-11', 'claude-fable-5-2'],
 ];
 
+const CODEX_ERAS = [
+  ['', 'gpt-5.2-codex'],
+  ['2026-04-25', 'gpt-5.5'],
+  ['2026-09-24', 'gpt-6-sol'],
+  ['2026-10-01', 'gpt-6.1-sol'],
+  ['2026-11-19', 'gpt-6.2-sol'],
+];
+
+export function codexModelOn(day) {
+  return CODEX_ERAS.filter(([from]) => from <= day).at(-1)[1];
+}
+
 /** `size` is small, medium, large or top. */
 export function modelOn(day, size) {
   return ERAS.filter(([of, from]) => of === size && from <= day).at(-1)[2];

@@ -20,11 +20,22 @@ const RATES = [
   [['claude-haiku-5-5'], '2026-10-07', 0.1, 0.5, 0.125, 0.2, 0.01],
   [['claude-haiku-4-5'], '', 1, 5, 1.25, 2, 0.1],
   [['claude-haiku-3-5'], '', 0.8, 4, 1, 1.6, 0.08],
+  // Codex writes its cache for one time only, and for nothing before GPT-6.
+  [['gpt-5.2-codex'], '', 1.75, 14, 0, 0, 0.175],
+  [['gpt-5.5'], '2026-04-23', 5, 30, 0, 0, 0.5],
+  [['gpt-6-sol'], '2026-09-22', 2, 10, 2.5, 0, 0.2],
+  [['gpt-6.1-sol'], '2026-09-29', 2, 10, 2.5, 0, 0.1],
+  [['gpt-6.2-sol'], '2026-11-17', 2, 10, 2.5, 0, 0.1],
 ];
 
-// Above this many prompt tokens the whole request costs the second set of rates.
-const LONG_PROMPT = 100_000;
-const LONG_RATES = { 'claude-haiku-5-5': [0.5, 2.5, 0.625, 1, 0.05] };
+// Above so many prompt tokens the whole request costs other rates.
+const LONG_RATES = {
+  'claude-haiku-5-5': [100_000, 0.5, 2.5, 0.625, 1, 0.05],
+  'gpt-6-sol': [272_000, 4, 15, 5, 0, 0.4],
+  'gpt-6.1-sol': [272_000, 4, 15, 5, 0, 0.2],
+  'gpt-6.2-sol': [272_000, 4, 15, 5, 0, 0.2],
+  'gpt-5.5': [272_000, 10, 45, 0, 0, 1],
+};
 
 const FAST = {
   'claude-opus-5-5': 2n,
@@ -39,7 +50,8 @@ const PICO = 1_000_000;
 function ratesOn(model, day, prompt) {
   const row = RATES.filter(([models, from]) => models.includes(model) && from <= day).at(-1);
   if (row === undefined) return undefined;
-  return prompt > LONG_PROMPT && model in LONG_RATES ? LONG_RATES[model] : row.slice(2);
+  const [most, ...long] = LONG_RATES[model] ?? [Infinity];
+  return prompt > most ? long : row.slice(2);
 }
 
 /**
