@@ -57,7 +57,7 @@ void RolloutReader::add(const RolloutLine &line, std::optional<TimePoint> time)
         addTurn(line);
         break;
     case RolloutKind::SettingsApplied:
-        change(m_settings, line);
+        change(line);
         m_turns[m_turn] = m_settings;
         break;
     default:
@@ -101,27 +101,27 @@ void RolloutReader::addMeta(const RolloutLine &line, std::optional<TimePoint> ti
 void RolloutReader::addTurn(const RolloutLine &line)
 {
     m_turn = m_names.add(line.turn);
-    change(m_settings, line);
+    change(line);
     m_turns[m_turn] = m_settings;
 }
 
-void RolloutReader::change(RolloutSettings &settings, const RolloutLine &line)
+void RolloutReader::change(const RolloutLine &line)
 {
     if (!line.model.empty()) {
-        settings.model = m_names.add(line.model);
+        m_settings.model = m_names.add(line.model);
     }
     if (!line.cwd.empty()) {
-        settings.folder = m_names.add(line.cwd);
+        m_settings.folder = m_names.add(line.cwd);
     }
     if (line.kind == RolloutKind::SettingsApplied) {
         const std::string_view tier = line.serviceTier;
         const bool isFast = tier == "fast" || tier == "priority";
         const bool isCheap = tier == "flex" || tier == "batch";
         const bool isKnown = tier.empty() || isFast || isCheap || isStandard(tier);
-        settings.speed = isFast ? Speed::Fast : Speed::Standard;
-        settings.tier = isCheap ? ServiceTier::Batch
-            : isKnown           ? ServiceTier::Standard
-                                : ServiceTier::Other;
+        m_settings.speed = isFast ? Speed::Fast : Speed::Standard;
+        m_settings.tier = isCheap ? ServiceTier::Batch
+            : isKnown             ? ServiceTier::Standard
+                                  : ServiceTier::Other;
     }
 }
 
@@ -164,7 +164,7 @@ void RolloutReader::addRecord(const RolloutLine &line, TimePoint time)
     if (!m_rollout.countersBeforeRecords) {
         m_rollout.countersBeforeRecords = m_rollout.counters.size();
     }
-    const auto turn = m_turns.find(m_names.add(line.turn));
+    const auto turn = line.turn.empty() ? m_turns.end() : m_turns.find(m_names.add(line.turn));
     const TextId thread = line.thread.empty() ? m_rollout.thread : m_names.add(line.thread);
     m_hasOwnRecord = m_hasOwnRecord || thread == m_rollout.thread;
     m_book.addRecord({.thread = thread,

@@ -22,7 +22,7 @@ public:
 private:
     void addMeta(const RolloutLine &line, std::optional<TimePoint> time);
     void addTurn(const RolloutLine &line);
-    void change(RolloutSettings &settings, const RolloutLine &line);
+    void change(const RolloutLine &line);
     void addTimed(const RolloutLine &line, TimePoint time);
     void addRecord(const RolloutLine &line, TimePoint time);
     void addCounter(const RolloutLine &line, TimePoint time);

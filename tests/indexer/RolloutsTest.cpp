@@ -147,11 +147,12 @@ TEST(Rollouts, countEveryTokenOnce)
             "02 a m 50/40/10/5, 02 b m 50/40/10/5"},
         {"a response has the model of its own turn, as changed last",
             {{"a",
-                {meta("a"), turn("t1", "m"), settings("n"), record(2, "a", "r1", {1, 0, 0, 1}),
-                    turn("t2", "o"), record(3, "a", "r2", {2, 0, 0, 2}),
-                    record(4, "a", "r3", {3, 0, 0, 3}, "t2"),
-                    record(5, "a", "r4", {4, 0, 0, 4}, "untold")}}},
-            "02 a n 1/0/0/1, 03 a n 2/0/0/2, 04 a o 3/0/0/3, 05 a o 4/0/0/4"},
+                {meta("a"), settings("z"), turn("t1", "m"), settings("n"),
+                    record(2, "a", "r1", {1, 0, 0, 1}), turn("t2", "o"),
+                    record(3, "a", "r2", {2, 0, 0, 2}), record(4, "a", "r3", {3, 0, 0, 3}, "t2"),
+                    record(5, "a", "r4", {4, 0, 0, 4}, "untold"),
+                    record(6, "a", "r5", {5, 0, 0, 5}, "")}}},
+            "02 a n 1/0/0/1, 03 a n 2/0/0/2, 04 a o 3/0/0/3, 05 a o 4/0/0/4, 06 a o 5/0/0/5"},
     };
     for (const auto &row : rows) {
         const Scratch scratch;
