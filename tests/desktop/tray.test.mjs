@@ -5,7 +5,7 @@
 import assert from 'node:assert/strict';
 import { execFileSync, spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { existsSync, mkdirSync, readdirSync, readFileSync, renameSync, rmSync } from 'node:fs';
+import { existsSync, readdirSync, readFileSync, renameSync, rmSync } from 'node:fs';
 import { homedir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
@@ -223,8 +223,9 @@ describe('with a tray on the bus', () => {
 
   test('only what can be used is offered', async () => {
     assert.ok(!(await labels()).includes('Always on top'), 'in icon mode');
+    renameSync(codex, `${codex}.away`);
     assert.ok(!(await labels()).includes('Open with Codex'), 'without Codex');
-    mkdirSync(codex);
+    renameSync(`${codex}.away`, codex);
     assert.ok((await labels()).includes('Open with Codex'));
     assert.equal((await host.entry('View', 'Notch view')).enabled, false);
     assert.match((await host.menu()).at(-2).label, /^Version \d/);
