@@ -11,6 +11,14 @@
 
 namespace indexer {
 
+namespace {
+
+// What unpacks to more than both was not written by an assistant.
+constexpr std::size_t mostOfAnyFile = std::size_t {64} << 20U;
+constexpr std::size_t mostGrowth = 1000;
+
+} // namespace
+
 /// A stream of zstd frames, with the bytes that it has not taken yet.
 class ByteSource::Decompressor final {
 public:
@@ -81,6 +89,7 @@ std::optional<FileSkip> ByteSource::open(const std::filesystem::path &file)
         return FileSkip::NotRegular;
     }
     m_unread = static_cast<std::size_t>(status.st_size);
+    m_room = std::max(mostOfAnyFile, m_unread * mostGrowth);
     m_isCompressed = file.extension() == ".zst";
     if (m_isCompressed) {
         if (m_decompressor == nullptr) {
@@ -118,7 +127,11 @@ std::optional<std::size_t> ByteSource::readDecompressed(char *target, std::size_
     for (;;) {
         // What is already inside comes first: one piece of input may give many of output.
         const auto written = m_decompressor->write(target, most);
+        if (written && *written > m_room) {
+            return std::nullopt;
+        }
         if (!written || *written > 0) {
+            m_room -= written.value_or(0);
             return written;
         }
         if (!m_decompressor->isHungry()) {

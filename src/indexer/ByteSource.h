@@ -34,6 +34,7 @@ private:
     std::unique_ptr<Decompressor> m_decompressor; // made for the first compressed file
     int m_descriptor = -1;
     std::size_t m_unread = 0; // bytes of the file still to be fetched
+    std::size_t m_room = 0;   // bytes that it may still unpack to
     bool m_isCompressed = false;
 };
 

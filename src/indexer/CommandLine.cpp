@@ -120,7 +120,7 @@ std::variant<Options, EarlyEnd> parseCommandLine(int count, const char *const *a
         .claude = named.value_or(defaultClaudeFolder()),
         .isClaudeNamed = named.has_value(),
         .codex = namedCodex.value_or(defaultCodexFolder()),
-        .isCodexNamed = namedCodex.has_value(),
+        .isCodexNamed = !words.codex.empty(), // the variable may outlive the folder
         .report = std::nullopt,
         .asJson = words.asJson,
     };

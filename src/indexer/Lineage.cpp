@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <unordered_set>
 #include <vector>
 
 namespace indexer {
@@ -18,37 +19,42 @@ bool Lineage::hasParent(TextId thread) const
 
 TextId Lineage::rootOf(TextId thread) const
 {
-    TextId root = thread;
-    walk(thread, root);
-    return root;
+    return wayOf(thread).last;
 }
 
 Lineage::Age Lineage::ageOf(TextId thread) const
 {
-    TextId root = thread;
-    const std::size_t generation = walk(thread, root);
     const auto created = m_created.find(thread);
-    return {generation, created == m_created.end() ? TimePoint::min() : created->second,
+    return {wayOf(thread).steps, created == m_created.end() ? TimePoint::min() : created->second,
         m_names.text(thread)};
 }
 
 /// Goes up to the last of the parents and tells how many there were. Damaged files may lead in a
 /// circle; then the first of it by name is taken.
-std::size_t Lineage::walk(TextId thread, TextId &last) const
+Lineage::Way Lineage::walk(TextId thread) const
 {
     std::vector<TextId> path {thread};
+    std::unordered_set<TextId> seen {thread};
     for (auto found = m_parents.find(thread); found != m_parents.end();
          found = m_parents.find(path.back())) {
-        const auto circle = std::find(path.begin(), path.end(), found->second.thread);
-        if (circle != path.end()) {
-            last = *std::min_element(circle, path.end(),
+        if (!seen.insert(found->second.thread).second) {
+            const auto circle = std::find(path.begin(), path.end(), found->second.thread);
+            const TextId first = *std::min_element(circle, path.end(),
                 [this](TextId a, TextId b) { return m_names.text(a) < m_names.text(b); });
-            return path.size() - 1;
+            return {first, path.size() - 1};
         }
         path.push_back(found->second.thread);
     }
-    last = path.back();
-    return path.size() - 1;
+    return {path.back(), path.size() - 1};
+}
+
+const Lineage::Way &Lineage::wayOf(TextId thread) const
+{
+    const auto [known, isNew] = m_ways.try_emplace(thread);
+    if (isNew) {
+        known->second = walk(thread);
+    }
+    return known->second;
 }
 
 TextId Lineage::sessionOf(TextId thread) const
@@ -75,6 +81,7 @@ void Lineage::addParent(TextId thread, TextId parent, bool isSubagent, bool isCo
     if (thread == 0 || parent == 0 || thread == parent) {
         return;
     }
+    m_ways.clear();
     const Parent told {parent, isSubagent, isCopy};
     const auto [known, isNew] = m_parents.emplace(thread, told);
     const auto rank = [this](const Parent &each) {

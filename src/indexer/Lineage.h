@@ -41,11 +41,18 @@ private:
         bool isCopy = false;
     };
 
-    std::size_t walk(TextId thread, TextId &last) const;
+    struct Way {
+        TextId last = 0;
+        std::size_t steps = 0;
+    };
+
+    [[nodiscard]] const Way &wayOf(TextId thread) const;
+    [[nodiscard]] Way walk(TextId thread) const;
 
     const TextPool &m_names;
     std::unordered_map<TextId, Parent> m_parents;
     std::unordered_map<TextId, TimePoint> m_created;
+    mutable std::unordered_map<TextId, Way> m_ways; // until another parent is known
 };
 
 } // namespace indexer

@@ -107,7 +107,8 @@ bool RolloutBook::isOlder(const RolloutRecord &a, const RolloutRecord &b) const
 {
     const auto rank = [this](const RolloutRecord &record) {
         return std::make_tuple(m_lineage.ageOf(record.thread), record.time,
-            m_names.text(record.settings.model), m_names.text(record.settings.folder));
+            record.settings.model == 0, m_names.text(record.settings.model),
+            m_names.text(record.settings.folder));
     };
     return rank(a) < rank(b);
 }
@@ -136,7 +137,7 @@ std::optional<LimitReading> RolloutBook::limits() const
     std::optional<LimitReading> newest;
     forEachOwn([&](const Rollout &rollout, std::size_t begin) {
         const bool isOwn = !m_lineage.hasParent(rollout.thread) || rollout.hasOwnRecordAtLimits
-            || rollout.countersAtLimits > begin;
+            || (begin > 0 && rollout.countersAtLimits > begin);
         if (rollout.limits && isOwn && (!newest || isOlderReading(*newest, *rollout.limits))) {
             newest = rollout.limits;
         }

@@ -87,7 +87,7 @@ void RolloutReader::addMeta(const RolloutLine &line, std::optional<TimePoint> ti
         m_settings.folder = m_names.add(line.cwd);
     }
     if (m_orphan != 0) {
-        m_book.lineage().addParent(m_orphan, thread, false, true);
+        m_book.lineage().addParent(m_orphan, thread, m_isOrphanSubagent, true);
     }
     if (const auto created = parseMoment(line.createdAt); created || time) {
         m_book.lineage().addThread(thread, created.value_or(time.value_or(TimePoint {})));
@@ -96,6 +96,7 @@ void RolloutReader::addMeta(const RolloutLine &line, std::optional<TimePoint> ti
     const TextId parent = m_names.add(line.forkedFrom.empty() ? line.parent : line.forkedFrom);
     m_book.lineage().addParent(thread, parent, isSubagent, isCopy);
     m_orphan = parent == 0 ? thread : 0;
+    m_isOrphanSubagent = isSubagent;
 }
 
 void RolloutReader::addTurn(const RolloutLine &line)

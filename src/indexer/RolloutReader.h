@@ -32,7 +32,8 @@ private:
     TextPool &m_names;
     Rollout m_rollout;
     std::unordered_set<TextId> m_told; // threads whose front the file holds
-    TextId m_orphan = 0;               // the last of these, if it does not say what it comes from
+    bool m_isOrphanSubagent = false;
+    TextId m_orphan = 0; // the last of these, if it does not say what it comes from
     RolloutSettings m_settings;
     std::unordered_map<TextId, RolloutSettings> m_turns;
     TextId m_turn = 0;

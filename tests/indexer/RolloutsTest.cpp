@@ -207,6 +207,8 @@ TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
             {{"a", {meta("a"), limits(3, weekly, {100, 0, 0, 0})}},
                 {"b", {meta("b", forkOf("a")), limits(9, both, {100, 0, 0, 0})}}},
             fmt::format(R"({{{},"updatedAt":"2026-11-20T09:03:00.000Z"}})", weeklyJson)},
+        {"also when the original has gone",
+            {{"b", {meta("b", forkOf("a")), limits(9, both, {100, 0, 0, 0})}}}, {}},
         {"and what it wrote itself counts",
             {{"a", {meta("a"), limits(3, both, {100, 0, 0, 0})}},
                 {"b",
@@ -230,7 +232,8 @@ TEST(Rollouts, areReadCompressedAndOnceForEachThread)
 {
     const Scratch scratch;
     const auto archive = scratch.codex() / "archived_sessions";
-    // A compressed file beside its plain one, one alone, a moved older state and a torn one.
+    // A compressed file beside its plain one, one alone, a moved older state, a torn one, and one
+    // that unpacks to more than it can hold.
     scratch.rollout("a", {meta("a"), turn("t1", "m"), first, second});
     scratch.rollout("b", {meta("b"), turn("t1", "n"), first});
     scratch.rollout("torn", {meta("torn"), turn("t1", "m"), first});
@@ -238,7 +241,9 @@ TEST(Rollouts, areReadCompressedAndOnceForEachThread)
     const std::string command = fmt::format("cd '{}' && zstd -q rollout-a.jsonl rollout-torn.jsonl"
                                             " && zstd -q --rm rollout-b.jsonl"
                                             " && truncate -s -9 rollout-torn.jsonl.zst"
-                                            " && rm rollout-torn.jsonl",
+                                            " && rm rollout-torn.jsonl"
+                                            " && head -c 100M /dev/zero | tr '\\0' x"
+                                            " | zstd -q > rollout-bomb.jsonl.zst",
         folder);
     ASSERT_EQ(std::system(command.c_str()), 0);
     scratch.write(
@@ -246,8 +251,8 @@ TEST(Rollouts, areReadCompressedAndOnceForEachThread)
     Scan scan(testNow());
     scan.addCodex(scratch.codex());
     EXPECT_EQ(used(scan), "02 a m 50/40/10/5, 02 b n 50/40/10/5, 03 a m 100/100/0/10");
-    EXPECT_EQ(scan.files(), 4U);
-    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 1U);
+    EXPECT_EQ(scan.files(), 5U);
+    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 2U);
 }
 
 } // namespace
