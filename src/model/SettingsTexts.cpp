@@ -2,68 +2,69 @@
 
 #include "model/autostartTitle.h"
 #include "text/Strings.h"
-#include <QHash>
+#include <algorithm>
 
 namespace {
 
-/// The English texts, for a table that lacks them. Those without one are in every table.
-const QHash<QString, QString> &defaults()
-{
-    static const QHash<QString, QString> texts {
-        {u"menuLanguage"_qs, {}},
-        {u"menuStatusLine"_qs, u"Status line in Claude Code"_qs},
-        {u"menuTopmost"_qs, {}},
-        {u"menuUpdates"_qs, {}},
-        {u"menuView"_qs, {}},
-        {u"menuWithClaude"_qs, {}},
-        {u"menuWithCodex"_qs, u"Open with Codex"_qs},
-        {u"settingsAnimations"_qs, u"Animations"_qs},
-        {u"settingsCard"_qs, u"Card"_qs},
-        {u"settingsData"_qs, u"Data"_qs},
-        {u"settingsGeneral"_qs, u"General"_qs},
-        {u"settingsLaunch"_qs, u"Launch"_qs},
-        {u"settingsTitle"_qs, u"Settings"_qs},
-        {u"syncAbout"_qs,
-            u"Spend and token counts per day, model and session go to the sync server, so the "
-            "history survives a wiped or new computer and shows linked devices. Session titles and "
-            "project names stay here."_qs},
-        {u"syncCancel"_qs, u"Cancel"_qs},
-        {u"syncChange"_qs, u"Change"_qs},
-        {u"syncCopied"_qs, u"Copied"_qs},
-        {u"syncCopy"_qs, u"Copy"_qs},
-        {u"syncDelete"_qs, u"Delete history…"_qs},
-        {u"syncDeleteAbout"_qs,
-            u"Deletes this device’s history here and on the server. Linked devices keep theirs."_qs},
-        {u"syncDeleteConfirm"_qs, u"Delete"_qs},
-        {u"syncDeleteMessage"_qs,
-            u"Spend and tokens of this device are deleted here and on the server. Transcripts "
-            "already on disk are not counted again. This cannot be undone."_qs},
-        {u"syncDeleteTitle"_qs, u"Delete the history?"_qs},
-        {u"syncDeviceId"_qs, u"Device ID"_qs},
-        {u"syncLink"_qs, u"Link"_qs},
-        {u"syncLinked"_qs, u"Linked devices"_qs},
-        {u"syncLinkedAbout"_qs,
-            u"Linked devices see each other’s history. Untick one to leave it out of the totals "
-            "without unlinking it."_qs},
-        {u"syncName"_qs, u"Name"_qs},
-        {u"syncNewPassword"_qs, u"New password"_qs},
-        {u"syncNow"_qs, u"Sync now"_qs},
-        {u"syncOff"_qs, u"Don’t sync with the server"_qs},
-        {u"syncPassword"_qs, u"Password"_qs},
-        {u"syncPasswordAbout"_qs,
-            u"Another device links to this one with its ID and password. Keep the ID: after a "
-            "reinstall, link the old ID to bring its history back."_qs},
-        {u"syncPasswordPrompt"_qs, u"6 characters or more"_qs},
-        {u"syncPasswordSet"_qs, u"set"_qs},
-        {u"syncRemove"_qs, u"Remove"_qs},
-        {u"syncSave"_qs, u"Save"_qs},
-        {u"syncServer"_qs, u"Server"_qs},
-        {u"syncSet"_qs, u"Set"_qs},
-        {u"syncThisDevice"_qs, u"This device"_qs},
-        {u"syncUnlink"_qs, u"Unlink"_qs},
-    };
-    return texts;
-}
+/// A text's key and its English text, for a table that lacks it; none for what every table has.
+struct Text {
+    QLatin1String key;
+    const char16_t *english = u"";
+};
+
+constexpr Text known[] = {
+    {QLatin1String("menuLanguage")},
+    {QLatin1String("menuStatusLine"), u"Status line in Claude Code"},
+    {QLatin1String("menuTopmost")},
+    {QLatin1String("menuUpdates")},
+    {QLatin1String("menuView")},
+    {QLatin1String("menuWithClaude")},
+    {QLatin1String("menuWithCodex"), u"Open with Codex"},
+    {QLatin1String("settingsAnimations"), u"Animations"},
+    {QLatin1String("settingsCard"), u"Card"},
+    {QLatin1String("settingsData"), u"Data"},
+    {QLatin1String("settingsGeneral"), u"General"},
+    {QLatin1String("settingsLaunch"), u"Launch"},
+    {QLatin1String("settingsTitle"), u"Settings"},
+    {QLatin1String("syncAbout"),
+        u"Spend and token counts per day, model and session go to the sync server, so the "
+        "history survives a wiped or new computer and shows linked devices. Session titles and "
+        "project names stay here."},
+    {QLatin1String("syncCancel"), u"Cancel"},
+    {QLatin1String("syncChange"), u"Change"},
+    {QLatin1String("syncCopied"), u"Copied"},
+    {QLatin1String("syncCopy"), u"Copy"},
+    {QLatin1String("syncDelete"), u"Delete history…"},
+    {QLatin1String("syncDeleteAbout"),
+        u"Deletes this device’s history here and on the server. Linked devices keep theirs."},
+    {QLatin1String("syncDeleteConfirm"), u"Delete"},
+    {QLatin1String("syncDeleteMessage"),
+        u"Spend and tokens of this device are deleted here and on the server. Transcripts "
+        "already on disk are not counted again. This cannot be undone."},
+    {QLatin1String("syncDeleteTitle"), u"Delete the history?"},
+    {QLatin1String("syncDeviceId"), u"Device ID"},
+    {QLatin1String("syncLink"), u"Link"},
+    {QLatin1String("syncLinked"), u"Linked devices"},
+    {QLatin1String("syncLinkedAbout"),
+        u"Linked devices see each other’s history. Untick one to leave it out of the totals "
+        "without unlinking it."},
+    {QLatin1String("syncName"), u"Name"},
+    {QLatin1String("syncNewPassword"), u"New password"},
+    {QLatin1String("syncNow"), u"Sync now"},
+    {QLatin1String("syncOff"), u"Don’t sync with the server"},
+    {QLatin1String("syncPassword"), u"Password"},
+    {QLatin1String("syncPasswordAbout"),
+        u"Another device links to this one with its ID and password. Keep the ID: after a "
+        "reinstall, link the old ID to bring its history back."},
+    {QLatin1String("syncPasswordPrompt"), u"6 characters or more"},
+    {QLatin1String("syncPasswordSet"), u"set"},
+    {QLatin1String("syncRemove"), u"Remove"},
+    {QLatin1String("syncSave"), u"Save"},
+    {QLatin1String("syncServer"), u"Server"},
+    {QLatin1String("syncSet"), u"Set"},
+    {QLatin1String("syncThisDevice"), u"This device"},
+    {QLatin1String("syncUnlink"), u"Unlink"},
+};
 
 } // namespace
 
@@ -80,9 +81,10 @@ QString SettingsTexts::label(const QString &key) const
     if (key == u"menuWithWindows") {
         return autostartTitle(*m_strings);
     }
-    const auto found = defaults().constFind(key);
-    Q_ASSERT_X(found != defaults().cend(), "SettingsTexts", qUtf8Printable(key));
-    return found->isEmpty() ? m_strings->t(key) : m_strings->text(key, *found);
+    const auto *const text = std::ranges::find(known, key, &Text::key);
+    Q_ASSERT_X(text != std::end(known), "SettingsTexts", qUtf8Printable(key));
+    const QString english = QString::fromUtf16(text->english);
+    return english.isEmpty() ? m_strings->t(key) : m_strings->text(key, english);
 }
 
 #include "moc_SettingsTexts.cpp"
