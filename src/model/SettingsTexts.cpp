@@ -27,9 +27,9 @@ constexpr Text known[] = {
     {QLatin1String("settingsLaunch"), u"Launch"},
     {QLatin1String("settingsTitle"), u"Settings"},
     {QLatin1String("syncAbout"),
-        u"Spend and token counts per day, model and session go to the sync server, so the "
-        "history survives a wiped or new computer and shows linked devices. Session titles and "
-        "project names stay here."},
+        u"Spend and token counts per day, model and session go to "
+        "kestrelbay.harrowgate.dev, so the history survives a wiped or new computer and shows "
+        "linked devices. Session titles and project names stay here."},
     {QLatin1String("syncCancel"), u"Cancel"},
     {QLatin1String("syncChange"), u"Change"},
     {QLatin1String("syncCopied"), u"Copied"},
