@@ -21,8 +21,8 @@ void putSpending(Json &row, const Spending &spending)
     row["cacheRead"] = spending.tokens.cacheRead;
     row["cost"] = costJson(spending.cost());
     Json models = Json::object();
-    for (const auto &[model, cost] : spending.models) {
-        models[model] = costJson(cost);
+    for (const auto &[model, part] : spending.models) {
+        models[model] = costJson(part.cost);
     }
     row["models"] = std::move(models);
 }

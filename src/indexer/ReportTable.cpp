@@ -51,7 +51,7 @@ std::string modelsText(const Spending &spending)
 {
     constexpr std::size_t longestModel = 48;
     std::string text;
-    for (const auto &[model, cost] : spending.models) {
+    for (const auto &[model, part] : spending.models) {
         text += text.empty() ? "" : ", ";
         text += model.empty() ? "(model not told)" : shortened(printable(model), longestModel);
     }

@@ -36,11 +36,18 @@ TokenSums &TokenSums::operator+=(const TokenSums &other)
     return *this;
 }
 
+ModelSpending &ModelSpending::operator+=(const ModelSpending &other)
+{
+    tokens += other.tokens;
+    addTo(cost, other.cost);
+    return *this;
+}
+
 std::optional<Money> Spending::cost() const
 {
     std::optional<Money> total;
     for (const auto &[model, part] : models) {
-        addTo(total, part);
+        addTo(total, part.cost);
     }
     return isEmpty() ? Money {} : total;
 }
@@ -51,15 +58,16 @@ void Spending::add(std::string_view model, const Usage &usage, std::optional<Mon
     if (usage == Usage {}) {
         return;
     }
-    tokens += {.input = usage.input,
+    const TokenSums used {.input = usage.input,
         .output = usage.output,
         .cacheWrite = usage.cacheWrite(),
         .cacheRead = usage.cacheRead};
+    tokens += used;
     auto found = models.find(model);
     if (found == models.end()) {
-        found = models.emplace(model, std::nullopt).first;
+        found = models.emplace(model, ModelSpending {}).first;
     }
-    addTo(found->second, cost);
+    found->second += {used, cost};
     isEstimated = isEstimated || !cost;
 }
 
@@ -67,7 +75,7 @@ Spending &Spending::operator+=(const Spending &other)
 {
     tokens += other.tokens;
     for (const auto &[model, part] : other.models) {
-        addTo(models[model], part);
+        models[model] += part;
     }
     isEstimated = isEstimated || other.isEstimated;
     return *this;

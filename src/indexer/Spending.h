@@ -23,11 +23,19 @@ struct TokenSums {
     TokenSums &operator+=(const TokenSums &other);
 };
 
+/// What one model used.
+struct ModelSpending {
+    TokenSums tokens;
+    std::optional<Money> cost; // nothing when none of its prices is known
+
+    ModelSpending &operator+=(const ModelSpending &other);
+};
+
 /// What was used and what that cost, of a span of time or a session.
 struct Spending {
     TokenSums tokens;
-    /// By model id, as the transcripts write it; nothing for a model without any known price.
-    std::map<std::string, std::optional<Money>, std::less<>> models;
+    /// By model id, as the transcripts write it.
+    std::map<std::string, ModelSpending, std::less<>> models;
     /// Whether the true cost is likely to be higher.
     bool isEstimated = false;
 

@@ -65,9 +65,9 @@ Json periodsJson(const std::vector<Period> &periods, const char *key, std::strin
             row["estimated"] = true;
         }
         Json models = Json::object();
-        for (const auto &[model, cost] : period.spending.models) {
-            if (cost) {
-                models[model] = cost->dollars();
+        for (const auto &[model, part] : period.spending.models) {
+            if (part.cost) {
+                models[model] = part.cost->dollars();
             }
         }
         row["models"] = std::move(models);
