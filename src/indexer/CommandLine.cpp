@@ -1,6 +1,8 @@
 #include "indexer/CommandLine.h"
 
+#include "indexer/DayName.h"
 #include "indexer/Folders.h"
+#include "indexer/Help.h"
 #include "indexer/Printable.h"
 
 #include <CLI/CLI.hpp>
@@ -12,36 +14,27 @@ namespace {
 
 constexpr int usageError = 2;
 
-constexpr const char *purpose =
-    "Adds up what Claude Code and Codex used and what that would cost at list prices.\n"
-    "\n"
-    "Without a command, all transcripts are read and stats.json is written into the data\n"
-    "folder, where the Kestrelbay widget finds it. With \"report\", a table is printed instead.";
-
-constexpr const char *examples =
-    "Examples:\n"
-    "  kestrelbay-indexer                          write ~/.kestrelbay/stats.json\n"
-    "  kestrelbay-indexer report                   what each day cost\n"
-    "  kestrelbay-indexer report monthly --json    what each month cost, for other programs\n"
-    "\n"
-    "Files:\n"
-    "  DATA/stats.json    the statistics\n"
-    "  DATA/codex-limits.json\n"
-    "                     how much of the limits of Codex is used, as last written by it\n"
-    "  DATA/prices.json   your own prices, if you have any: models listed there replace the\n"
-    "                     built-in ones (US dollars per million tokens), for example\n"
-    "    {\"models\": {\"my-model\": {\"prices\": [{\"validFrom\": \"2026-11-01\", \"input\": 1,\n"
-    "      \"output\": 5, \"write5m\": 1.25, \"write1h\": 2, \"read\": 0.1}]}}}\n"
-    "\n"
-    "The exit status is 0 when all went well, 1 after a failure, 2 for a wrong command line.";
-
 /// The texts and switches of the command line, before they mean anything.
 struct Words {
     std::string data;
     std::string claude;
     std::string codex;
     std::string report = "daily";
+    std::string provider;
+    std::string since;
+    std::string until;
     bool asJson = false;
+    bool asCsv = false;
+    bool byModel = false;
+    bool asStatusJson = false;
+    bool asWaybar = false;
+};
+
+/// The commands of the command line, once they are set up.
+struct Commands {
+    const CLI::App *report = nullptr;
+    const CLI::App *status = nullptr;
+    const CLI::App *doctor = nullptr;
 };
 
 void addFolders(CLI::App &app, Words &words)
@@ -72,60 +65,166 @@ const std::map<std::string, ReportKind> &reportKinds()
     return kinds;
 }
 
-CLI::App *addReport(CLI::App &app, Words &words)
+const std::map<std::string, Provider> &providers()
 {
-    CLI::App *report = app.add_subcommand("report", "Print a table of what was used");
+    static const std::map<std::string, Provider> known {
+        {"claude", Provider::Claude},
+        {"codex", Provider::Codex},
+    };
+    return known;
+}
+
+/// Says what is wrong with a day, if anything.
+CLI::Validator isDay(Day today)
+{
+    return CLI::Validator(
+        [today](const std::string &value) {
+            return parseDayName(value, today)
+                ? std::string()
+                : "no such day: " + value + " (a day is 2026-11-20, today, yesterday or 7d)";
+        },
+        "DATE");
+}
+
+const CLI::App *addReport(CLI::App &app, Words &words, Day today)
+{
+    CLI::App *report = app.add_subcommand("report", help::report);
+    report->footer(help::moreOnReport);
     report->add_option("rows", words.report, "What a row stands for (daily)")
         ->option_text("daily|weekly|monthly|sessions")
         ->check(CLI::IsMember(reportKinds()));
-    report->add_flag("--json", words.asJson, "Print JSON instead of a table");
+    report->add_option("--provider", words.provider, "Only what this assistant used")
+        ->option_text("claude|codex")
+        ->check(CLI::IsMember(providers()));
+    report->add_option("--since", words.since, "Only from this day on")
+        ->option_text("DATE")
+        ->check(isDay(today));
+    report->add_option("--until", words.until, "Only up to this day")
+        ->option_text("DATE")
+        ->check(isDay(today));
+    report->add_flag("--models", words.byModel, "Show tokens and cost of each model too");
+    CLI::Option *json = report->add_flag("--json", words.asJson, "Print JSON instead of a table");
+    report->add_flag("--csv", words.asCsv, "Print comma-separated values instead of a table")
+        ->excludes(json);
     addFolders(*report, words);
     return report;
+}
+
+const CLI::App *addStatus(CLI::App &app, Words &words)
+{
+    CLI::App *status = app.add_subcommand("status", help::status);
+    status->footer(help::moreOnStatus);
+    CLI::Option *json =
+        status->add_flag("--json", words.asStatusJson, "Print JSON instead of text");
+    status->add_flag("--waybar", words.asWaybar, "Print one line of JSON for a status bar")
+        ->excludes(json);
+    addFolders(*status, words);
+    return status;
+}
+
+const CLI::App *addDoctor(CLI::App &app, Words &words)
+{
+    CLI::App *doctor = app.add_subcommand("doctor", help::doctor);
+    doctor->footer(help::moreOnDoctor);
+    addFolders(*doctor, words);
+    return doctor;
+}
+
+Commands addCommands(CLI::App &app, Words &words, Day today)
+{
+    app.require_subcommand(0, 1);
+    return {.report = addReport(app, words, today),
+        .status = addStatus(app, words),
+        .doctor = addDoctor(app, words)};
+}
+
+EarlyEnd wrong(std::string_view what)
+{
+    return {usageError,
+        "kestrelbay-indexer: " + printable(what) + " (try kestrelbay-indexer --help)\n"};
 }
 
 EarlyEnd earlyEnd(const CLI::App &app, const CLI::ParseError &error)
 {
     if (error.get_exit_code() != 0) {
-        return {usageError,
-            "kestrelbay-indexer: " + printable(error.what())
-                + " (try kestrelbay-indexer --help)\n"};
+        return wrong(error.what());
     }
     std::ostringstream text;
     static_cast<void>(app.exit(error, text, text));
     return {0, text.str()};
 }
 
+ReportOptions reportOptions(const Words &words, Day today)
+{
+    ReportOptions options {.kind = reportKinds().at(words.report), .byModel = words.byModel};
+    if (words.asJson) {
+        options.format = ReportFormat::Json;
+    } else if (words.asCsv) {
+        options.format = ReportFormat::Csv;
+    }
+    if (!words.provider.empty()) {
+        options.filter.provider = providers().at(words.provider);
+    }
+    options.filter.since = parseDayName(words.since, today);
+    options.filter.until = parseDayName(words.until, today);
+    return options;
+}
+
+StatusFormat statusFormat(const Words &words)
+{
+    if (words.asWaybar) {
+        return StatusFormat::Waybar;
+    }
+    return words.asStatusJson ? StatusFormat::Json : StatusFormat::Text;
+}
+
+Options optionsOf(const Words &words)
+{
+    const auto claude =
+        words.claude.empty() ? configuredClaudeFolder() : std::filesystem::path(words.claude);
+    const auto codex =
+        words.codex.empty() ? configuredCodexFolder() : std::filesystem::path(words.codex);
+    return {
+        .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
+        .claude = claude.value_or(defaultClaudeFolder()),
+        .isClaudeNamed = claude.has_value(),
+        .codex = codex.value_or(defaultCodexFolder()),
+        .isCodexNamed = !words.codex.empty(), // the variable may outlive the folder
+        .command = UpdateOptions {},
+    };
+}
+
 } // namespace
 
-std::variant<Options, EarlyEnd> parseCommandLine(int count, const char *const *arguments)
+std::variant<Options, EarlyEnd> parseCommandLine(
+    int count, const char *const *arguments, TimePoint now)
 {
+    const Day today = LocalCalendar().dayOf(now);
     Words words;
-    CLI::App app(purpose, "kestrelbay-indexer");
-    app.footer(examples);
+    CLI::App app(help::purpose, "kestrelbay-indexer");
+    app.footer(help::more);
     app.set_version_flag(
         "--version", "kestrelbay-indexer " KESTRELBAY_VERSION, "Print the version");
     addFolders(app, words);
-    const CLI::App *report = addReport(app, words);
+    const Commands commands = addCommands(app, words, today);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError &error) {
         return earlyEnd(app, error);
     }
-    const auto named =
-        words.claude.empty() ? configuredClaudeFolder() : std::filesystem::path(words.claude);
-    const auto namedCodex =
-        words.codex.empty() ? configuredCodexFolder() : std::filesystem::path(words.codex);
-    Options options {
-        .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
-        .claude = named.value_or(defaultClaudeFolder()),
-        .isClaudeNamed = named.has_value(),
-        .codex = namedCodex.value_or(defaultCodexFolder()),
-        .isCodexNamed = !words.codex.empty(), // the variable may outlive the folder
-        .report = std::nullopt,
-        .asJson = words.asJson,
-    };
-    if (report->parsed()) {
-        options.report = reportKinds().at(words.report);
+    Options options = optionsOf(words);
+    if (commands.report->parsed()) {
+        const ReportOptions report = reportOptions(words, today);
+        if (report.filter.since && report.filter.until
+            && *report.filter.since > *report.filter.until) {
+            return wrong("--since: " + dayText(*report.filter.since) + " lies behind --until, "
+                + dayText(*report.filter.until));
+        }
+        options.command = report;
+    } else if (commands.status->parsed()) {
+        options.command = StatusOptions {statusFormat(words)};
+    } else if (commands.doctor->parsed()) {
+        options.command = DoctorOptions {};
     }
     return options;
 }

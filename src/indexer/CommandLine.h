@@ -1,13 +1,25 @@
 #pragma once
 
-#include "indexer/Report.h"
+#include "indexer/ReportOptions.h"
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <variant>
 
 namespace indexer {
+
+/// Read the transcripts and write the statistics file.
+struct UpdateOptions { };
+
+enum class StatusFormat { Text, Json, Waybar };
+
+/// Tell what is stored.
+struct StatusOptions {
+    StatusFormat format = StatusFormat::Text;
+};
+
+/// Look for what is wrong.
+struct DoctorOptions { };
 
 /// What the program was asked to do.
 struct Options {
@@ -15,9 +27,8 @@ struct Options {
     std::filesystem::path claude;
     bool isClaudeNamed = false; // by the command line or the environment
     std::filesystem::path codex;
-    bool isCodexNamed = false;        // likewise
-    std::optional<ReportKind> report; // nothing: write the statistics file
-    bool asJson = false;
+    bool isCodexNamed = false; // by the command line
+    std::variant<UpdateOptions, ReportOptions, StatusOptions, DoctorOptions> command;
 };
 
 /// The program ends at once: with the help, the version, or what was wrong with the command line.
@@ -26,6 +37,8 @@ struct EarlyEnd {
     std::string text;
 };
 
-[[nodiscard]] std::variant<Options, EarlyEnd> parseCommandLine(int count, const char *const *words);
+/// `now` tells what is meant by "today".
+[[nodiscard]] std::variant<Options, EarlyEnd> parseCommandLine(
+    int count, const char *const *words, TimePoint now);
 
 } // namespace indexer

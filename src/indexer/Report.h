@@ -1,17 +1,31 @@
 #pragma once
 
+#include "indexer/ReportOptions.h"
 #include "indexer/Statistics.h"
+#include "indexer/Terminal.h"
 
 #include <string>
 
 namespace indexer {
 
-enum class ReportKind { Daily, Weekly, Monthly, Sessions };
+// The statistics hold the usage that the options admit; nothing is filtered here. Periods come
+// oldest first and only those with usage, sessions newest first.
 
-/// A table for the terminal: periods oldest first and only those with usage, sessions newest first.
-[[nodiscard]] std::string reportTable(const Statistics &statistics, ReportKind kind);
+/// The report in the form that was asked for.
+[[nodiscard]] std::string reportText(
+    const Statistics &statistics, const ReportOptions &options, const Terminal &terminal);
 
-/// The same rows for other programs.
-[[nodiscard]] std::string reportJson(const Statistics &statistics, ReportKind kind);
+/// A table for people, with the sums below.
+[[nodiscard]] std::string reportTable(
+    const Statistics &statistics, const ReportOptions &options, const Terminal &terminal);
+
+/// An array of rows. Of "models", each is its cost alone or, where models were asked for, an object
+/// with its tokens and its cost; a cost that is not known is null.
+[[nodiscard]] std::string reportJson(const Statistics &statistics, const ReportOptions &options);
+
+/// A line of names and a line for each row or, where models were asked for, for each model of each
+/// row, as RFC 4180 has it. A cost that is not known is empty. No text is one that a spreadsheet
+/// would calculate.
+[[nodiscard]] std::string reportCsv(const Statistics &statistics, const ReportOptions &options);
 
 } // namespace indexer

@@ -1,5 +1,7 @@
 #include "indexer/Report.h"
 
+#include "indexer/Printable.h"
+
 #include <nlohmann/json.hpp>
 
 namespace indexer {
@@ -13,67 +15,88 @@ Json costJson(const std::optional<Money> &cost)
     return cost ? Json(cost->dollars()) : Json(nullptr);
 }
 
-void putSpending(Json &row, const Spending &spending)
+void putFigures(Json &row, const TokenSums &tokens, const std::optional<Money> &cost)
 {
-    row["input"] = spending.tokens.input;
-    row["output"] = spending.tokens.output;
-    row["cacheWrite"] = spending.tokens.cacheWrite;
-    row["cacheRead"] = spending.tokens.cacheRead;
-    row["cost"] = costJson(spending.cost());
+    row["input"] = tokens.input;
+    row["output"] = tokens.output;
+    row["cacheWrite"] = tokens.cacheWrite;
+    row["cacheRead"] = tokens.cacheRead;
+    row["cost"] = costJson(cost);
+}
+
+Json modelJson(const ModelSpending &spending)
+{
+    Json model = Json::object();
+    putFigures(model, spending.tokens, spending.cost);
+    return model;
+}
+
+void putSpending(Json &row, const Spending &spending, bool byModel)
+{
+    putFigures(row, spending.tokens, spending.cost());
+    row["estimated"] = spending.isEstimated;
     Json models = Json::object();
     for (const auto &[model, part] : spending.models) {
-        models[model] = costJson(part.cost);
+        models[printable(model)] = byModel ? modelJson(part) : costJson(part.cost);
     }
     row["models"] = std::move(models);
 }
 
-Json periodsJson(const std::vector<Period> &periods, const char *key, std::string (*nameOf)(Day))
+/// The rows of periods, and under which key each tells its start.
+struct PeriodRows {
+    const std::vector<Period> &periods;
+    const char *key;
+    std::string (*nameOf)(Day);
+};
+
+Json periodsJson(const PeriodRows &from, bool byModel)
 {
     Json rows = Json::array();
-    for (const Period &period : periods) {
+    for (const Period &period : from.periods) {
         if (!period.spending.isEmpty()) {
-            Json row {{key, nameOf(period.start)}};
-            putSpending(row, period.spending);
+            Json row {{from.key, from.nameOf(period.start)}};
+            putSpending(row, period.spending, byModel);
             rows.push_back(std::move(row));
         }
     }
     return rows;
 }
 
-Json sessionsJson(const std::vector<SessionSummary> &sessions)
+Json sessionsJson(const std::vector<SessionSummary> &sessions, bool byModel)
 {
     Json rows = Json::array();
     for (const SessionSummary &session : sessions) {
-        Json row {{"title", session.title}, {"project", session.project},
+        Json row {{"title", printable(session.title)}, {"project", printable(session.project)},
             {"end", momentText(session.end)},
             {"provider", providerNames.at(static_cast<std::size_t>(session.provider))}};
-        putSpending(row, session.spending);
+        putSpending(row, session.spending, byModel);
         rows.push_back(std::move(row));
     }
     return rows;
 }
 
-Json rowsJson(const Statistics &statistics, ReportKind kind)
+Json rowsJson(const Statistics &statistics, const ReportOptions &options)
 {
-    switch (kind) {
+    switch (options.kind) {
     case ReportKind::Daily:
-        return periodsJson(statistics.days, "date", dayText);
+        return periodsJson({statistics.days, "date", dayText}, options.byModel);
     case ReportKind::Weekly:
-        return periodsJson(statistics.weeks, "start", dayText);
+        return periodsJson({statistics.weeks, "start", dayText}, options.byModel);
     case ReportKind::Monthly:
-        return periodsJson(statistics.months, "month", monthText);
+        return periodsJson({statistics.months, "month", monthText}, options.byModel);
     case ReportKind::Sessions:
         break;
     }
-    return sessionsJson(statistics.sessions);
+    return sessionsJson(statistics.sessions, options.byModel);
 }
 
 } // namespace
 
-std::string reportJson(const Statistics &statistics, ReportKind kind)
+std::string reportJson(const Statistics &statistics, const ReportOptions &options)
 {
     constexpr int indent = 2;
-    return rowsJson(statistics, kind).dump(indent) + '\n';
+    return rowsJson(statistics, options).dump(indent, ' ', false, Json::error_handler_t::replace)
+        + '\n';
 }
 
 } // namespace indexer

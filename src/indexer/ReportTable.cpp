@@ -1,150 +1,119 @@
 #include "indexer/Report.h"
 
+#include "indexer/FigureText.h"
 #include "indexer/Printable.h"
+#include "indexer/TextTable.h"
+#include "indexer/TextWidth.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace indexer {
 
 namespace {
 
-/// One line of the table; the first columns name it, the last lists the models.
-struct Row {
-    std::vector<std::string> cells;
-};
+constexpr std::size_t longestModel = 48;
 
-/// "1234567" becomes "1,234,567".
-std::string grouped(std::uint64_t number)
-{
-    constexpr std::size_t group = 3;
-    std::string text = std::to_string(number);
-    for (std::size_t at = text.size(); at > group;) {
-        at -= group;
-        text.insert(at, 1, ',');
-    }
-    return text;
-}
+// Which columns go first where room is short.
+enum Spare : int { Stays, InputGoes, OutputGoes, ProjectGoes, ReadsGo, WritesGo, ModelsGo };
 
-std::string costText(const Spending &spending)
-{
-    const auto cost = spending.cost();
-    const char *mark = spending.isEstimated ? " *" : "  ";
-    return (cost ? fmt::format("${:.2f}", cost->dollars()) : std::string("?")) + mark;
-}
+using Cells = std::vector<std::string>;
 
-/// At most so many characters of a text, with a sign that there was more.
-std::string shortened(const std::string &text, std::size_t most)
+std::string modelName(const std::string &model)
 {
-    std::size_t characters = 0;
-    std::size_t cut = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool startsCharacter = (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U;
-        if (startsCharacter && characters++ == most - 1) {
-            cut = at;
-        }
-    }
-    return characters > most ? text.substr(0, cut) + "…" : text;
+    return model.empty() ? "(model not told)" : shortened(printable(model), longestModel);
 }
 
 std::string modelsText(const Spending &spending)
 {
-    constexpr std::size_t longestModel = 48;
     std::string text;
     for (const auto &[model, part] : spending.models) {
         text += text.empty() ? "" : ", ";
-        text += model.empty() ? "(model not told)" : shortened(printable(model), longestModel);
+        text += modelName(model);
     }
     return text;
 }
 
-class Table final {
+Cells figures(const TokenSums &tokens, const std::optional<Money> &cost, bool isEstimated)
+{
+    return {grouped(tokens.input), grouped(tokens.output), grouped(tokens.cacheWrite),
+        grouped(tokens.cacheRead), costText(cost) + (isEstimated ? " *" : "  ")};
+}
+
+/// The table of a report: columns that name a row, then its figures, and its models last unless
+/// they have rows of their own.
+class ReportRows final {
 public:
-    Table(std::vector<std::string> names, std::size_t left)
-        : m_left(left)
+    ReportRows(std::vector<Column> names, bool byModel)
+        : m_names(names.size())
+        , m_byModel(byModel)
+        , m_table(columns(std::move(names), byModel))
     {
-        for (const char *column : {"Input", "Output", "Cache write", "Cache read", "Cost  "}) {
-            names.emplace_back(column);
-        }
-        names.emplace_back("Models");
-        m_rows.push_back({std::move(names)});
     }
 
-    void add(std::vector<std::string> names, const Spending &spending)
-    {
-        m_sum += spending;
-        put(std::move(names), spending, modelsText(spending));
-    }
-
-    [[nodiscard]] std::string text();
+    void add(Cells names, const Spending &spending);
+    [[nodiscard]] std::string text(const Terminal &terminal);
 
 private:
-    void put(std::vector<std::string> names, const Spending &spending, std::string models)
-    {
-        for (const std::uint64_t tokens : {spending.tokens.input, spending.tokens.output,
-                 spending.tokens.cacheWrite, spending.tokens.cacheRead}) {
-            names.push_back(grouped(tokens));
-        }
-        names.push_back(costText(spending));
-        names.push_back(std::move(models));
-        m_rows.push_back({std::move(names)});
-    }
+    [[nodiscard]] static std::vector<Column> columns(std::vector<Column> names, bool byModel);
+    [[nodiscard]] Cells row(Cells names, const Cells &figures, const std::string &models) const;
+    void addModels(const Spending &spending);
 
-    [[nodiscard]] std::string line(const Row &row, const std::vector<std::size_t> &widths) const;
-
-    std::size_t m_left; // columns that stand on the left side
-    std::vector<Row> m_rows;
+    std::size_t m_names; // columns
+    bool m_byModel;
+    TextTable m_table;
     Spending m_sum;
 };
 
-/// The columns that a text takes on a terminal.
-std::size_t widthOf(const std::string &text)
+std::vector<Column> ReportRows::columns(std::vector<Column> names, bool byModel)
 {
-    // Padding to a width that every cell has tells the width that the formatter sees.
-    constexpr std::size_t enough = 1000;
-    return enough + text.size() - fmt::format("{:<{}}", text, enough).size();
-}
-
-std::string Table::line(const Row &row, const std::vector<std::size_t> &widths) const
-{
-    std::string text;
-    for (std::size_t column = 0; column < row.cells.size(); ++column) {
-        const bool isLast = column + 1 == row.cells.size();
-        text += column == 0 ? "" : "  ";
-        if (isLast) {
-            text += row.cells[column];
-        } else if (column < m_left) {
-            text += fmt::format("{:<{}}", row.cells[column], widths[column]);
-        } else {
-            text += fmt::format("{:>{}}", row.cells[column], widths[column]);
-        }
+    names.push_back({.name = "Input", .spare = InputGoes});
+    names.push_back({.name = "Output", .spare = OutputGoes});
+    names.push_back({.name = "Cache write", .spare = WritesGo});
+    names.push_back({.name = "Cache read", .spare = ReadsGo});
+    names.push_back({.name = "Cost  "});
+    if (!byModel) {
+        names.push_back({.name = "Models", .align = Align::Left, .spare = ModelsGo, .least = 16});
     }
-    text.erase(text.find_last_not_of(' ') + 1);
-    return text + '\n';
+    return names;
 }
 
-std::string Table::text()
+Cells ReportRows::row(Cells names, const Cells &figures, const std::string &models) const
 {
-    std::vector<std::string> names(m_left);
+    names.insert(names.end(), figures.begin(), figures.end());
+    if (!m_byModel) {
+        names.push_back(models);
+    }
+    return names;
+}
+
+void ReportRows::add(Cells names, const Spending &spending)
+{
+    m_sum += spending;
+    m_table.add(row(std::move(names),
+        figures(spending.tokens, spending.cost(), spending.isEstimated), modelsText(spending)));
+    addModels(spending);
+}
+
+void ReportRows::addModels(const Spending &spending)
+{
+    if (!m_byModel) {
+        return;
+    }
+    for (const auto &[model, part] : spending.models) {
+        Cells names(m_names);
+        names.back() = "  " + modelName(model);
+        m_table.add(row(std::move(names), figures(part.tokens, part.cost, false), {}), Ink::Dim);
+    }
+}
+
+std::string ReportRows::text(const Terminal &terminal)
+{
+    Cells names(m_names);
     names.front() = "Total";
-    put(std::move(names), m_sum, {});
-
-    std::vector<std::size_t> widths(m_rows.front().cells.size());
-    for (const Row &row : m_rows) {
-        for (std::size_t column = 0; column < widths.size(); ++column) {
-            widths[column] = std::max(widths[column], widthOf(row.cells[column]));
-        }
-    }
-    std::string text;
-    for (const Row &row : m_rows) {
-        if (&row == &m_rows.back()) {
-            text += '\n';
-        }
-        text += line(row, widths);
-        if (&row == &m_rows.front()) {
-            text += '\n';
-        }
-    }
+    m_table.addTotal(
+        row(std::move(names), figures(m_sum.tokens, m_sum.cost(), m_sum.isEstimated), {}));
+    addModels(m_sum);
+    std::string text = m_table.text(terminal);
     if (m_sum.isEstimated) {
         text += "\n* Some of this usage has no known price or was not recorded to its end, so the"
                 " true cost is higher.\n";
@@ -152,48 +121,65 @@ std::string Table::text()
     return text;
 }
 
-std::string periodTable(
-    const std::vector<Period> &periods, const char *name, std::string (*nameOf)(Day))
+/// The rows of periods, and what these are called.
+struct PeriodRows {
+    const std::vector<Period> &periods;
+    const char *name;
+    std::string (*nameOf)(Day);
+};
+
+std::string periodTable(const PeriodRows &rows, bool byModel, const Terminal &terminal)
 {
-    Table table({name}, 1);
-    for (const Period &period : periods) {
+    constexpr std::size_t leastModel = 20;
+    ReportRows table(
+        {{.name = rows.name, .align = Align::Left, .least = byModel ? leastModel : 0}}, byModel);
+    for (const Period &period : rows.periods) {
         if (!period.spending.isEmpty()) {
-            table.add({nameOf(period.start)}, period.spending);
+            table.add({rows.nameOf(period.start)}, period.spending);
         }
     }
-    return table.text();
+    return table.text(terminal);
 }
 
-std::string sessionTable(const std::vector<SessionSummary> &sessions)
+std::string sessionTable(
+    const std::vector<SessionSummary> &sessions, bool byModel, const Terminal &terminal)
 {
     constexpr std::size_t longestTitle = 40;
     constexpr std::size_t longestProject = 24;
-    Table table({"Ended", "Project", "Title"}, 3);
+    constexpr std::size_t leastTitle = 12;
+    constexpr std::size_t leastProject = 8;
+    ReportRows table(
+        {{.name = "Ended", .align = Align::Left},
+            {.name = "Project", .align = Align::Left, .spare = ProjectGoes, .least = leastProject},
+            {.name = "Title", .align = Align::Left, .least = leastTitle}},
+        byModel);
     LocalCalendar calendar;
     for (const SessionSummary &session : sessions) {
         table.add({dayText(calendar.dayOf(session.end)),
                       shortened(printable(session.project), longestProject),
-                      shortened(session.title, longestTitle)},
+                      shortened(printable(session.title), longestTitle)},
             session.spending);
     }
-    return table.text();
+    return table.text(terminal);
 }
 
 } // namespace
 
-std::string reportTable(const Statistics &statistics, ReportKind kind)
+std::string reportTable(
+    const Statistics &statistics, const ReportOptions &options, const Terminal &terminal)
 {
-    switch (kind) {
+    const bool byModel = options.byModel;
+    switch (options.kind) {
     case ReportKind::Daily:
-        return periodTable(statistics.days, "Date", dayText);
+        return periodTable({statistics.days, "Date", dayText}, byModel, terminal);
     case ReportKind::Weekly:
-        return periodTable(statistics.weeks, "Week of", dayText);
+        return periodTable({statistics.weeks, "Week of", dayText}, byModel, terminal);
     case ReportKind::Monthly:
-        return periodTable(statistics.months, "Month", monthText);
+        return periodTable({statistics.months, "Month", monthText}, byModel, terminal);
     case ReportKind::Sessions:
         break;
     }
-    return sessionTable(statistics.sessions);
+    return sessionTable(statistics.sessions, byModel, terminal);
 }
 
 } // namespace indexer
