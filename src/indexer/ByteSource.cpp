@@ -1,9 +1,12 @@
 #include "indexer/ByteSource.h"
 
+#include "indexer/HashOf.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -16,6 +19,8 @@ namespace {
 // What unpacks to more than both was not written by an assistant.
 constexpr std::size_t mostOfAnyFile = std::size_t {64} << 20U;
 constexpr std::size_t mostGrowth = 1000;
+/// Longer than any two transcripts agree at one place by chance: each line has a time and an id.
+constexpr std::size_t guardSize = 4096;
 
 } // namespace
 
@@ -88,6 +93,7 @@ std::optional<FileSkip> ByteSource::open(const std::filesystem::path &file)
         close();
         return FileSkip::NotRegular;
     }
+    m_identity = FileIdentity::of(status);
     m_unread = static_cast<std::size_t>(status.st_size);
     m_room = std::max(mostOfAnyFile, m_unread * mostGrowth);
     m_isCompressed = file.extension() == ".zst";
@@ -98,6 +104,31 @@ std::optional<FileSkip> ByteSource::open(const std::filesystem::path &file)
         m_decompressor->restart();
     }
     return std::nullopt;
+}
+
+std::optional<std::uint64_t> ByteSource::guardBefore(std::uint64_t place) const
+{
+    const std::size_t size = std::min<std::uint64_t>(place, guardSize);
+    std::string bytes(size, '\0');
+    std::size_t got = 0;
+    while (got < size) {
+        const ssize_t part = ::pread(
+            m_descriptor, bytes.data() + got, size - got, static_cast<off_t>(place - size + got));
+        if (part <= 0 && !(part < 0 && errno == EINTR)) {
+            return std::nullopt;
+        }
+        got += static_cast<std::size_t>(std::max<ssize_t>(part, 0));
+    }
+    return hashOf(bytes);
+}
+
+bool ByteSource::skipTo(std::uint64_t place)
+{
+    if (place > m_identity.size || ::lseek(m_descriptor, static_cast<off_t>(place), SEEK_SET) < 0) {
+        return false;
+    }
+    m_unread = static_cast<std::size_t>(m_identity.size - place);
+    return true;
 }
 
 std::optional<std::size_t> ByteSource::read(char *target, std::size_t most)

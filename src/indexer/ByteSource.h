@@ -1,5 +1,6 @@
 #pragma once
 
+#include "indexer/FileIdentity.h"
 #include "indexer/Skips.h"
 
 #include <cstddef>
@@ -20,6 +21,13 @@ public:
     /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
     [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
 
+    /// Of the file as it was when it was opened.
+    [[nodiscard]] const FileIdentity &identity() const { return m_identity; }
+    /// Tells the bytes in front of a place from others; nothing when there are not so many.
+    [[nodiscard]] std::optional<std::uint64_t> guardBefore(std::uint64_t place) const;
+
+    /// Goes to a place in a file that is not compressed.
+    [[nodiscard]] bool skipTo(std::uint64_t place);
     /// Fetches at most so many bytes of those that the file had when it was opened: 0 at their
     /// end, nothing after an error.
     [[nodiscard]] std::optional<std::size_t> read(char *target, std::size_t most);
@@ -32,6 +40,7 @@ private:
     void close();
 
     std::unique_ptr<Decompressor> m_decompressor; // made for the first compressed file
+    FileIdentity m_identity;
     int m_descriptor = -1;
     std::size_t m_unread = 0; // bytes of the file still to be fetched
     std::size_t m_room = 0;   // bytes that it may still unpack to

@@ -20,10 +20,18 @@ LineReader::LineReader()
 
 std::optional<FileSkip> LineReader::open(const std::filesystem::path &file)
 {
-    m_begin = m_scanned = m_filled = m_overlong = 0;
+    m_begin = m_scanned = m_filled = m_discarded = m_overlong = 0;
+    m_place = 0;
     m_first = true;
     m_discarding = m_failed = false;
     return m_source.open(file);
+}
+
+bool LineReader::skipTo(std::uint64_t place)
+{
+    m_place = place;
+    m_first = place == 0;
+    return m_source.skipTo(place);
 }
 
 std::optional<std::string_view> LineReader::next()
@@ -37,6 +45,8 @@ std::optional<std::string_view> LineReader::next()
             const std::string_view line = trimmed(end);
             m_begin = m_scanned = end + 1;
             m_discarding = false;
+            m_place += m_discarded;
+            m_discarded = 0;
             if (fits) {
                 return line;
             }
@@ -45,7 +55,9 @@ std::optional<std::string_view> LineReader::next()
         }
         m_discarding = m_discarding || m_filled - m_begin > longestLine;
         if (m_discarding) {
-            m_begin = m_filled;
+            // Not passed yet: it is to be found again as long as its end is not written.
+            m_discarded += m_filled - m_begin;
+            m_filled = m_scanned = m_begin;
         }
         if (!refill()) {
             return std::nullopt;
@@ -70,6 +82,7 @@ bool LineReader::refill()
 {
     m_filled -= m_begin;
     std::memmove(m_buffer.get(), m_buffer.get() + m_begin, m_filled);
+    m_place += m_begin;
     m_begin = 0;
     m_scanned = m_filled;
 

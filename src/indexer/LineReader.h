@@ -20,6 +20,12 @@ public:
 
     /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
     [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
+    /// Goes to where a line begins in a file that is not compressed, before any line is asked for.
+    [[nodiscard]] bool skipTo(std::uint64_t place);
+
+    [[nodiscard]] const ByteSource &source() const { return m_source; }
+    /// Where the line behind the last one begins: all in front of it was read.
+    [[nodiscard]] std::uint64_t place() const { return m_place + m_begin; }
 
     /// The next whole line without its end, valid until the next call. What follows the last
     /// newline is still being written and is left alone, as is what is written from now on.
@@ -36,12 +42,14 @@ private:
 
     std::unique_ptr<char[]> m_buffer;
     ByteSource m_source;
+    std::uint64_t m_place = 0; // of the buffer's first byte in the file
     std::size_t m_begin = 0;   // of the line in the buffer
     std::size_t m_scanned = 0; // up to here there is no newline
     std::size_t m_filled = 0;
+    std::size_t m_discarded = 0; // bytes of a line that is too long
     std::size_t m_overlong = 0;
     bool m_first = true;       // no line was handed out yet
-    bool m_discarding = false; // inside a line that is too long
+    bool m_discarding = false; // inside such a line
     bool m_failed = false;
 };
 

@@ -1,5 +1,7 @@
 #include "indexer/LocalCalendar.h"
 
+#include "indexer/HashOf.h"
+
 #include <ctime>
 #include <fmt/format.h>
 
@@ -26,21 +28,34 @@ LocalCalendar::LocalCalendar()
 
 Day LocalCalendar::dayOf(TimePoint moment)
 {
-    const auto second = floor<seconds>(moment);
-    if (second >= m_begin && second < m_end) {
+    using Quarters = duration<std::int64_t, std::ratio<15 * 60>>;
+    const std::int64_t quarter = floor<Quarters>(moment).time_since_epoch().count();
+    if (m_hasDay && quarter == m_quarter) {
         return m_day;
     }
-    const std::tm local = localTime(second);
-    const auto intoDay = hours {local.tm_hour} + minutes {local.tm_min} + seconds {local.tm_sec};
-    m_day = local_days {year {local.tm_year + 1900} / (local.tm_mon + 1) / local.tm_mday};
-    m_begin = second - intoDay;
-    m_end = m_begin + days {1};
-    // With one offset at both ends there was no clock change in between.
-    if (localTime(m_begin).tm_gmtoff != local.tm_gmtoff
-        || localTime(m_end - seconds {1}).tm_gmtoff != local.tm_gmtoff) {
-        m_end = m_begin;
+    const auto [known, isNew] = m_days.try_emplace(quarter);
+    if (isNew) {
+        const std::tm local = localTime(floor<seconds>(moment));
+        known->second =
+            local_days {year {local.tm_year + 1900} / (local.tm_mon + 1) / local.tm_mday};
     }
+    m_quarter = quarter;
+    m_day = known->second;
+    m_hasDay = true;
     return m_day;
+}
+
+std::uint64_t calendarHash(TimePoint now)
+{
+    tzset();
+    // Both names, because clocks may change at days so near that no week shows it.
+    std::string zone = fmt::format("{} {}", ::tzname[0], ::tzname[1]);
+    const year_month_day today {floor<days>(now)};
+    const sys_days end = (today.year() + years {2}) / January / 1;
+    for (sys_days day = year {2000} / January / 1; day < end; day += weeks {1}) {
+        zone += fmt::format(" {}", localTime(day).tm_gmtoff);
+    }
+    return hashOf(zone);
 }
 
 Day weekOf(Day day)

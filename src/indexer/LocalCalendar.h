@@ -2,6 +2,9 @@
 
 #include "indexer/Moment.h"
 
+#include <cstdint>
+#include <unordered_map>
+
 namespace indexer {
 
 /// A day of the user's calendar.
@@ -15,14 +18,16 @@ public:
     [[nodiscard]] Day dayOf(TimePoint moment);
 
 private:
-    using Seconds = std::chrono::sys_seconds;
-
-    // The last day asked for, from its first second up to the next midnight; empty when a clock
-    // change makes that day irregular.
+    // By the quarter of an hour, of which each lies in one day everywhere. The one asked for last
+    // is at hand.
+    std::unordered_map<std::int64_t, Day> m_days;
+    std::int64_t m_quarter = 0;
     Day m_day {};
-    Seconds m_begin {};
-    Seconds m_end {};
+    bool m_hasDay = false;
 };
+
+/// Tells the user's time zone from others, by its names and its offsets up to some time after now.
+[[nodiscard]] std::uint64_t calendarHash(TimePoint now);
 
 /// The Monday on or before the day.
 [[nodiscard]] Day weekOf(Day day);

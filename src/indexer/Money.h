@@ -17,6 +17,7 @@ public:
     }
 
     [[nodiscard]] bool operator==(const Money &) const = default;
+    [[nodiscard]] Amount picodollars() const { return m_pico; }
     /// In dollars, rounded to the millionth.
     [[nodiscard]] double dollars() const;
 

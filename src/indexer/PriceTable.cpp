@@ -1,5 +1,8 @@
 #include "indexer/PriceTable.h"
 
+#include "indexer/HashOf.h"
+#include "indexer/Packed.h"
+
 #include <algorithm>
 
 namespace indexer {
@@ -118,6 +121,30 @@ const ModelPrices *PriceTable::find(std::string_view model) const
         }
     }
     return nullptr;
+}
+
+std::uint64_t PriceTable::hash() const
+{
+    PackedWriter writer;
+    const auto putRate = [&writer](Rate rate) { writer.signedNumber(rate.value_or(-1)); };
+    const auto putRates = [&putRate](const Rates &rates) {
+        for (const Rate rate :
+            {rates.input, rates.output, rates.shortWrite, rates.longWrite, rates.read}) {
+            putRate(rate);
+        }
+    };
+    for (const auto &[id, model] : m_models) {
+        writer.text(id);
+        putRate(model.fastThousandths);
+        for (const PriceRow &row : model.rows) {
+            writer.signedNumber(row.validFrom.time_since_epoch().count());
+            putRates(row.rates);
+            writer.number(row.longPrompt ? row.longPrompt->above + 1 : 0);
+            putRates(row.longPrompt.value_or(LongPrompt {}).rates);
+        }
+        writer.text({});
+    }
+    return hashOf(writer.bytes());
 }
 
 void PriceTable::set(const std::string &model, ModelPrices prices)

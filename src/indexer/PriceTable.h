@@ -40,6 +40,9 @@ public:
     /// Nothing where the price is not known: there is no guessing.
     [[nodiscard]] std::optional<Price> price(const PricedRequest &request) const;
 
+    /// Tells this table from others.
+    [[nodiscard]] std::uint64_t hash() const;
+
     void set(const std::string &model, ModelPrices prices);
     /// Takes over the models of another table; its prices replace those held so far, but where it
     /// does not tell what fast mode costs, that stays.

@@ -29,26 +29,22 @@ Outcome failed(std::string_view text)
     return outcome;
 }
 
-std::optional<std::string> write(
-    const Options &options, const Scan &scan, const Statistics &statistics, TimePoint now)
+std::optional<std::string> write(const Options &options, const Statistics &statistics)
 {
     auto problem = makeFolder(options.data);
     if (!problem) {
         problem = replaceFile(options.data / "stats.json", statsJson(statistics));
     }
-    if (const auto limits = scan.rollouts().limits(); limits && !problem) {
-        problem = writeLimits(options.data / "codex-limits.json", *limits, now);
-    }
     return problem;
 }
 
-std::string report(const Options &options, const Scan &scan, const Statistics &statistics)
+std::string report(const Options &options, const History &history, const Statistics &statistics)
 {
     if (options.asJson) {
         return reportJson(statistics, *options.report);
     }
     if (statistics.days.empty()) {
-        return fmt::format(fmt::runtime(scan.files() == 0 ? noTranscripts : noUsage),
+        return fmt::format(fmt::runtime(history.files() == 0 ? noTranscripts : noUsage),
             printable((options.claude / "projects").native()),
             printable((options.codex / "sessions").native()));
     }
@@ -76,16 +72,23 @@ Outcome run(const Options &options, TimePoint now)
             fmt::format(
                 "{} is not used, the built-in prices are: {}", priceFile.native(), prices.problem));
     }
-    Scan scan(now);
-    scan.addClaude(options.claude);
-    scan.addCodex(options.codex);
-    const Statistics statistics = computeStatistics(scan, prices.table, now);
-    if (options.report) {
-        outcome.output = report(options, scan, statistics);
-    } else if (const auto problem = write(options, scan, statistics, now)) {
+    if (const auto problem = makeFolder(options.data)) {
         return failed(*problem);
     }
-    if (const std::string skipped = scan.skips().sentence(); !skipped.empty()) {
+    History history(options.data);
+    if (!history.problem()) {
+        history.update({options.claude, options.codex}, prices.table, now);
+    }
+    if (const auto problem = history.problem()) {
+        return failed(*problem);
+    }
+    const Statistics statistics = computeStatistics(history, {}, now);
+    if (options.report) {
+        outcome.output = report(options, history, statistics);
+    } else if (const auto problem = write(options, statistics)) {
+        return failed(*problem);
+    }
+    if (const std::string skipped = history.skips().sentence(); !skipped.empty()) {
         say(outcome, skipped);
     }
     return outcome;

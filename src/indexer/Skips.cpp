@@ -1,8 +1,11 @@
 #include "indexer/Skips.h"
 
+#include "indexer/Packed.h"
+
+#include <algorithm>
 #include <fmt/format.h>
+#include <functional>
 #include <numeric>
-#include <string_view>
 
 namespace indexer {
 
@@ -63,6 +66,29 @@ void Skips::add(LineSkip reason, std::size_t lines)
 void Skips::add(FileSkip reason, std::size_t files)
 {
     m_files.at(static_cast<std::size_t>(reason)) += files;
+}
+
+void Skips::add(const Skips &other)
+{
+    std::ranges::transform(m_lines, other.m_lines, m_lines.begin(), std::plus {});
+    std::ranges::transform(m_files, other.m_files, m_files.begin(), std::plus {});
+}
+
+std::string Skips::packed() const
+{
+    PackedWriter writer;
+    std::ranges::for_each(m_lines, [&](std::size_t count) { writer.number(count); });
+    std::ranges::for_each(m_files, [&](std::size_t count) { writer.number(count); });
+    return writer.bytes();
+}
+
+Skips Skips::unpacked(std::string_view bytes)
+{
+    Skips skips;
+    PackedReader reader(bytes);
+    std::ranges::generate(skips.m_lines, [&] { return reader.number(); });
+    std::ranges::generate(skips.m_files, [&] { return reader.number(); });
+    return skips;
 }
 
 } // namespace indexer

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace indexer {
 
@@ -17,11 +18,18 @@ class Skips final {
 public:
     /// One sentence without a full stop, empty when nothing was skipped.
     [[nodiscard]] std::string sentence() const;
+    [[nodiscard]] bool isEmpty() const { return *this == Skips {}; }
+    [[nodiscard]] bool operator==(const Skips &) const = default;
     [[nodiscard]] std::size_t count(LineSkip reason) const;
     [[nodiscard]] std::size_t count(FileSkip reason) const;
 
     void add(LineSkip reason, std::size_t lines = 1);
     void add(FileSkip reason, std::size_t files = 1);
+    void add(const Skips &other);
+
+    /// For the history.
+    [[nodiscard]] std::string packed() const;
+    [[nodiscard]] static Skips unpacked(std::string_view bytes);
 
 private:
     std::array<std::size_t, static_cast<std::size_t>(LineSkip::Count)> m_lines {};

@@ -52,23 +52,23 @@ std::optional<Money> Spending::cost() const
     return isEmpty() ? Money {} : total;
 }
 
-void Spending::add(std::string_view model, const Usage &usage, std::optional<Money> cost)
+void Spending::add(std::string_view model, const Sum &sum)
 {
-    // A request that used nothing cost nothing, whoever answered it.
-    if (usage == Usage {}) {
+    isEstimated = isEstimated || sum.estimated > 0;
+    if (sum.used == 0) {
         return;
     }
-    const TokenSums used {.input = usage.input,
-        .output = usage.output,
-        .cacheWrite = usage.cacheWrite(),
-        .cacheRead = usage.cacheRead};
-    tokens += used;
+    const TokenSums used {.input = sum.input,
+        .output = sum.output,
+        .cacheWrite = sum.cacheWrite,
+        .cacheRead = sum.cacheRead};
+    const bool isPriced = sum.used > sum.unpriced;
     auto found = models.find(model);
     if (found == models.end()) {
         found = models.emplace(model, ModelSpending {}).first;
     }
-    found->second += {used, cost};
-    isEstimated = isEstimated || !cost;
+    found->second += {used, isPriced ? std::optional(Money(sum.picodollars)) : std::nullopt};
+    tokens += used;
 }
 
 Spending &Spending::operator+=(const Spending &other)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "indexer/Money.h"
-#include "indexer/Usage.h"
+#include "indexer/Sums.h"
 
 #include <map>
 #include <optional>
@@ -43,7 +43,7 @@ struct Spending {
     /// Nothing when there was usage, but none of it has a known price.
     [[nodiscard]] std::optional<Money> cost() const;
 
-    void add(std::string_view model, const Usage &usage, std::optional<Money> cost);
+    void add(std::string_view model, const Sum &sum);
     Spending &operator+=(const Spending &other);
 };
 

@@ -1,10 +1,16 @@
 #include "indexer/Statistics.h"
 
+#include "indexer/NameTable.h"
+#include "indexer/SessionTable.h"
+#include "indexer/SumTable.h"
+#include "indexer/ThreadNameTable.h"
 #include "indexer/Title.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
-#include <unordered_map>
+#include <tuple>
+#include <utility>
 
 namespace indexer {
 
@@ -14,136 +20,87 @@ using namespace std::chrono;
 
 using Days = std::map<Day, Period>;
 
-/// A session while its records are added up.
-struct OpenSession {
-    Spending spending;
-    TimePoint latest {}; // of its records
-    TimePoint folderTime = TimePoint::max();
-    TextId folder = 0; // of its earliest record that tells one
-};
-
-/// Adds up a ledger by days and sessions.
+/// Adds up the sums of a history by days and sessions.
 class Summing final {
 public:
-    Summing(const Scan &scan, const PriceTable &prices)
-        : m_scan(scan)
-        , m_prices(prices)
-    {
-        scan.ledger().forEach([this](const UsageRecord &record) { add(record); });
-        scan.rollouts().forEach([this](const UsageRecord &record) { add(record); });
-    }
+    Summing(const History &history, const StatisticsFilter &filter);
 
     [[nodiscard]] const Days &days() const { return m_days; }
     [[nodiscard]] const Days &days(Provider provider) const
     {
         return m_byProvider.at(static_cast<std::size_t>(provider));
     }
+    /// The newest ones first.
     [[nodiscard]] std::vector<SessionSummary> sessions() const;
 
 private:
-    void add(const UsageRecord &record);
-    void addToSession(const UsageRecord &record, const Spending &spending);
-    [[nodiscard]] TextId folderOf(SessionKey key, const OpenSession &session) const;
-    [[nodiscard]] TimePoint endOf(SessionKey key, const OpenSession &session) const;
+    void add(const SumKey &key, const Sum &sum);
 
-    const Scan &m_scan;
-    const PriceTable &m_prices;
-    LocalCalendar m_calendar;
+    Database &m_database;
+    NameTable m_names;
     Days m_days;
     std::array<Days, providerNames.size()> m_byProvider;
-    std::map<SessionKey, OpenSession> m_sessions;
+    std::map<SessionKey, Spending> m_sessions;
 };
 
-void Summing::add(const UsageRecord &record)
+Summing::Summing(const History &history, const StatisticsFilter &filter)
+    : m_database(history.database())
+    , m_names(history.database())
 {
-    const std::string_view model = m_scan.names().text(record.model.text);
-    const auto price = m_prices.price({.model = model,
-        .time = record.time(),
-        .usage = record.usage,
-        .speed = record.speed,
-        .tier = record.tier,
-        .isSum = record.isSum});
-    Spending spending;
-    spending.add(model, record.usage, price ? std::optional(price->cost) : std::nullopt);
-    spending.isEstimated =
-        spending.isEstimated || record.isIncomplete() || (price && price->isEstimated);
+    SumTable(m_database).visitAll([&](const SumKey &key, const Sum &sum) {
+        if (filter.admits(key.provider) && filter.admits(key.day)) {
+            add(key, sum);
+        }
+    });
+}
 
-    const Day day = m_calendar.dayOf(record.time());
-    Days &own = m_byProvider.at(static_cast<std::size_t>(record.provider));
-    for (Days *days : {&m_days, &own}) {
-        Period &period = (*days)[day];
-        period.start = day;
-        period.spending += spending;
-        if (record.session.text != 0) {
-            period.sessions.emplace(record.provider, record.session.text);
+void Summing::add(const SumKey &key, const Sum &sum)
+{
+    const SessionKey session(key.provider, key.session);
+    const std::string_view model = m_names.names().text(key.model);
+    for (Days *days : {&m_days, &m_byProvider.at(static_cast<std::size_t>(key.provider))}) {
+        Period &period = (*days)[key.day];
+        period.start = key.day;
+        period.spending.add(model, sum);
+        if (key.session != 0) {
+            period.sessions.insert(session);
         }
     }
-    if (record.session.text != 0) {
-        addToSession(record, spending);
+    if (key.session != 0) {
+        m_sessions[session].add(model, sum);
     }
-}
-
-void Summing::addToSession(const UsageRecord &record, const Spending &spending)
-{
-    const TimePoint time = record.time();
-    const TextId folder = record.folder.text;
-    OpenSession &session = m_sessions[{record.provider, record.session.text}];
-    session.spending += spending;
-    session.latest = std::max(session.latest, time);
-    const bool isFirst = time < session.folderTime
-        || (time == session.folderTime
-            && m_scan.names().text(folder) < m_scan.names().text(session.folder));
-    if (folder != 0 && isFirst) {
-        session.folderTime = time;
-        session.folder = folder;
-    }
-}
-
-TextId Summing::folderOf(SessionKey key, const OpenSession &session) const
-{
-    return session.folder == 0 && key.first == Provider::Claude
-        ? m_scan.sessions().folder(key.second)
-        : session.folder;
-}
-
-TimePoint Summing::endOf(SessionKey key, const OpenSession &session) const
-{
-    return key.first == Provider::Claude
-        ? m_scan.sessions().end(key.second).value_or(session.latest)
-        : std::max(m_scan.rollouts().threads().end(key.second), session.latest);
 }
 
 std::vector<SessionSummary> Summing::sessions() const
 {
+    const std::map<std::string, std::string, std::less<>> names = threadNames(m_database);
     struct Entry {
-        TimePoint end;
-        SessionKey key;
-        const OpenSession *session;
+        SessionSummary summary;
+        std::string_view id;
     };
-    std::vector<Entry> order;
-    order.reserve(m_sessions.size());
-    for (const auto &[key, session] : m_sessions) {
-        order.push_back({endOf(key, session), key, &session});
-    }
-    const TextPool &names = m_scan.names();
-    std::sort(order.begin(), order.end(), [&names](const Entry &a, const Entry &b) {
-        const auto name = [&names](const Entry &entry) {
-            return std::make_pair(names.text(entry.key.second), entry.key.first);
-        };
-        return a.end != b.end ? a.end > b.end : name(a) < name(b);
+    std::vector<Entry> entries;
+    entries.reserve(m_sessions.size());
+    SessionTable::visitAll(m_database, [&](Provider provider, TextId id, SessionFace face) {
+        const auto found = m_sessions.find({provider, id});
+        if (found == m_sessions.end()) {
+            return;
+        }
+        const std::string_view name = m_names.names().text(id);
+        const auto given = provider == Provider::Codex ? names.find(name) : names.end();
+        entries.push_back({{provider,
+                               given == names.end() || given->second.empty() ? std::move(face.title)
+                                                                             : given->second,
+                               tidyName(folderName(face.folder)), face.end, found->second},
+            name});
     });
-
-    const auto titles = m_scan.sessions().titles();
+    std::ranges::sort(entries, [](const Entry &a, const Entry &b) {
+        return std::make_tuple(b.summary.end, a.id, a.summary.provider)
+            < std::make_tuple(a.summary.end, b.id, b.summary.provider);
+    });
     std::vector<SessionSummary> result;
-    result.reserve(order.size());
-    for (const auto &[end, key, session] : order) {
-        const auto found = titles.find(key.second);
-        const std::string &title = key.first == Provider::Codex || found == titles.end()
-            ? m_scan.rollouts().threads().title(key.second)
-            : found->second;
-        result.push_back({key.first, title,
-            tidyName(folderName(names.text(folderOf(key, *session)))), end, session->spending});
-    }
+    result.reserve(entries.size());
+    std::ranges::transform(
+        entries, std::back_inserter(result), [](Entry &entry) { return std::move(entry.summary); });
     return result;
 }
 
@@ -205,9 +162,9 @@ Totals totalsOf(const Days &all, Day today)
 
 } // namespace
 
-Statistics computeStatistics(const Scan &scan, const PriceTable &prices, TimePoint now)
+Statistics computeStatistics(const History &history, const StatisticsFilter &filter, TimePoint now)
 {
-    const Summing summing(scan, prices);
+    const Summing summing(history, filter);
     const Days &all = summing.days();
     LocalCalendar calendar;
     const Day today = calendar.dayOf(now);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "indexer/History.h"
 #include "indexer/LocalCalendar.h"
-#include "indexer/PriceTable.h"
-#include "indexer/Scan.h"
 #include "indexer/Spending.h"
+#include "indexer/StatisticsFilter.h"
 
 #include <set>
 #include <string>
@@ -50,7 +50,8 @@ struct Statistics {
     std::array<Totals, providerNames.size()> byProvider;
 };
 
+/// From what a history holds, as far as the filter lets it through.
 [[nodiscard]] Statistics computeStatistics(
-    const Scan &scan, const PriceTable &prices, TimePoint now);
+    const History &history, const StatisticsFilter &filter, TimePoint now);
 
 } // namespace indexer

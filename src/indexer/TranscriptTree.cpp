@@ -3,18 +3,20 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <memory>
 #include <set>
 #include <string_view>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace indexer {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-using Identity = std::pair<dev_t, ino_t>;
 
 /// Where in the tree the walk stands.
 struct Place {
@@ -33,18 +35,25 @@ public:
     {
     }
 
-    void visit(const fs::path &path, Place place);
+    /// Takes what has a name in an open folder, or a whole path.
+    void visit(int folder, const std::string &name, Place place);
 
-    std::vector<fs::path> files;
+    std::vector<FoundFile> files;
 
 private:
-    void visitFolder(const fs::path &folder, Identity identity, Place place);
-    void visitFile(const fs::path &file, const struct stat &status, Place place);
-    static bool isLeftOut(const fs::path &folder, Place place);
+    using Identity = std::pair<std::uint64_t, std::uint64_t>;
+
+    void visitFolder(int descriptor, const FileIdentity &identity, Place place);
+    void visitFile(const std::string &name, const struct stat &status, Place place);
+    [[nodiscard]] std::vector<std::string> entriesOf(DIR *folder, Place place) const;
+    [[nodiscard]] bool isTranscript(std::string_view name, Place place) const;
+    static bool isLeftOut(std::string_view folder, Place place);
 
     Skips &m_skips;
     Name m_isWanted;
-    std::set<Identity> m_seen;
+    std::string m_path; // of the folder that the walk is in, with a slash behind it
+    std::set<Identity> m_seenFolders;
+    std::set<Identity> m_seenFiles;
     std::vector<Identity> m_above; // the folders that the walk is inside of
 };
 
@@ -80,116 +89,138 @@ bool isRolloutName(std::string_view name)
         && (name.ends_with(".jsonl") || name.ends_with(".jsonl.zst"));
 }
 
-void Walk::visit(const fs::path &path, Place place)
+void Walk::visit(int folder, const std::string &name, Place place)
 {
     struct stat status { };
-    if (::stat(path.c_str(), &status) != 0) {
+    if (::fstatat(folder, name.c_str(), &status, 0) != 0) {
         if (errno == ELOOP) {
             m_skips.add(FileSkip::Loop);
-        } else if (errno != ENOENT || m_isWanted(path.filename().native())) {
+        } else if (errno != ENOENT || m_isWanted(name)) {
             // Of what leads nowhere, only a transcript would be missed.
             m_skips.add(FileSkip::Unreadable);
         }
         return;
     }
-    if (S_ISDIR(status.st_mode)) {
-        if (!isLeftOut(path, place)) {
-            visitFolder(path, {status.st_dev, status.st_ino}, place);
-        }
+    if (!S_ISDIR(status.st_mode)) {
+        visitFile(name, status, place);
         return;
     }
-    visitFile(path, status, place);
+    if (isLeftOut(name, place)) {
+        return;
+    }
+    const int descriptor =
+        ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        m_skips.add(FileSkip::Unreadable);
+        return;
+    }
+    const std::size_t length = m_path.size();
+    m_path += name;
+    m_path += '/';
+    place.insideSubagents = place.insideSubagents || name == "subagents";
+    visitFolder(descriptor, FileIdentity::of(status), place);
+    m_path.resize(length);
 }
 
 /// What lies inside a project, but holds no conversation. A project itself may have any name.
-bool Walk::isLeftOut(const fs::path &folder, Place place)
+bool Walk::isLeftOut(std::string_view folder, Place place)
 {
-    const std::string name = folder.filename().native();
     return place.depth > 0
-        && ((place.depth > 1 && (name == "tool-results" || name == "memory"))
-            || name.find(".orphaned") != std::string::npos
-            || name.find(".superseded") != std::string::npos);
+        && ((place.depth > 1 && (folder == "tool-results" || folder == "memory"))
+            || folder.find(".orphaned") != std::string_view::npos
+            || folder.find(".superseded") != std::string_view::npos);
 }
 
-void Walk::visitFolder(const fs::path &folder, Identity identity, Place place)
+/// The descriptor is closed in the end.
+void Walk::visitFolder(int descriptor, const FileIdentity &identity, Place place)
 {
-    if (std::find(m_above.begin(), m_above.end(), identity) != m_above.end()) {
+    const Identity own(identity.device, identity.inode);
+    DIR *folder = ::fdopendir(descriptor);
+    if (folder == nullptr) {
+        ::close(descriptor);
+        m_skips.add(FileSkip::Unreadable);
+        return;
+    }
+    const std::unique_ptr<DIR, int (*)(DIR *)> closing(folder, ::closedir);
+    if (std::find(m_above.begin(), m_above.end(), own) != m_above.end()) {
         m_skips.add(FileSkip::Loop);
         return;
     }
-    if (!m_seen.insert(identity).second) {
+    if (!m_seenFolders.insert(own).second) {
         return;
     }
-    std::error_code error;
-    std::vector<fs::path> entries;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        entries.push_back(it->path());
-    }
-    if (error) {
-        m_skips.add(FileSkip::Unreadable);
-    }
-    std::sort(entries.begin(), entries.end(),
-        [](const fs::path &a, const fs::path &b) { return a.native() < b.native(); });
-
-    m_above.push_back(identity);
-    place.insideSubagents = place.insideSubagents || folder.filename() == "subagents";
     ++place.depth;
-    for (const fs::path &entry : entries) {
-        visit(entry, place);
+    m_above.push_back(own);
+    for (const std::string &name : entriesOf(folder, place)) {
+        visit(descriptor, name, place);
     }
     m_above.pop_back();
 }
 
-void Walk::visitFile(const fs::path &file, const struct stat &status, Place place)
+/// What has to be looked at, in the order of the names: of several links to one file, always the
+/// same is found.
+std::vector<std::string> Walk::entriesOf(DIR *folder, Place place) const
 {
-    const std::string name = file.filename().native();
-    if (!m_isWanted(name) || (place.insideSubagents && name == "journal.jsonl")) {
+    std::vector<std::string> entries;
+    errno = 0;
+    while (const dirent *entry = ::readdir(folder)) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != ".." && (entry->d_type != DT_REG || isTranscript(name, place))) {
+            entries.emplace_back(name);
+        }
+        errno = 0;
+    }
+    if (errno != 0) {
+        m_skips.add(FileSkip::Unreadable);
+    }
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+bool Walk::isTranscript(std::string_view name, Place place) const
+{
+    return m_isWanted(name) && !(place.insideSubagents && name == "journal.jsonl");
+}
+
+void Walk::visitFile(const std::string &name, const struct stat &status, Place place)
+{
+    if (!isTranscript(name, place)) {
         return;
     }
+    const FileIdentity identity = FileIdentity::of(status);
     if (!S_ISREG(status.st_mode)) {
         m_skips.add(FileSkip::NotRegular);
-    } else if (m_seen.insert({status.st_dev, status.st_ino}).second) {
-        files.push_back(file);
+    } else if (m_seenFiles.insert({identity.device, identity.inode}).second) {
+        files.push_back({m_path + name, identity});
     }
 }
 
 /// All files below some folders that `isWanted` by their names.
-std::vector<fs::path> findFiles(
+std::vector<FoundFile> findFiles(
     std::initializer_list<fs::path> folders, Walk::Name isWanted, Skips &skips)
 {
     Walk walk(skips, isWanted);
     for (const fs::path &folder : folders) {
         struct stat status { };
         if (::stat(folder.c_str(), &status) == 0) {
-            walk.visit(folder, {});
+            walk.visit(AT_FDCWD, folder.native(), {});
         } else if (errno != ENOENT && errno != ENOTDIR) {
             skips.add(FileSkip::Unreadable);
         }
     }
-    std::sort(walk.files.begin(), walk.files.end(),
-        [](const fs::path &a, const fs::path &b) { return a.native() < b.native(); });
     return std::move(walk.files);
 }
 
 } // namespace
 
-std::vector<fs::path> findTranscripts(const fs::path &projects, Skips &skips)
+std::vector<FoundFile> findTranscripts(const fs::path &projects, Skips &skips)
 {
     return findFiles({projects}, isTranscriptName, skips);
 }
 
-std::vector<fs::path> findRollouts(const fs::path &codex, Skips &skips)
+std::vector<FoundFile> findRollouts(const fs::path &codex, Skips &skips)
 {
-    std::vector<fs::path> files =
-        findFiles({codex / "sessions", codex / "archived_sessions"}, isRolloutName, skips);
-    std::set<std::string> plain;
-    for (const fs::path &file : files) {
-        plain.insert(file.filename());
-    }
-    std::erase_if(files, [&plain](const fs::path &file) {
-        return file.extension() == ".zst" && plain.contains(file.stem());
-    });
-    return files;
+    return findFiles({codex / "sessions", codex / "archived_sessions"}, isRolloutName, skips);
 }
 
 std::optional<std::string> whyUnreadable(

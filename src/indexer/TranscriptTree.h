@@ -1,5 +1,6 @@
 #pragma once
 
+#include "indexer/FileIdentity.h"
 #include "indexer/Skips.h"
 
 #include <filesystem>
@@ -10,14 +11,18 @@
 
 namespace indexer {
 
+struct FoundFile {
+    std::string path;
+    FileIdentity identity;
+};
+
 /// All transcripts below a projects folder, in an order that depends on their names only. Links
 /// are followed, but each folder and file is taken once. What cannot be read goes into `skips`.
-[[nodiscard]] std::vector<std::filesystem::path> findTranscripts(
+[[nodiscard]] std::vector<FoundFile> findTranscripts(
     const std::filesystem::path &projects, Skips &skips);
 
-/// All rollouts in Codex's folder, likewise. Of a rollout and its compressed copy, the former.
-[[nodiscard]] std::vector<std::filesystem::path> findRollouts(
-    const std::filesystem::path &codex, Skips &skips);
+/// All rollouts in Codex's folder, compressed ones too, likewise.
+[[nodiscard]] std::vector<FoundFile> findRollouts(const std::filesystem::path &codex, Skips &skips);
 
 /// Why a folder inside an assistant's own folder cannot be read, in words. That it is not there yet
 /// is no reason; that the assistant's folder itself is missing is none if it `mayBeMissing`.

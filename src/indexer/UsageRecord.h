@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexer/Moment.h"
+#include "indexer/Packed.h"
 #include "indexer/Provider.h"
 #include "indexer/TextPool.h"
 #include "indexer/Usage.h"
@@ -19,7 +20,16 @@ public:
     {
     }
 
+    [[nodiscard]] static Standing ofRank(std::uint64_t rank)
+    {
+        Standing standing;
+        standing.m_rank = rank;
+        return standing;
+    }
+
     [[nodiscard]] auto operator<=>(const Standing &) const = default;
+    [[nodiscard]] std::uint64_t rank() const { return m_rank; } // for the history
+    [[nodiscard]] bool isForked() const { return (m_rank & forkedBit) != 0; }
     [[nodiscard]] TimePoint time() const
     {
         return TimePoint(TimePoint::duration(static_cast<std::int64_t>(m_rank & ~forkedBit)));
@@ -44,7 +54,6 @@ struct UsageRecord {
     Told session;
     Told model;
     Told folder; // the working directory
-    TextId request = 0;
     Speed speed = Speed::Standard;
     ServiceTier tier = ServiceTier::Standard;
     Ending ending = Ending::Untold;
@@ -56,5 +65,13 @@ struct UsageRecord {
     /// A subagent's answer whose last line was never written: its output is known too low.
     [[nodiscard]] bool isIncomplete() const { return isSidechain && ending == Ending::Open; }
 };
+
+/// Puts together what two files, or two lines, tell of one answer; which comes first does not
+/// matter. The texts are those of `names`.
+void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names);
+
+/// For the history, which keeps all but the folder of Claude's answers.
+void pack(PackedWriter &writer, const UsageRecord &record);
+[[nodiscard]] UsageRecord unpackUsageRecord(std::string_view bytes);
 
 } // namespace indexer

@@ -1,0 +1,177 @@
+#include "indexer/Database.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace indexer {
+
+namespace {
+
+constexpr mode_t forTheUserAlone = 0600;
+
+/// What went wrong in words: where the system failed, its own.
+std::string words(sqlite3 *connection, int code)
+{
+    const int error = connection == nullptr ? 0 : sqlite3_system_errno(connection);
+    const bool isOfTheSystem = (code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_CANTOPEN;
+    if (isOfTheSystem && error != 0) {
+        return std::strerror(error);
+    }
+    return connection == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(connection);
+}
+
+} // namespace
+
+Database::Database(const std::filesystem::path &file)
+{
+    if (!file.empty()) {
+        // Made here, because SQLite would let everyone read what it makes.
+        const int made = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, forTheUserAlone);
+        if (made < 0) {
+            m_problem = std::strerror(errno);
+            return;
+        }
+        ::close(made);
+    }
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const std::string name = file.empty() ? ":memory:" : file.native();
+    const int code = sqlite3_open_v2(name.c_str(), &m_connection, flags, nullptr);
+    if (m_connection != nullptr) {
+        sqlite3_extended_result_codes(m_connection, 1);
+    }
+    static_cast<void>(check(code));
+}
+
+Database::~Database()
+{
+    sqlite3_close(m_connection);
+}
+
+bool Database::check(int code)
+{
+    if (code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW) {
+        return true;
+    }
+    if (!m_problem) {
+        m_problem = words(m_connection, code);
+        const int kind = code & 0xFF;
+        m_isDamaged = kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB;
+    }
+    return false;
+}
+
+void Database::setDamaged()
+{
+    if (!m_problem) {
+        m_problem = "it is damaged";
+        m_isDamaged = true;
+    }
+}
+
+std::int64_t Database::changes() const
+{
+    return m_connection == nullptr ? 0 : sqlite3_changes64(m_connection);
+}
+
+void Database::run(const std::string &sql)
+{
+    if (!m_problem) {
+        static_cast<void>(
+            check(sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, nullptr)));
+    }
+}
+
+std::int64_t Database::number(const std::string &sql)
+{
+    Statement statement(*this, sql);
+    return statement.next() ? statement.number(0) : 0;
+}
+
+Statement::Statement(Database &database, std::string_view sql)
+    : m_database(database)
+{
+    if (!m_database.m_problem) {
+        static_cast<void>(m_database.check(sqlite3_prepare_v3(m_database.m_connection, sql.data(),
+            static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr)));
+    }
+}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+bool Statement::next()
+{
+    if (m_statement == nullptr || m_database.m_problem) {
+        return false;
+    }
+    const int code = sqlite3_step(m_statement);
+    if (code == SQLITE_ROW) {
+        return true;
+    }
+    static_cast<void>(m_database.check(code));
+    sqlite3_reset(m_statement);
+    return false;
+}
+
+void Statement::run()
+{
+    while (next()) { }
+}
+
+std::int64_t Statement::number(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+std::string_view Statement::bytes(int column) const
+{
+    const void *bytes = sqlite3_column_blob(m_statement, column);
+    const int size = sqlite3_column_bytes(m_statement, column);
+    return bytes == nullptr
+        ? std::string_view {}
+        : std::string_view(static_cast<const char *>(bytes), static_cast<std::size_t>(size));
+}
+
+void Statement::put(int place, std::string_view bytes)
+{
+    if (m_statement != nullptr) {
+        static_cast<void>(m_database.check(sqlite3_bind_blob64(
+            m_statement, place, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC)));
+    }
+}
+
+void Statement::putNumber(int place, std::int64_t value)
+{
+    if (m_statement != nullptr) {
+        static_cast<void>(m_database.check(sqlite3_bind_int64(m_statement, place, value)));
+    }
+}
+
+Transaction::Transaction(Database &database)
+    : m_database(database)
+{
+    m_database.run("BEGIN IMMEDIATE");
+}
+
+Transaction::~Transaction()
+{
+    if (m_isOpen && m_database.m_connection != nullptr) {
+        // Also after a failure, which the database itself may have rolled back already.
+        sqlite3_exec(m_database.m_connection, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+void Transaction::commit()
+{
+    m_database.run("COMMIT");
+    m_isOpen = m_database.problem().has_value();
+}
+
+} // namespace indexer

@@ -1,0 +1,38 @@
+#include "indexer/FactTable.h"
+
+#include <charconv>
+
+namespace indexer {
+
+std::int64_t FactTable::number(std::string_view name) const
+{
+    const std::string digits = text(name);
+    std::int64_t value = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return value;
+}
+
+std::string FactTable::text(std::string_view name) const
+{
+    Statement rows(m_database, "SELECT value FROM fact WHERE name = CAST(? AS TEXT)");
+    rows.bind(name);
+    std::string value;
+    while (rows.next()) {
+        value = rows.bytes(0);
+    }
+    return value;
+}
+
+void FactTable::set(std::string_view name, std::int64_t value)
+{
+    set(name, std::string_view(std::to_string(value)));
+}
+
+void FactTable::set(std::string_view name, std::string_view value)
+{
+    Statement replacement(
+        m_database, "INSERT OR REPLACE INTO fact (name, value) VALUES (CAST(? AS TEXT), ?)");
+    replacement.bind(name, value).run();
+}
+
+} // namespace indexer

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "indexer/Database.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace indexer {
+
+/// Single facts that the history keeps by name.
+class FactTable final {
+public:
+    explicit FactTable(Database &database)
+        : m_database(database)
+    {
+    }
+
+    /// 0 for what was never told.
+    [[nodiscard]] std::int64_t number(std::string_view name) const;
+    /// Empty likewise.
+    [[nodiscard]] std::string text(std::string_view name) const;
+
+    void set(std::string_view name, std::int64_t value);
+    void set(std::string_view name, std::string_view value);
+
+private:
+    Database &m_database;
+};
+
+} // namespace indexer

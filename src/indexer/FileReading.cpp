@@ -1,0 +1,115 @@
+#include "indexer/FileReading.h"
+
+#include "indexer/RolloutReader.h"
+#include "indexer/TranscriptReader.h"
+
+namespace indexer {
+
+namespace {
+
+/// A piece of so many answers or sessions is handed over, so that a file of any size takes no more
+/// memory.
+constexpr std::size_t mostInPiece = 20'000;
+
+} // namespace
+
+FileReading::FileReading(TimePoint now, LongLineParsers &longLines, Take take)
+    : m_now(now)
+    , m_longLines(longLines)
+    , m_take(std::move(take))
+{
+}
+
+std::optional<FileSkip> FileReading::read(const FileTask &task)
+{
+    if (const auto problem = m_reader.open(task.path)) {
+        return problem;
+    }
+    FilePiece piece {.file = task.file, .isFresh = !goOn(task)};
+    const bool isRead = task.provider == Provider::Codex ? readRollout(task, std::move(piece))
+                                                         : readTranscript(std::move(piece));
+    return isRead && !m_reader.failed() ? std::nullopt : std::optional(FileSkip::Unreadable);
+}
+
+/// Goes to where an earlier run stopped if the bytes up to there are still the same.
+bool FileReading::goOn(const FileTask &task)
+{
+    const ByteSource &source = m_reader.source();
+    return task.from && task.path.extension() != ".zst"
+        && source.identity().isSameFile(task.from->identity)
+        && source.identity().size >= task.from->identity.size
+        && source.guardBefore(task.from->place) == task.from->guard
+        && m_reader.skipTo(task.from->place);
+}
+
+bool FileReading::readTranscript(FilePiece piece)
+{
+    const std::int64_t file = piece.file;
+    for (bool isWhole = false; !isWhole;) {
+        TranscriptPiece told;
+        TranscriptReader reader(told, m_now);
+        TranscriptLine line;
+        isWhole = eachLine(line, told.skips, [&] {
+            reader.add(line);
+            return told.answers.size() < mostInPiece && told.names.size() < mostInPiece;
+        });
+        piece.skips = told.skips;
+        piece.again = told.again;
+        piece.told = std::move(told);
+        if (!hand(std::move(piece), isWhole)) {
+            return true;
+        }
+        piece = FilePiece {.file = file};
+    }
+    return true;
+}
+
+bool FileReading::readRollout(const FileTask &, FilePiece)
+{
+    return true;
+}
+
+/// A file that was not read to its end must not look like one that was: the run may end here.
+bool FileReading::hand(FilePiece piece, bool isLast)
+{
+    const std::uint64_t place = m_reader.place();
+    piece.mark = {
+        m_reader.source().identity(), place, m_reader.source().guardBefore(place).value_or(0)};
+    if (!isLast) {
+        piece.mark.identity.size = place;
+        piece.mark.identity.modified = 0;
+    }
+    return m_take(std::move(piece));
+}
+
+/// Calls `add()` for each line that matters, as it stands in `line` then, until it has enough: then
+/// the file is not read to its end, and the result is false.
+template <typename Line, typename Add> bool FileReading::eachLine(Line &line, Skips &skips, Add add)
+{
+    const std::size_t overlong = m_reader.overlong();
+    bool hasRoom = true;
+    const auto take = [&](LineParsers &parsers, std::string_view text) {
+        const LineOutcome outcome = parsers.parse(text, line);
+        if (outcome == LineOutcome::Parsed) {
+            hasRoom = add();
+        } else if (outcome == LineOutcome::NotJson) {
+            skips.add(LineSkip::NotJson);
+        }
+    };
+    while (hasRoom) {
+        const auto text = m_reader.next();
+        if (!text) {
+            break;
+        }
+        if (text->size() <= LongLineParsers::beyond) {
+            take(m_parsers, *text);
+        } else {
+            const std::lock_guard guard(m_longLines.lock);
+            take(m_longLines.parsers, *text);
+        }
+    }
+    skips.add(LineSkip::TooLong, m_reader.overlong() - overlong);
+    return hasRoom;
+}
+
+} // namespace indexer

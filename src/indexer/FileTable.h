@@ -1,0 +1,46 @@
+#pragma once
+
+#include "indexer/Database.h"
+#include "indexer/FileTask.h"
+
+#include <vector>
+
+namespace indexer {
+
+/// A file that the history knows.
+struct KnownFile {
+    std::int64_t id = 0;
+    Provider provider = Provider::Claude;
+    std::string path;
+    ReadMark mark;
+    std::optional<TimePoint> again; // when it is to be read anew
+    bool isGone = false;
+};
+
+/// The files of the history.
+class FileTable final {
+public:
+    explicit FileTable(Database &database);
+
+    [[nodiscard]] std::vector<KnownFile> all() const;
+    [[nodiscard]] std::string path(std::int64_t id);
+    /// What was left out of all files.
+    [[nodiscard]] Skips skips() const;
+
+    /// Takes up a file of which nothing was read yet, and gives it a number.
+    [[nodiscard]] std::int64_t add(Provider provider, const std::string &path);
+    /// Notes how far a piece went.
+    void mark(const FilePiece &piece);
+    void move(std::int64_t id, const std::string &path);
+    void setGone(std::int64_t id, bool isGone);
+    /// Has a file be taken for unchanged as long as it looks like this.
+    void setIdentity(std::int64_t id, const FileIdentity &identity);
+
+private:
+    Database &m_database;
+    Statement m_path;
+    Statement m_before;
+    Statement m_mark;
+};
+
+} // namespace indexer

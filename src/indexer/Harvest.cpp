@@ -1,0 +1,181 @@
+#include "indexer/Harvest.h"
+
+#include "indexer/FileReading.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace indexer {
+
+namespace {
+
+/// Less is read sooner than threads are started.
+constexpr std::uint64_t worthThreads = std::uint64_t {4} << 20U;
+/// Each has its buffers, and more do not read faster from one disk.
+constexpr unsigned mostThreads = 4;
+/// So many pieces may wait; who is ahead of the taker waits too.
+constexpr std::size_t mostWaiting = 4;
+constexpr std::chrono::milliseconds betweenTellings {100};
+
+std::uint64_t bytesOf(const FileTask &task)
+{
+    const std::uint64_t done = task.from ? task.from->place : 0;
+    return task.size > done ? task.size - done : 0;
+}
+
+std::uint64_t bytesOf(const std::vector<FileTask> &tasks)
+{
+    std::uint64_t sum = 0;
+    for (const FileTask &task : tasks) {
+        sum += bytesOf(task);
+    }
+    return sum;
+}
+
+/// Pieces on their way from the reading threads to the one that takes them.
+class Belt final {
+public:
+    explicit Belt(unsigned readers)
+        : m_readers(readers)
+    {
+    }
+
+    /// Waits while there is no room; false when nobody wants any more.
+    [[nodiscard]] bool put(FilePiece &&piece)
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_isClosed || m_pieces.size() < mostWaiting; });
+        if (m_isClosed) {
+            return false;
+        }
+        m_pieces.push_back(std::move(piece));
+        m_changed.notify_all();
+        return true;
+    }
+    /// A reader has ended.
+    void leave()
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_readers;
+        m_changed.notify_all();
+    }
+    void close()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = true;
+        m_changed.notify_all();
+    }
+    /// Waits a moment; nothing when there was none, or will be none.
+    [[nodiscard]] std::optional<FilePiece> take()
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_for(
+            lock, betweenTellings, [this] { return !m_pieces.empty() || m_readers == 0; });
+        if (m_pieces.empty()) {
+            return std::nullopt;
+        }
+        FilePiece piece = std::move(m_pieces.front());
+        m_pieces.pop_front();
+        m_changed.notify_all();
+        return piece;
+    }
+    [[nodiscard]] bool isDone()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_pieces.empty() && m_readers == 0;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<FilePiece> m_pieces;
+    unsigned m_readers;
+    bool m_isClosed = false;
+};
+
+} // namespace
+
+Harvest::Harvest(TimePoint now, ProgressTold progress)
+    : m_now(now)
+    , m_progress(std::move(progress))
+{
+}
+
+void Harvest::read(const std::vector<FileTask> &tasks, const Take &take)
+{
+    if (tasks.size() < 2 || bytesOf(tasks) < worthThreads) {
+        readAlone(tasks, take);
+    } else {
+        readTogether(tasks, take);
+    }
+}
+
+void Harvest::tell(std::uint64_t done, std::uint64_t all) const
+{
+    if (m_progress) {
+        m_progress(done, all);
+    }
+}
+
+void Harvest::readAlone(const std::vector<FileTask> &tasks, const Take &take)
+{
+    LongLineParsers longLines;
+    bool isWanted = true;
+    FileReading reading(m_now, longLines, [&](FilePiece &&piece) {
+        isWanted = take(std::move(piece));
+        return isWanted;
+    });
+    const std::uint64_t all = bytesOf(tasks);
+    std::uint64_t done = 0;
+    for (auto task = tasks.begin(); task != tasks.end() && isWanted; ++task) {
+        if (const auto problem = reading.read(*task)) {
+            m_skips.add(*problem);
+        }
+        done += bytesOf(*task);
+        tell(done, all);
+    }
+}
+
+void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
+{
+    const unsigned readers = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads);
+    LongLineParsers longLines;
+    Belt belt(readers);
+    std::atomic<std::size_t> next {0};
+    std::atomic<std::uint64_t> done {0};
+    std::vector<Skips> skips(readers);
+    const auto work = [&](Skips &own) {
+        FileReading reading(
+            m_now, longLines, [&](FilePiece &&piece) { return belt.put(std::move(piece)); });
+        for (std::size_t i = next++; i < tasks.size(); i = next++) {
+            if (const auto problem = reading.read(tasks[i])) {
+                own.add(*problem);
+            }
+            done += bytesOf(tasks[i]);
+        }
+        belt.leave();
+    };
+    std::vector<std::jthread> threads;
+    for (Skips &own : skips) {
+        threads.emplace_back(work, std::ref(own));
+    }
+    const std::uint64_t all = bytesOf(tasks);
+    while (!belt.isDone()) {
+        auto piece = belt.take();
+        if (piece && !take(std::move(*piece))) {
+            next = tasks.size();
+            belt.close();
+        }
+        tell(done, all);
+    }
+    threads.clear(); // waits for them
+    for (const Skips &own : skips) {
+        m_skips.add(own);
+    }
+}
+
+} // namespace indexer

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "indexer/Database.h"
+#include "indexer/HistoryUpdate.h"
+#include "indexer/Sums.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace indexer {
+
+/// All that the transcripts ever told, kept when they are gone. One program at a time may have a
+/// history open.
+class History final {
+public:
+    /// Opens the history in a folder, or makes one; waits for other programs to be done with it. A
+    /// damaged one is kept beside the new one, and what is in it that transcripts no longer tell is
+    /// lost to the statistics. See `problem` for what went wrong.
+    explicit History(const std::filesystem::path &folder);
+    /// A history that nobody keeps.
+    History();
+    ~History();
+    History(const History &) = delete;
+    History &operator=(const History &) = delete;
+
+    /// Why the history cannot be used, with its name, if so.
+    [[nodiscard]] std::optional<std::string> problem() const;
+    /// Something that the user ought to know, whole sentences; empty most often.
+    [[nodiscard]] const std::string &remark() const { return m_remark; }
+    [[nodiscard]] const Skips &skips() const { return m_skips; }
+    [[nodiscard]] Database &database() const { return *m_database; }
+    /// How many transcripts were there at the last update.
+    [[nodiscard]] std::size_t files() const { return m_files; }
+    /// Looks through the whole database.
+    [[nodiscard]] bool isSound() const;
+
+    /// Brings it up to date; true when it is not as it was.
+    bool update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
+        const ProgressTold &progress = {});
+
+private:
+    [[nodiscard]] bool lock(const std::filesystem::path &folder);
+    void open();
+    void check(TimePoint now);
+    void setAside();
+
+    std::filesystem::path m_file; // empty for one in memory
+    std::unique_ptr<Database> m_database;
+    std::optional<std::string> m_problem;
+    std::string m_remark;
+    Skips m_skips;
+    std::size_t m_files = 0;
+    int m_lock = -1;
+};
+
+} // namespace indexer

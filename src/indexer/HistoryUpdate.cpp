@@ -1,0 +1,138 @@
+#include "indexer/HistoryUpdate.h"
+
+#include "indexer/PieceStore.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace indexer {
+
+namespace {
+
+/// With more to read, sums are made once, from all that there is.
+constexpr std::uint64_t muchToRead = std::uint64_t {16} << 20U;
+
+/// To be raised when lines are read by other rules: then all files are read again.
+constexpr std::int64_t readingRules = 1;
+constexpr std::string_view rulesFact = "reading rules";
+/// To be raised when answers are summed by other rules.
+constexpr int summingRules = 1;
+
+std::filesystem::path wholePath(const std::filesystem::path &path)
+{
+    std::error_code error;
+    const auto whole = std::filesystem::absolute(path, error);
+    return (error ? path : whole).lexically_normal();
+}
+
+std::uint64_t bytesOf(const std::vector<FileTask> &tasks)
+{
+    std::uint64_t bytes = 0;
+    for (const FileTask &task : tasks) {
+        bytes += task.size - std::min(task.size, task.from ? task.from->place : 0);
+    }
+    return bytes;
+}
+
+} // namespace
+
+HistoryUpdate::HistoryUpdate(Database &database, const PriceTable &prices, TimePoint now)
+    : m_database(database)
+    , m_prices(prices)
+    , m_now(now)
+    , m_facts(database)
+    , m_fileTable(database)
+{
+}
+
+bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progress)
+{
+    std::vector<KnownFile> known = m_fileTable.all();
+    const bool isReadByTheseRules = m_facts.number(rulesFact) == readingRules;
+    for (KnownFile &file : known) {
+        file.again = isReadByTheseRules ? file.again : TimePoint {};
+    }
+    const ReadPlan plan = planReading(known, find(folders), m_now);
+    const std::string version = sumsVersion();
+    const bool isCurrent = isReadByTheseRules && m_facts.text(sumsFact) == version;
+    if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
+        return false;
+    }
+    const std::vector<FileTask> toRead = tasks(plan);
+    const SumUpkeep upkeep =
+        isCurrent && bytesOf(toRead) < muchToRead ? SumUpkeep::WithEachBatch : SumUpkeep::AtTheEnd;
+    noteMoves(plan);
+    PieceStore store(m_database, m_prices, plan);
+    for (const auto &[file, path] : plan.moved) {
+        store.addMoved(file->id);
+    }
+    Harvest harvest(m_now, progress);
+    harvest.read(toRead, [&](FilePiece &&piece) {
+        m_skips.add(piece.skips);
+        return store.add(std::move(piece), upkeep);
+    });
+    m_skips.add(harvest.skips());
+    store.flush(upkeep);
+    if (upkeep == SumUpkeep::AtTheEnd) {
+        store.rebuildSums(version);
+    }
+    m_facts.set(rulesFact, readingRules);
+    m_facts.set("last run", m_now.time_since_epoch().count());
+    return true;
+}
+
+/// What the sums are made by, besides the answers.
+std::string HistoryUpdate::sumsVersion() const
+{
+    return fmt::format("{} {:x} {:x}", summingRules, m_prices.hash(), calendarHash(m_now));
+}
+
+std::vector<FoundFiles> HistoryUpdate::find(const SourceFolders &folders)
+{
+    const std::filesystem::path claude = wholePath(folders.claude) / "projects";
+    const std::filesystem::path codex = wholePath(folders.codex);
+    std::vector<FoundFiles> found {
+        {Provider::Claude, {claude.native()}, findTranscripts(claude, m_skips)},
+        {Provider::Codex, {(codex / "sessions").native(), (codex / "archived_sessions").native()},
+            findRollouts(codex, m_skips)}};
+    for (const FoundFiles &each : found) {
+        m_files += each.files.size();
+    }
+    return found;
+}
+
+std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan) const
+{
+    std::vector<FileTask> tasks;
+    for (const PlannedFile &file : plan.files) {
+        FileTask &task = tasks.emplace_back();
+        task.file = static_cast<std::int64_t>(tasks.size()) - 1;
+        task.provider = file.provider;
+        task.path = file.found.path;
+        task.size = file.found.identity.size;
+        if (file.known != nullptr && !file.isFromStart) {
+            task.from = file.known->mark;
+        }
+    }
+    return tasks;
+}
+
+void HistoryUpdate::noteMoves(const ReadPlan &plan)
+{
+    if (plan.moved.empty() && plan.gone.empty() && plan.back.empty()) {
+        return;
+    }
+    Transaction transaction(m_database);
+    for (const auto &[file, path] : plan.moved) {
+        m_fileTable.move(file->id, path);
+    }
+    for (const KnownFile *file : plan.gone) {
+        m_fileTable.setGone(file->id, true);
+    }
+    for (const KnownFile *file : plan.back) {
+        m_fileTable.setGone(file->id, false);
+    }
+    transaction.commit();
+}
+
+} // namespace indexer

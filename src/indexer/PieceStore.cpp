@@ -1,0 +1,188 @@
+#include "indexer/PieceStore.h"
+
+#include <algorithm>
+
+namespace indexer {
+
+namespace {
+
+/// So many answers go into one transaction: enough to be quick, few enough for the memory.
+constexpr std::size_t mostWaiting = 100'000;
+constexpr std::size_t mostPieces = 2000;
+
+} // namespace
+
+PieceStore::PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan)
+    : m_database(database)
+    , m_plan(plan)
+    , m_ids(plan.files.size())
+    , m_facts(database)
+    , m_files(database)
+    , m_nameTable(database)
+    , m_answers(database, m_nameTable.names())
+    , m_sessions(database, m_nameTable.names())
+    , m_sumTable(database)
+    , m_sums(prices, m_nameTable.names())
+{
+    std::ranges::transform(plan.files, m_ids.begin(),
+        [](const PlannedFile &file) { return file.known == nullptr ? 0 : file.known->id; });
+}
+
+bool PieceStore::add(FilePiece &&piece, SumUpkeep upkeep)
+{
+    const auto *told = std::get_if<TranscriptPiece>(&piece.told);
+    m_waiting += told == nullptr ? 0 : told->answers.size();
+    m_pieces.push_back(std::move(piece));
+    if (m_waiting > mostWaiting || m_pieces.size() > mostPieces) {
+        flush(upkeep);
+    }
+    return !m_database.problem();
+}
+
+void PieceStore::flush(SumUpkeep upkeep)
+{
+    if (m_pieces.empty() && m_touchedSessions.empty()) {
+        return;
+    }
+    Transaction transaction(m_database);
+    for (FilePiece &piece : m_pieces) {
+        resolve(piece);
+    }
+    forget();
+    for (FilePiece &piece : m_pieces) {
+        collect(piece);
+        m_files.mark(piece);
+    }
+    m_nameTable.save();
+    store(upkeep);
+    transaction.commit();
+    m_pieces.clear();
+    m_rows.clear();
+    m_outdated.clear();
+    m_replaced.clear();
+    m_waiting = 0;
+}
+
+/// Gives a file its number, and notes whether it told something before that holds no more.
+void PieceStore::resolve(FilePiece &piece)
+{
+    const auto number = static_cast<std::size_t>(piece.file);
+    const PlannedFile &planned = m_plan.files[number];
+    std::int64_t &id = m_ids[number];
+    if (id == 0) {
+        id = m_files.add(planned.provider, planned.found.path);
+    }
+    piece.file = id;
+    if (piece.isFresh && planned.known != nullptr) {
+        m_replaced.insert(id);
+    }
+}
+
+void PieceStore::forget()
+{
+    if (m_replaced.empty()) {
+        return;
+    }
+    m_outdated = m_answers.placesOf(m_replaced);
+    for (const std::int64_t file : m_replaced) {
+        m_touchedSessions.merge(m_sessions.sessionsOf(file));
+        m_hasNewSummaries = m_sessions.remove(file) || m_hasNewSummaries;
+    }
+}
+
+void PieceStore::collect(FilePiece &piece)
+{
+    auto *told = std::get_if<TranscriptPiece>(&piece.told);
+    if (told == nullptr) {
+        return;
+    }
+    std::vector<TextId> ids(told->names.size());
+    for (TextId id = 1; id < ids.size(); ++id) {
+        ids[id] = m_nameTable.names().add(told->names.text(id));
+    }
+    for (Answer &answer : told->answers) {
+        answer.record.session.text = ids[answer.record.session.text];
+        answer.record.model.text = ids[answer.record.model.text];
+        m_rows.push_back({piece.file, answer});
+    }
+    for (auto &[session, facts] : told->sessions) {
+        m_touchedSessions.insert(ids[session]);
+        m_sessions.append(piece.file, ids[session], std::move(facts));
+    }
+    m_sessions.addSummaries(piece.file, told->summaries);
+    m_hasNewSummaries = m_hasNewSummaries || !told->summaries.empty();
+}
+
+std::vector<std::uint64_t> PieceStore::touchedMessages() const
+{
+    std::vector<std::uint64_t> messages;
+    for (const AnswerTable::Row &row : m_rows) {
+        messages.push_back(row.answer.key.message);
+    }
+    for (const AnswerTable::Place &place : m_outdated) {
+        messages.push_back(place.key.message);
+    }
+    std::ranges::sort(messages);
+    const auto [first, last] = std::ranges::unique(messages);
+    messages.erase(first, last);
+    return messages;
+}
+
+void PieceStore::store(SumUpkeep upkeep)
+{
+    const bool isSummedNow = upkeep == SumUpkeep::WithEachBatch;
+    const std::vector<std::uint64_t> touched =
+        isSummedNow ? touchedMessages() : std::vector<std::uint64_t> {};
+    for (const std::uint64_t message : touched) {
+        m_answers.visit(message, [this](const UsageRecord &record) { m_sums.takeAway(record); });
+    }
+    m_answers.remove(m_outdated);
+    // Signed, as the table orders them.
+    std::ranges::sort(m_rows, {}, [](const AnswerTable::Row &row) {
+        return std::make_pair(static_cast<std::int64_t>(row.answer.key.message),
+            static_cast<std::int64_t>(row.answer.key.request));
+    });
+    m_answers.put(m_rows);
+    for (const std::uint64_t message : touched) {
+        m_answers.visit(message, [this](const UsageRecord &record) { m_sums.add(record); });
+    }
+    if (!isSummedNow) {
+        m_facts.set(sumsFact, "outdated");
+        return;
+    }
+    m_sumTable.change(m_sums.all());
+    m_sums.clear();
+    showSessions();
+}
+
+void PieceStore::showSessions()
+{
+    if (m_hasNewSummaries) {
+        m_sessions.showAllAgain();
+    } else {
+        m_sessions.showAgain(m_touchedSessions);
+    }
+    m_touchedSessions.clear();
+    m_hasNewSummaries = false;
+}
+
+void PieceStore::rebuildSums(const std::string &version)
+{
+    m_sums.clear();
+    m_answers.visitAll([this](const UsageRecord &record) { m_sums.add(record); });
+    Transaction transaction(m_database);
+    m_sumTable.clear();
+    m_sumTable.change(m_sums.all());
+    m_sessions.showAllAgain();
+    m_facts.set(sumsFact, version);
+    transaction.commit();
+    m_sums.clear();
+}
+
+void PieceStore::addMoved(std::int64_t file)
+{
+    m_touchedSessions.merge(m_sessions.sessionsOf(file));
+    m_hasNewSummaries = true;
+}
+
+} // namespace indexer

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "indexer/AnswerTable.h"
+#include "indexer/FactTable.h"
+#include "indexer/FileTable.h"
+#include "indexer/NameTable.h"
+#include "indexer/ReadPlan.h"
+#include "indexer/SessionTable.h"
+#include "indexer/SumTable.h"
+
+#include <set>
+#include <vector>
+
+namespace indexer {
+
+/// The fact that tells by what the sums were made, if they are not outdated.
+constexpr std::string_view sumsFact = "sums";
+
+/// How the sums follow when pieces are stored.
+enum class SumUpkeep {
+    WithEachBatch, // best for few pieces
+    AtTheEnd       // best for many
+};
+
+/// Puts what was read into the history, many pieces in one transaction.
+class PieceStore final {
+public:
+    PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan);
+
+    /// Takes a piece, whose file is the number of one in the plan; false after a failure.
+    bool add(FilePiece &&piece, SumUpkeep upkeep);
+    /// Stores what is waiting.
+    void flush(SumUpkeep upkeep);
+    /// Makes all sums anew from what was stored. `version` tells what they are made by.
+    void rebuildSums(const std::string &version);
+    /// Has sessions whose files have new paths be shown anew.
+    void addMoved(std::int64_t file);
+
+private:
+    void resolve(FilePiece &piece);
+    void collect(FilePiece &piece);
+    void collectSessions(std::int64_t file, TranscriptPiece &told, const std::vector<TextId> &ids);
+    void forget();
+    void store(SumUpkeep upkeep);
+    void showSessions();
+    [[nodiscard]] std::vector<std::uint64_t> touchedMessages() const;
+
+    Database &m_database;
+    const ReadPlan &m_plan;
+    std::vector<std::int64_t> m_ids; // of the plan's files, 0 for those without one yet
+    FactTable m_facts;
+    FileTable m_files;
+    NameTable m_nameTable;
+    AnswerTable m_answers;
+    SessionTable m_sessions;
+    SumTable m_sumTable;
+    Sums m_sums;
+
+    // What waits to be stored.
+    std::vector<FilePiece> m_pieces;
+    std::size_t m_waiting = 0; // answers in them
+    // While it is being stored.
+    std::vector<AnswerTable::Row> m_rows;
+    std::vector<AnswerTable::Place> m_outdated;
+    std::set<std::int64_t> m_replaced; // files
+    std::set<TextId> m_touchedSessions;
+    bool m_hasNewSummaries = false;
+};
+
+} // namespace indexer

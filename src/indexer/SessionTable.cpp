@@ -1,0 +1,132 @@
+#include "indexer/SessionTable.h"
+
+#include <optional>
+
+namespace indexer {
+
+SessionTable::SessionTable(Database &database, const TextPool &names)
+    : m_database(database)
+    , m_names(names)
+    , m_part(database, "SELECT told FROM session_part WHERE session = ? AND file = ?")
+    , m_partReplacement(
+          database, "INSERT OR REPLACE INTO session_part (session, file, told) VALUES (?, ?, ?)")
+    , m_faceReplacement(database,
+          "INSERT OR REPLACE INTO session (provider, session, title, folder, end)"
+          " VALUES (?, ?, ?, ?, ?)")
+{
+}
+
+void SessionTable::visitAll(Database &database, const Visit &visit)
+{
+    Statement rows(database, "SELECT provider, session, title, folder, end FROM session");
+    while (rows.next()) {
+        visit(static_cast<Provider>(rows.number(0)), static_cast<TextId>(rows.number(1)),
+            {std::string(rows.bytes(2)), std::string(rows.bytes(3)),
+                TimePoint(TimePoint::duration(rows.number(4)))});
+    }
+}
+
+std::set<TextId> SessionTable::sessionsOf(std::int64_t file) const
+{
+    std::set<TextId> sessions;
+    Statement rows(m_database, "SELECT session FROM session_part WHERE file = ?");
+    rows.bind(file);
+    while (rows.next()) {
+        sessions.insert(static_cast<TextId>(rows.number(0)));
+    }
+    return sessions;
+}
+
+void SessionTable::append(std::int64_t file, TextId session, SessionFacts facts)
+{
+    m_part.bind(session, file);
+    std::optional<SessionFacts> before;
+    while (m_part.next()) {
+        before = unpackSessionFacts(m_part.bytes(0));
+    }
+    if (before) {
+        before->append(std::move(facts));
+    }
+    PackedWriter writer;
+    pack(writer, before ? *before : facts);
+    m_partReplacement.bind(session, file, std::string_view(writer.bytes())).run();
+}
+
+void SessionTable::addSummaries(
+    std::int64_t file, const std::map<std::uint64_t, std::string> &summaries)
+{
+    Statement replacement(
+        m_database, "INSERT OR REPLACE INTO summary (leaf, file, title) VALUES (?, ?, ?)");
+    for (const auto &[leaf, title] : summaries) {
+        replacement.bind(leaf, file, std::string_view(title)).run();
+    }
+}
+
+bool SessionTable::remove(std::int64_t file)
+{
+    Statement parts(m_database, "DELETE FROM session_part WHERE file = ?");
+    parts.bind(file).run();
+    Statement summaries(m_database, "DELETE FROM summary WHERE file = ?");
+    summaries.bind(file).run();
+    return m_database.changes() > 0;
+}
+
+void SessionTable::show(Provider provider, TextId session, const SessionFace &face)
+{
+    m_faceReplacement.bind(static_cast<int>(provider), session, std::string_view(face.title),
+        std::string_view(face.folder), face.end.time_since_epoch().count());
+    m_faceReplacement.run();
+}
+
+void SessionTable::hide(Provider provider, TextId session)
+{
+    Statement removal(m_database, "DELETE FROM session WHERE provider = ? AND session = ?");
+    removal.bind(static_cast<int>(provider), session).run();
+}
+
+void SessionTable::showAgain(const std::set<TextId> &sessions)
+{
+    const Summaries known = summaries();
+    Statement parts(m_database,
+        "SELECT told, path FROM session_part JOIN file ON file.id = file WHERE session = ?");
+    for (const TextId session : sessions) {
+        SessionMerge merged(m_names.text(session));
+        parts.bind(session);
+        bool hasAny = false;
+        while (parts.next()) {
+            merged.add(unpackSessionFacts(parts.bytes(0)), parts.bytes(1));
+            hasAny = true;
+        }
+        if (hasAny) {
+            show(Provider::Claude, session, merged.face(known));
+        } else {
+            hide(Provider::Claude, session);
+        }
+    }
+}
+
+void SessionTable::showAllAgain()
+{
+    std::set<TextId> sessions;
+    Statement rows(m_database, "SELECT DISTINCT session FROM session_part");
+    while (rows.next()) {
+        sessions.insert(static_cast<TextId>(rows.number(0)));
+    }
+    m_database.run("DELETE FROM session WHERE provider = 0");
+    showAgain(sessions);
+}
+
+/// Of several titles for one line, that in the last file.
+Summaries SessionTable::summaries() const
+{
+    Summaries all;
+    Statement rows(m_database, "SELECT leaf, path, title FROM summary JOIN file ON file.id = file");
+    while (rows.next()) {
+        std::pair title {std::string(rows.bytes(1)), std::string(rows.bytes(2))};
+        auto &held = all[rows.bits(0)];
+        held = std::max(held, title);
+    }
+    return all;
+}
+
+} // namespace indexer

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "indexer/Database.h"
+#include "indexer/Provider.h"
+#include "indexer/SessionFacts.h"
+
+#include <functional>
+#include <set>
+
+namespace indexer {
+
+/// What is known of the sessions beyond their usage: by file of Claude Code, and put together as
+/// it is shown of both providers.
+class SessionTable final {
+public:
+    using Visit = std::function<void(Provider, TextId session, SessionFace &&)>;
+
+    SessionTable(Database &database, const TextPool &names);
+
+    static void visitAll(Database &database, const Visit &visit);
+    [[nodiscard]] std::set<TextId> sessionsOf(std::int64_t file) const;
+
+    /// Adds to what a file told before.
+    void append(std::int64_t file, TextId session, SessionFacts facts);
+    void addSummaries(std::int64_t file, const std::map<std::uint64_t, std::string> &summaries);
+    /// Forgets what a file told; true when there were summaries, which may belong to any session.
+    [[nodiscard]] bool remove(std::int64_t file);
+
+    void show(Provider provider, TextId session, const SessionFace &face);
+    void hide(Provider provider, TextId session);
+    /// Puts some of Claude Code's sessions together anew, or all.
+    void showAgain(const std::set<TextId> &sessions);
+    void showAllAgain();
+
+private:
+    [[nodiscard]] Summaries summaries() const;
+
+    Database &m_database;
+    const TextPool &m_names;
+    Statement m_part;
+    Statement m_partReplacement;
+    Statement m_faceReplacement;
+};
+
+} // namespace indexer

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "indexer/Database.h"
+#include "indexer/Sums.h"
+
+#include <functional>
+
+namespace indexer {
+
+/// The sums that the history keeps, so that nobody has to go through all answers again.
+class SumTable final {
+public:
+    using Visit = std::function<void(const SumKey &, const Sum &)>;
+
+    explicit SumTable(Database &database);
+
+    void visitAll(const Visit &visit) const;
+
+    /// Adds differences to what is there.
+    void change(const std::map<SumKey, Sum> &differences);
+    void clear();
+
+private:
+    Database &m_database;
+};
+
+} // namespace indexer

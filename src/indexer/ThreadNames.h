@@ -1,0 +1,21 @@
+#pragma once
+
+#include "indexer/Moment.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace indexer {
+
+/// A name that the user gave to a thread of Codex; empty when it was taken back.
+struct ThreadName {
+    std::string thread; // its id
+    std::string name;
+    TimePoint time = TimePoint::min();
+};
+
+/// Reads session_index.jsonl in Codex's folder, if it is there: the newest name of each thread.
+[[nodiscard]] std::vector<ThreadName> readThreadNames(const std::filesystem::path &file);
+
+} // namespace indexer
