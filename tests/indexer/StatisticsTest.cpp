@@ -156,7 +156,7 @@ TEST(Report, addsUpItsRowsAndGivesTheTerminalNoOrders)
     const std::string sessions = table(scratch, ReportKind::Sessions);
     EXPECT_EQ(sessions.find_first_of("\x1b\x07\x7f"), std::string::npos) << sessions;
     for (const char *part :
-        {"x ]0;y  ", "日本語のタイトル that goes on and on and…  1,000,000",
+        {"x ]0;y  ", "日本語のタイトル that goes on and on an…  1,000,000",
             "a?[31mb?1mc?dddd", "d…", "1,000,000  550,000            0           0  $8.00 *"}) {
         EXPECT_NE(sessions.find(part), std::string::npos) << sessions;
     }
