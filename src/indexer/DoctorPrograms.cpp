@@ -1,0 +1,76 @@
+#include "indexer/Doctor.h"
+
+#include "indexer/ProgramOutput.h"
+
+#include <charconv>
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace indexer {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int leastNode = 18;
+constexpr const char *installNode =
+    "install Node.js 18 or later: the widget runs the indexer by it";
+constexpr const char *fill = "start the widget with kestrelbay-launch, which puts it there";
+
+/// Of "v18.20.4\n", 18.
+std::optional<int> majorVersion(std::string_view text)
+{
+    int major = 0;
+    if (!text.starts_with('v')) {
+        return std::nullopt;
+    }
+    const auto [stop, error] = std::from_chars(text.data() + 1, text.data() + text.size(), major);
+    return error == std::errc {} ? std::optional(major) : std::nullopt;
+}
+
+Finding nodeFinding(const std::string &path)
+{
+    constexpr auto patience = std::chrono::seconds {5};
+    const auto node = findProgram("node", path);
+    if (!node) {
+        // The widget asks a login shell and looks in some more places, so it may still find one.
+        return {Severity::Problem, "node is not in PATH", installNode};
+    }
+    const std::string version =
+        programOutput(*node, {"--version"}, patience).value_or(std::string());
+    const auto major = majorVersion(version);
+    if (!major) {
+        return {Severity::Problem, node->native() + " does not tell its version", installNode};
+    }
+    const std::string text =
+        fmt::format("{} is {}", node->native(), version.substr(0, version.find('\n')));
+    return *major < leastNode
+        ? Finding {Severity::Problem, text + ", which is too old", installNode}
+        : Finding {Severity::Ok, text, {}};
+}
+
+Finding companionFinding(const fs::path &file, bool isProgram)
+{
+    std::error_code error;
+    const auto size = fs::file_size(file, error);
+    if (error || size == 0) {
+        return {Severity::Problem,
+            fmt::format("{} {}", file.native(), error ? "is missing" : "is empty"), fill};
+    }
+    if (::access(file.c_str(), isProgram ? R_OK | X_OK : R_OK) != 0) {
+        return {Severity::Problem,
+            fmt::format("{} may not be {}", file.native(), isProgram ? "executed" : "read"),
+            fmt::format("chmod u+r{} '{}'", isProgram ? "x" : "", file.native())};
+    }
+    return {Severity::Ok, file.native() + " is there", {}};
+}
+
+} // namespace
+
+Findings examinePrograms(const Examined &examined)
+{
+    return {nodeFinding(examined.path), companionFinding(examined.data / "usage-stats.mjs", false),
+        companionFinding(examined.data / "kestrelbay-indexer", true)};
+}
+
+} // namespace indexer
