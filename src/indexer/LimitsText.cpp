@@ -2,6 +2,7 @@
 
 #include "indexer/FigureText.h"
 
+#include <array>
 #include <cmath>
 #include <fmt/format.h>
 
@@ -69,12 +70,12 @@ std::string limitsText(
         const char *name = assistants.at(static_cast<std::size_t>(limits.provider));
         for (const LimitWindow &window : limits.windows) {
             const LimitAge age = ageOf(limits, window, now);
-            const std::string percent = age == LimitAge::Live
-                ? fmt::format("{:.0f}%", window.percent)
-                : fmt::format("was {:.0f}%", window.percent);
-            text += fmt::format("  {:<6}  {:<8}  {}  {}\n", name, windowName(window),
+            const std::string percent =
+                fmt::format("{}{:.0f}%", age == LimitAge::Live ? "" : "was ", window.percent);
+            const std::string note = windowNote(limits, window, now);
+            text += fmt::format("  {:<6}  {:<8}  {}{}{}\n", name, windowName(window),
                 inked(fmt::format("{:>8}", percent), inkOf(age, window.percent), terminal),
-                windowNote(limits, window, now));
+                note.empty() ? "" : "  ", note);
             name = "";
         }
         if (const std::string note = ageNote(limits, now); !note.empty()) {
