@@ -1,6 +1,7 @@
 #include "indexer/CommandLine.h"
 #include "indexer/Program.h"
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -24,7 +25,7 @@ int runProgram(int count, char **words)
     const auto now =
         std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     indexer::Outcome outcome = indexer::run(std::get<indexer::Options>(parsed), now);
-    if (!print(stdout, outcome.output)) {
+    if (!print(stdout, outcome.output) && errno != EPIPE) { // whoever has read enough may go
         outcome.messages = "kestrelbay-indexer: cannot write to standard output\n";
         outcome.status = 1;
     }
@@ -38,6 +39,7 @@ int main(int count, char **words)
 {
     // A limit on file sizes is a failed write like any other, not a reason to die half-way.
     std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN); // nor is a reader that went away
     try {
         return runProgram(count, words);
     } catch (const std::bad_alloc &) {
