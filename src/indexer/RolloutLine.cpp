@@ -16,7 +16,9 @@ RolloutUsage RolloutUsage::beyond(const RolloutUsage &other) const
     return {.input = difference(input, other.input),
         .cached = difference(cached, other.cached),
         .cacheWrite = difference(cacheWrite, other.cacheWrite),
-        .output = difference(output, other.output)};
+        .output = difference(output, other.output),
+        .reasoning = difference(reasoning, other.reasoning),
+        .total = difference(total, other.total)};
 }
 
 void RolloutUsage::raiseTo(const RolloutUsage &other)
@@ -25,14 +27,29 @@ void RolloutUsage::raiseTo(const RolloutUsage &other)
     cached = std::max(cached, other.cached);
     cacheWrite = std::max(cacheWrite, other.cacheWrite);
     output = std::max(output, other.output);
+    reasoning = std::max(reasoning, other.reasoning);
+    total = std::max(total, other.total);
+}
+
+RolloutUsage &RolloutUsage::operator+=(const RolloutUsage &other)
+{
+    input += other.input;
+    cached += other.cached;
+    cacheWrite += other.cacheWrite;
+    output += other.output;
+    reasoning += other.reasoning;
+    total += other.total;
+    return *this;
 }
 
 Usage RolloutUsage::disjoint() const
 {
-    return {.input = difference(difference(input, cached), cacheWrite),
+    const std::uint64_t read = std::min(cached, input);
+    const std::uint64_t written = std::min(cacheWrite, input - read);
+    return {.input = input - read - written,
         .output = output,
-        .cacheRead = cached,
-        .cacheCreation = cacheWrite};
+        .cacheRead = read,
+        .cacheCreation = written};
 }
 
 } // namespace indexer

@@ -19,19 +19,24 @@ enum class RolloutKind {
     Prompt
 };
 
-/// Token counts as Codex writes them: the input includes both kinds of cached tokens.
+/// Token counts as Codex writes them: the input includes both kinds of cached tokens. The last two
+/// cost nothing by themselves; they tell totals apart.
 struct RolloutUsage {
     std::uint64_t input = 0;
     std::uint64_t cached = 0;
     std::uint64_t cacheWrite = 0;
-    std::uint64_t output = 0; // reasoning included
+    std::uint64_t output = 0;    // reasoning included
+    std::uint64_t reasoning = 0; // of the output
+    std::uint64_t total = 0;
 
     [[nodiscard]] auto operator<=>(const RolloutUsage &) const = default;
 
     /// What it grew to beyond another, count by count; a count that fell grew by nothing.
     [[nodiscard]] RolloutUsage beyond(const RolloutUsage &other) const;
     void raiseTo(const RolloutUsage &other);
-    /// The same with the input apart from the cache.
+    RolloutUsage &operator+=(const RolloutUsage &other);
+    /// The same with the input apart from the cache. All parts together are the input as stated,
+    /// even where more of it is said to be cached.
     [[nodiscard]] Usage disjoint() const;
 };
 
@@ -63,7 +68,8 @@ struct RolloutLine {
 
     std::string_view cwd;
     std::string_view model;
-    std::string_view serviceTier;
+    std::string_view serviceTier; // empty also for the standard one
+    bool tellsServiceTier = false;
     std::string_view turn;
     std::string_view thread;
     std::string_view response;

@@ -46,11 +46,13 @@ constexpr FieldTable<RolloutLine, std::string_view, 3> settingTexts {{
     {"service_tier", &RolloutLine::serviceTier},
     {"cwd", &RolloutLine::cwd},
 }};
-constexpr FieldTable<RolloutUsage, std::uint64_t, 4> usageCounts {{
+constexpr FieldTable<RolloutUsage, std::uint64_t, 6> usageCounts {{
     {"input_tokens", &RolloutUsage::input},
     {"cached_input_tokens", &RolloutUsage::cached},
     {"cache_write_input_tokens", &RolloutUsage::cacheWrite},
     {"output_tokens", &RolloutUsage::output},
+    {"reasoning_output_tokens", &RolloutUsage::reasoning},
+    {"total_tokens", &RolloutUsage::total},
 }};
 constexpr FieldTable<RolloutWindow, std::optional<double>, 4> windowNumbers {{
     {"used_percent", &RolloutWindow::percent},
@@ -73,8 +75,8 @@ std::string_view plainText(std::string_view rest)
                                                              : rest.substr(0, end);
 }
 
-/// Most lines hold what was said and run. They name their types at their front and end as they
-/// should, and can be told without parsing.
+/// Most lines hold what was said and run. They name their types at their front, before any object
+/// inside, and end as they should; so they can be told without parsing.
 bool isPlainlyUnimportant(std::string_view line)
 {
     constexpr std::size_t frontSize = 160;
@@ -83,7 +85,7 @@ bool isPlainlyUnimportant(std::string_view line)
     const std::string_view front = line.substr(0, frontSize);
     const std::size_t at = front.find(typeKey);
     if (at == std::string_view::npos || !line.ends_with('}')
-        || front.substr(0, at).find("\"payload\"") != std::string_view::npos) {
+        || front.rfind('{', at) != front.find('{')) {
         return false;
     }
     const std::string_view type = plainText(front.substr(at + typeKey.size()));
@@ -288,6 +290,7 @@ bool RolloutParser::settings(Value value)
 {
     return eachIn(value, [this](std::string_view key, Value inner) {
         std::string_view *field = find(settingTexts, key, *m_line);
+        m_line->tellsServiceTier = m_line->tellsServiceTier || key == "service_tier";
         return field != nullptr ? m_fields.text(inner, *field) : isSound(inner);
     });
 }
