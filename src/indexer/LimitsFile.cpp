@@ -51,7 +51,7 @@ std::optional<std::string> writeLimits(
     const std::filesystem::path &file, const LimitReading &reading, TimePoint now)
 {
     const auto held = updatedAt(file);
-    if (held && *held >= reading.time && *held <= now) {
+    if (held && *held >= reading.time && *held <= now + limitsTolerance) {
         return std::nullopt;
     }
     return replaceFile(file, limitsJson(reading));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/Rollout.h"
+#include "indexer/LimitReading.h"
 
 #include <filesystem>
 #include <optional>
@@ -12,8 +12,8 @@ namespace indexer {
 /// the shorter one first, "updatedAt" and "plan".
 [[nodiscard]] std::string limitsJson(const LimitReading &reading);
 
-/// Writes that file unless it holds a reading as new. One from after `now` was made by a clock that
-/// went wrong, and is replaced. Says what went wrong, if anything.
+/// Writes that file unless it holds a reading as new. One from well after `now` was made by a clock
+/// that went wrong, and is replaced. Says what went wrong, if anything.
 [[nodiscard]] std::optional<std::string> writeLimits(
     const std::filesystem::path &file, const LimitReading &reading, TimePoint now);
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <tuple>
 #include <unordered_set>
-#include <vector>
 
 namespace indexer {
 
@@ -29,23 +28,33 @@ Lineage::Age Lineage::ageOf(TextId thread) const
         m_names.text(thread)};
 }
 
-/// Goes up to the last of the parents and tells how many there were. Damaged files may lead in a
-/// circle; then the first of it by name is taken.
+/// Damaged files may lead in a circle, which is gone through once.
+std::vector<TextId> Lineage::ancestorsOf(TextId thread) const
+{
+    std::vector<TextId> ancestors;
+    std::unordered_set<TextId> seen {thread};
+    for (auto found = m_parents.find(thread);
+         found != m_parents.end() && seen.insert(found->second.thread).second;
+         found = m_parents.find(ancestors.back())) {
+        ancestors.push_back(found->second.thread);
+    }
+    return ancestors;
+}
+
+/// Goes up to the last of the parents and tells how many there were. Of a circle the first thread
+/// by name is taken.
 Lineage::Way Lineage::walk(TextId thread) const
 {
-    std::vector<TextId> path {thread};
-    std::unordered_set<TextId> seen {thread};
-    for (auto found = m_parents.find(thread); found != m_parents.end();
-         found = m_parents.find(path.back())) {
-        if (!seen.insert(found->second.thread).second) {
-            const auto circle = std::find(path.begin(), path.end(), found->second.thread);
-            const TextId first = *std::min_element(circle, path.end(),
-                [this](TextId a, TextId b) { return m_names.text(a) < m_names.text(b); });
-            return {first, path.size() - 1};
-        }
-        path.push_back(found->second.thread);
+    std::vector<TextId> path = ancestorsOf(thread);
+    path.insert(path.begin(), thread);
+    const auto next = m_parents.find(path.back());
+    if (next == m_parents.end()) {
+        return {path.back(), path.size() - 1};
     }
-    return {path.back(), path.size() - 1};
+    const auto circle = std::find(path.begin(), path.end(), next->second.thread);
+    const TextId first = *std::min_element(circle, path.end(),
+        [this](TextId a, TextId b) { return m_names.text(a) < m_names.text(b); });
+    return {first, path.size() - 1};
 }
 
 const Lineage::Way &Lineage::wayOf(TextId thread) const

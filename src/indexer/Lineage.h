@@ -6,6 +6,7 @@
 #include <compare>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace indexer {
 
@@ -24,6 +25,8 @@ public:
     explicit Lineage(const TextPool &names);
 
     [[nodiscard]] bool hasParent(TextId thread) const;
+    /// The threads that it comes from, the nearest first.
+    [[nodiscard]] std::vector<TextId> ancestorsOf(TextId thread) const;
     /// The thread that a whole family comes from, whether or not its file is still there.
     [[nodiscard]] TextId rootOf(TextId thread) const;
     [[nodiscard]] Age ageOf(TextId thread) const;

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "indexer/LimitReading.h"
 #include "indexer/Moment.h"
 #include "indexer/RolloutLine.h"
-#include "indexer/TextPool.h"
+#include "indexer/TextTable.h"
 
-#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace indexer {
@@ -17,50 +18,96 @@ struct RolloutSettings {
     TextId folder = 0; // the working directory
     Speed speed = Speed::Standard;
     ServiceTier tier = ServiceTier::Standard;
+
+    [[nodiscard]] bool operator==(const RolloutSettings &) const = default;
+};
+
+/// The front of a thread: its own, or the copy of one that it comes from.
+struct RolloutMeta {
+    TextId thread = 0;
+    TextId parent = 0;
+    std::optional<TimePoint> created;
+    bool isSubagent = false;
+    bool isCopy = false; // or the parent is told by the order of the fronts alone
+    bool isRead = true;  // false for a front that ought to be there
 };
 
 /// What a thread had used so far, at one moment.
 struct RolloutCounter {
     RolloutUsage total;
-    RolloutUsage last; // of the last response
-    RolloutSettings settings;
     TimePoint time {};
+    std::uint32_t settings = 0;
+    bool isSum = false;    // it did not grow by the last response alone
+    bool isBeyond = false; // it grew by something that has no record
 };
 
-/// What one response used.
+/// What one response used, put together from all lines that tell of it.
 struct RolloutRecord {
-    TextId thread = 0;
-    TextId response = 0;
+    TextId thread = 0; // 0 is the file's own
+    std::uint64_t response = 0;
     RolloutUsage usage;
-    RolloutSettings settings;
+    TimePoint time {}; // the earliest
+    std::uint32_t settings = 0;
+};
+
+/// The settings of a turn that was under way lately.
+struct RolloutTurn {
+    std::uint64_t id = 0; // 0 before the first turn
+    std::uint32_t settings = 0;
+};
+
+struct RolloutPrompt {
+    std::string text;
     TimePoint time {};
+    std::size_t counters = 0; // how many came before it
 };
 
-/// A window of a usage limit whose length is known.
-struct LimitWindow {
-    double percent = 0;
-    double minutes = 0;
-    std::optional<TimePoint> resetsAt;
-
-    [[nodiscard]] bool operator==(const LimitWindow &) const = default;
+struct RolloutName {
+    std::string text; // empty when it was taken back
+    TimePoint time = TimePoint::min();
 };
 
-/// How much of the user's limits was used at one moment.
-struct LimitReading {
-    TimePoint time {};
-    std::vector<LimitWindow> windows; // one or two, the shorter one first
-    std::string plan;                 // empty when it is not told
+struct RolloutLimitReading {
+    LimitReading reading;
+    std::size_t counters = 0; // how many came before it, and its own
+    bool isBehindOwn = false; // behind a record of the thread's own
 };
 
-/// What one file tells of its thread, with what it copied from the threads it comes from.
+/// What one file told so far of its thread, with what it copied from the threads it comes from, and
+/// all that is needed to read on behind it. Texts go by their numbers in `texts`, settings by
+/// theirs in `settings`, turns and responses by their hashes.
 struct Rollout {
+    TextTable texts;
+    std::vector<RolloutSettings> settings;
     TextId thread = 0;
+    bool isNamed = false;                 // `thread` holds, whatever follows
+    std::vector<RolloutMeta> metas;       // one for each thread
+    std::vector<RolloutRecord> records;   // one for each response of a thread
     std::vector<RolloutCounter> counters; // each other than the one before it
-    /// How many counters there were before the first response with a record of its own.
-    std::optional<std::size_t> countersBeforeRecords;
-    std::optional<LimitReading> limits; // the last ones
-    std::size_t countersAtLimits = 0;
-    bool hasOwnRecordAtLimits = false;
+    /// How many counters there were before the first of the thread's own records.
+    std::optional<std::size_t> countersBeforeOwn;
+    /// And before the last record of another thread: all these are copies.
+    std::size_t countersBeforeOthers = 0;
+    RolloutUsage covered; // the total up to which records tell of it
+
+    RolloutName name;
+    std::optional<RolloutPrompt> prompt; // the first in the file
+    /// Prompts of a thread that comes from another, some of which may be its own.
+    std::vector<RolloutPrompt> laterPrompts;
+    bool hasCopiedPrompts = false;             // all in front of `laterPrompts` are copies
+    std::optional<RolloutLimitReading> limits; // the last
+    TimePoint end = TimePoint::min();          // the latest line
+
+    RolloutSettings current;
+    std::uint64_t turn = 0;
+    std::vector<RolloutTurn> turns; // the latest ones
 };
+
+/// `stem` is the file's name without its endings, whose last part is the thread's id.
+[[nodiscard]] Rollout startRollout(std::string_view stem);
+
+/// The ids of the threads that a file tells of, its own first: all that share an id with others
+/// have to be looked at together with these.
+[[nodiscard]] std::vector<std::string> kinOf(const Rollout &rollout);
 
 } // namespace indexer

@@ -1,16 +1,22 @@
 #include "indexer/RolloutReader.h"
 
+#include "indexer/HashOf.h"
+#include "indexer/Title.h"
+
 #include <algorithm>
 
 namespace indexer {
 
 namespace {
 
-constexpr std::size_t idLength = 36;
+/// Records come soon after their turn began.
+constexpr std::size_t mostTurns = 64;
+/// A thread's own first prompt is looked for among so many that may be copies.
+constexpr std::size_t mostPrompts = 64;
 
 bool isStandard(std::string_view tier)
 {
-    return tier == "default" || tier == "auto" || tier == "standard";
+    return tier.empty() || tier == "default" || tier == "auto" || tier == "standard";
 }
 
 std::optional<TimePoint> resetOf(const RolloutWindow &window, TimePoint time)
@@ -27,24 +33,35 @@ std::optional<TimePoint> resetOf(const RolloutWindow &window, TimePoint time)
     return std::nullopt;
 }
 
-} // namespace
-
-RolloutReader::RolloutReader(RolloutBook &book, TextPool &names)
-    : m_book(book)
-    , m_names(names)
+std::uint64_t turnId(std::string_view turn)
 {
+    return turn.empty() ? 0 : hashOf(turn);
 }
 
-void RolloutReader::begin(std::string_view stem)
+std::uint64_t keyOf(const RolloutRecord &record)
 {
-    m_rollout = {};
-    m_rollout.thread =
-        m_names.add(stem.size() > idLength ? stem.substr(stem.size() - idLength) : stem);
-    m_told.clear();
-    m_turns.clear();
-    m_settings = {};
-    m_orphan = m_turn = 0;
-    m_hasOwnRecord = m_hasPrompt = false;
+    constexpr std::uint64_t spread = 0x9E37'79B9'7F4A'7C15;
+    return record.response + record.thread * spread;
+}
+
+/// The parts that cost something.
+bool isAsMuch(const RolloutUsage &a, const RolloutUsage &b)
+{
+    return a.disjoint() == b.disjoint();
+}
+
+} // namespace
+
+RolloutReader::RolloutReader(Rollout &rollout)
+    : m_rollout(rollout)
+{
+    for (const RolloutRecord &record : rollout.records) {
+        m_records.emplace(keyOf(record), static_cast<std::uint32_t>(m_records.size()));
+    }
+    for (const RolloutCounter &counter : rollout.counters) {
+        m_growth = counter.total.beyond(m_highest);
+        m_highest.raiseTo(counter.total);
+    }
 }
 
 void RolloutReader::add(const RolloutLine &line, std::optional<TimePoint> time)
@@ -58,7 +75,7 @@ void RolloutReader::add(const RolloutLine &line, std::optional<TimePoint> time)
         break;
     case RolloutKind::SettingsApplied:
         change(line);
-        m_turns[m_turn] = m_settings;
+        rememberTurn();
         break;
     default:
         break;
@@ -68,67 +85,120 @@ void RolloutReader::add(const RolloutLine &line, std::optional<TimePoint> time)
     }
 }
 
-void RolloutReader::end()
-{
-    m_book.addRollout(std::move(m_rollout));
-}
-
-/// The first one names the thread. Those behind it are copies from the threads it comes from, the
-/// nearest first.
+/// The file's name tells the thread, or else the first front does.
 void RolloutReader::addMeta(const RolloutLine &line, std::optional<TimePoint> time)
 {
-    const TextId thread = m_names.add(line.id);
-    if (thread == 0 || !m_told.insert(thread).second) {
+    const TextId thread = m_rollout.texts.add(line.id);
+    if (thread == 0) {
         return;
     }
-    const bool isCopy = m_told.size() > 1;
-    if (!isCopy) {
-        m_rollout.thread = thread;
-        m_settings.folder = m_names.add(line.cwd);
+    m_rollout.thread = m_rollout.isNamed ? m_rollout.thread : thread;
+    m_rollout.isNamed = true;
+    const bool isOwn = thread == m_rollout.thread;
+    RolloutMeta &meta = metaOf(thread);
+    if (meta.isRead) {
+        return;
     }
-    if (m_orphan != 0) {
-        m_book.lineage().addParent(m_orphan, thread, m_isOrphanSubagent, true);
+    const std::string_view parent = line.forkedFrom.empty() ? line.parent : line.forkedFrom;
+    if (!parent.empty()) {
+        meta.parent = m_rollout.texts.add(parent);
+        meta.isCopy = !isOwn;
     }
-    if (const auto created = parseMoment(line.createdAt); created || time) {
-        m_book.lineage().addThread(thread, created.value_or(time.value_or(TimePoint {})));
+    const auto created = parseMoment(line.createdAt);
+    meta.created = created ? created : time;
+    meta.isSubagent = line.isSubagent || !line.parent.empty();
+    meta.isRead = true;
+    if (isOwn) {
+        m_rollout.current.folder = m_rollout.texts.add(line.cwd);
     }
-    const bool isSubagent = line.isSubagent || !line.parent.empty();
-    const TextId parent = m_names.add(line.forkedFrom.empty() ? line.parent : line.forkedFrom);
-    m_book.lineage().addParent(thread, parent, isSubagent, isCopy);
-    m_orphan = parent == 0 ? thread : 0;
-    m_isOrphanSubagent = isSubagent;
+}
+
+/// The thread's own front comes first, also one that cannot be read. Those of others are copies
+/// from the threads it comes from, the nearest first.
+RolloutMeta &RolloutReader::metaOf(TextId thread)
+{
+    std::vector<RolloutMeta> &metas = m_rollout.metas;
+    if (metas.empty()) {
+        metas.push_back({.thread = m_rollout.thread, .isRead = false});
+    }
+    const auto known = std::find_if(metas.begin(), metas.end(),
+        [thread](const RolloutMeta &each) { return each.thread == thread; });
+    if (known != metas.end()) {
+        return *known;
+    }
+    if (metas.back().parent == 0) {
+        metas.back().parent = thread;
+        metas.back().isCopy = true;
+    }
+    return metas.emplace_back(RolloutMeta {.thread = thread, .isCopy = true, .isRead = false});
 }
 
 void RolloutReader::addTurn(const RolloutLine &line)
 {
-    m_turn = m_names.add(line.turn);
+    m_rollout.turn = turnId(line.turn);
     change(line);
-    m_turns[m_turn] = m_settings;
+    rememberTurn();
 }
 
+/// What a line does not tell stays as it is. That the tier is null tells that it is the standard
+/// one: a line that applies settings states all of them.
 void RolloutReader::change(const RolloutLine &line)
 {
+    RolloutSettings &current = m_rollout.current;
     if (!line.model.empty()) {
-        m_settings.model = m_names.add(line.model);
+        current.model = m_rollout.texts.add(line.model);
     }
     if (!line.cwd.empty()) {
-        m_settings.folder = m_names.add(line.cwd);
+        current.folder = m_rollout.texts.add(line.cwd);
     }
-    if (line.kind == RolloutKind::SettingsApplied) {
+    if (line.kind == RolloutKind::SettingsApplied && line.tellsServiceTier) {
         const std::string_view tier = line.serviceTier;
         const bool isFast = tier == "fast" || tier == "priority";
         const bool isCheap = tier == "flex" || tier == "batch";
-        const bool isKnown = tier.empty() || isFast || isCheap || isStandard(tier);
-        m_settings.speed = isFast ? Speed::Fast : Speed::Standard;
-        m_settings.tier = isCheap ? ServiceTier::Batch
-            : isKnown             ? ServiceTier::Standard
-                                  : ServiceTier::Other;
+        current.speed = isFast ? Speed::Fast : Speed::Standard;
+        current.tier = isCheap           ? ServiceTier::Batch
+            : isFast || isStandard(tier) ? ServiceTier::Standard
+                                         : ServiceTier::Other;
     }
+}
+
+void RolloutReader::rememberTurn()
+{
+    std::vector<RolloutTurn> &turns = m_rollout.turns;
+    const std::uint64_t turn = m_rollout.turn;
+    turns.erase(std::remove_if(turns.begin(), turns.end(),
+                    [turn](const RolloutTurn &each) { return each.id == turn; }),
+        turns.end());
+    if (turns.size() == mostTurns) {
+        turns.erase(turns.begin());
+    }
+    turns.push_back({turn, numberOf(m_rollout.current)});
+}
+
+std::uint32_t RolloutReader::settingsOf(std::string_view turn)
+{
+    const std::vector<RolloutTurn> &turns = m_rollout.turns;
+    const auto found = turn.empty()
+        ? turns.end()
+        : std::find_if(turns.begin(), turns.end(),
+            [id = turnId(turn)](const RolloutTurn &each) { return each.id == id; });
+    return found == turns.end() ? numberOf(m_rollout.current) : found->settings;
+}
+
+std::uint32_t RolloutReader::numberOf(const RolloutSettings &settings)
+{
+    std::vector<RolloutSettings> &all = m_rollout.settings;
+    const auto found = std::find(all.begin(), all.end(), settings);
+    const auto number = static_cast<std::uint32_t>(found - all.begin());
+    if (found == all.end()) {
+        all.push_back(settings);
+    }
+    return number;
 }
 
 void RolloutReader::addTimed(const RolloutLine &line, TimePoint time)
 {
-    m_book.threads().addLine(m_rollout.thread, time);
+    m_rollout.end = std::max(m_rollout.end, time);
     switch (line.kind) {
     case RolloutKind::UsageRecord:
         addRecord(line, time);
@@ -138,17 +208,10 @@ void RolloutReader::addTimed(const RolloutLine &line, TimePoint time)
         addLimits(line.limits, time);
         break;
     case RolloutKind::NameUpdated:
-        // Copied history tells of others' names, at times that are not theirs.
-        if (line.thread.empty() || m_names.add(line.thread) == m_rollout.thread) {
-            m_book.threads().addName(m_rollout.thread, time, line.title);
-        }
+        addName(line, time);
         break;
     case RolloutKind::Prompt:
-        // The first in the file: the times of copied lines may all be the same.
-        if (!line.prompt.empty() && !m_hasPrompt) {
-            m_hasPrompt = true;
-            m_book.threads().addPrompt(m_rollout.thread, time, line.prompt);
-        }
+        addPrompt(line, time);
         break;
     default:
         break;
@@ -162,25 +225,116 @@ void RolloutReader::addRecord(const RolloutLine &line, TimePoint time)
     if (line.response.empty() || !line.hasUsage) {
         return;
     }
-    if (!m_rollout.countersBeforeRecords) {
-        m_rollout.countersBeforeRecords = m_rollout.counters.size();
+    const TextId thread = m_rollout.texts.add(line.thread);
+    const bool isOwn = thread == 0 || thread == m_rollout.thread;
+    RolloutUsage usage = line.usage;
+    usage.reasoning = usage.total = 0; // what is no total need not be told from others
+    RolloutRecord &record = recordOf({.thread = isOwn ? 0 : thread,
+        .response = hashOf(line.response),
+        .usage = {},
+        .time = time,
+        .settings = settingsOf(line.turn)});
+    if (isOwn) {
+        addToCovered(usage.beyond(record.usage));
+    } else {
+        m_rollout.countersBeforeOthers = m_rollout.counters.size();
+        m_rollout.laterPrompts.clear();
+        m_rollout.hasCopiedPrompts = true;
     }
-    const auto turn = line.turn.empty() ? m_turns.end() : m_turns.find(m_names.add(line.turn));
-    const TextId thread = line.thread.empty() ? m_rollout.thread : m_names.add(line.thread);
-    m_hasOwnRecord = m_hasOwnRecord || thread == m_rollout.thread;
-    m_book.addRecord({.thread = thread,
-        .response = m_names.add(line.response),
-        .usage = line.usage,
-        .settings = turn == m_turns.end() ? m_settings : turn->second,
-        .time = time});
+    record.usage.raiseTo(usage);
+}
+
+/// The record already there of the same response, or the new one. The earliest line tells the
+/// settings.
+RolloutRecord &RolloutReader::recordOf(const RolloutRecord &record)
+{
+    std::vector<RolloutRecord> &records = m_rollout.records;
+    const auto [known, isNew] =
+        m_records.emplace(keyOf(record), static_cast<std::uint32_t>(records.size()));
+    if (isNew) {
+        return records.emplace_back(record);
+    }
+    RolloutRecord &held = records[known->second];
+    if (record.time < held.time) {
+        held.time = record.time;
+        held.settings = record.settings;
+    }
+    return held;
+}
+
+/// A total may stand in front of the record that it includes.
+void RolloutReader::addToCovered(const RolloutUsage &usage)
+{
+    std::vector<RolloutCounter> &counters = m_rollout.counters;
+    const bool isInLast = !counters.empty() && isAsMuch(usage, m_growth);
+    if (!m_rollout.countersBeforeOwn) {
+        m_rollout.countersBeforeOwn = counters.size() - (isInLast ? 1 : 0);
+        m_rollout.covered = m_highest;
+        if (!isInLast) {
+            m_rollout.covered += usage;
+        }
+    } else if (isInLast && counters.back().isBeyond) {
+        counters.back().isBeyond = false;
+    } else {
+        m_rollout.covered += usage;
+    }
 }
 
 void RolloutReader::addCounter(const RolloutLine &line, TimePoint time)
 {
-    const bool isRepeated =
-        !m_rollout.counters.empty() && m_rollout.counters.back().total == line.usage;
-    if (line.hasUsage && line.usage.input > 0 && !isRepeated) {
-        m_rollout.counters.push_back({line.usage, line.last, m_settings, time});
+    std::vector<RolloutCounter> &counters = m_rollout.counters;
+    const bool isRepeated = !counters.empty() && counters.back().total == line.usage;
+    if (!line.hasUsage || line.usage.input == 0 || isRepeated) {
+        return;
+    }
+    m_growth = line.usage.beyond(m_highest);
+    m_highest.raiseTo(line.usage);
+    RolloutUsage &covered = m_rollout.covered;
+    const bool isBeyond = m_rollout.countersBeforeOwn
+        && (m_highest.input > covered.input || m_highest.output > covered.output);
+    if (isBeyond) {
+        covered.raiseTo(m_highest);
+    }
+    counters.push_back({.total = line.usage,
+        .time = time,
+        .settings = numberOf(m_rollout.current),
+        .isSum = !isAsMuch(m_growth, line.last),
+        .isBeyond = isBeyond});
+}
+
+/// Copied history tells of others' names, at times that are not theirs.
+void RolloutReader::addName(const RolloutLine &line, TimePoint time)
+{
+    const bool isOwn = line.thread.empty() || line.thread == m_rollout.texts.text(m_rollout.thread);
+    if (isOwn && time >= m_rollout.name.time) {
+        m_rollout.name = {line.title.empty() ? std::string() : tidyTitle(line.title), time};
+    }
+}
+
+/// One prompt is enough, unless it may be a copy.
+void RolloutReader::addPrompt(const RolloutLine &line, TimePoint time)
+{
+    const std::vector<RolloutMeta> &metas = m_rollout.metas;
+    std::vector<RolloutPrompt> &later = m_rollout.laterPrompts;
+    const bool comesFromOther = !metas.empty() && metas.front().parent != 0;
+    const bool isEnough = m_rollout.prompt
+        && (!comesFromOther || later.size() == mostPrompts
+            || (m_rollout.countersBeforeOwn && !later.empty()
+                && later.back().counters >= *m_rollout.countersBeforeOwn));
+    if (line.prompt.empty() || isEnough) {
+        return;
+    }
+    RolloutPrompt prompt {tidyTitle(line.prompt), time, m_rollout.counters.size()};
+    if (prompt.text.empty()) {
+        return;
+    }
+    if (!m_rollout.prompt) {
+        m_rollout.prompt = prompt;
+    }
+    if (comesFromOther && metas.front().created && time < *metas.front().created) {
+        m_rollout.hasCopiedPrompts = true;
+    } else if (comesFromOther) {
+        later.push_back(std::move(prompt));
     }
 }
 
@@ -190,7 +344,7 @@ void RolloutReader::addLimits(const RolloutLimits &limits, TimePoint time)
     if (!limits.id.empty() && limits.id != "codex") {
         return;
     }
-    LimitReading reading {.time = time, .windows = {}, .plan = std::string(limits.plan)};
+    LimitReading reading {.time = time, .plan = std::string(limits.plan), .windows = {}};
     for (const RolloutWindow &window : limits.windows) {
         if (window.percent && *window.percent >= 0 && window.minutes && *window.minutes > 0) {
             reading.windows.push_back({*window.percent, *window.minutes, resetOf(window, time)});
@@ -201,9 +355,8 @@ void RolloutReader::addLimits(const RolloutLimits &limits, TimePoint time)
     }
     std::stable_sort(reading.windows.begin(), reading.windows.end(),
         [](const LimitWindow &a, const LimitWindow &b) { return a.minutes < b.minutes; });
-    m_rollout.limits = std::move(reading);
-    m_rollout.countersAtLimits = m_rollout.counters.size();
-    m_rollout.hasOwnRecordAtLimits = m_hasOwnRecord;
+    m_rollout.limits = {
+        std::move(reading), m_rollout.counters.size(), m_rollout.countersBeforeOwn.has_value()};
 }
 
 } // namespace indexer

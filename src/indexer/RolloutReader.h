@@ -1,44 +1,43 @@
 #pragma once
 
-#include "indexer/RolloutBook.h"
+#include "indexer/Rollout.h"
 
-#include <optional>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace indexer {
 
-/// Takes up one rollout line by line; what a line means depends on those before it.
+/// Takes up one rollout line by line; what a line means depends on those before it. A file may be
+/// read in any pieces, each by a reader of its own that goes on with the same rollout.
 class RolloutReader final {
 public:
-    RolloutReader(RolloutBook &book, TextPool &names);
+    /// `rollout` has to stay where it is, and is changed by nobody else meanwhile.
+    explicit RolloutReader(Rollout &rollout);
 
-    /// `stem` is the file's name without its endings, whose last part is the thread's id.
-    void begin(std::string_view stem);
     /// Only a line with a time can tell of usage.
     void add(const RolloutLine &line, std::optional<TimePoint> time);
-    void end();
 
 private:
     void addMeta(const RolloutLine &line, std::optional<TimePoint> time);
+    [[nodiscard]] RolloutMeta &metaOf(TextId thread);
     void addTurn(const RolloutLine &line);
     void change(const RolloutLine &line);
+    void rememberTurn();
     void addTimed(const RolloutLine &line, TimePoint time);
     void addRecord(const RolloutLine &line, TimePoint time);
+    void addToCovered(const RolloutUsage &usage);
     void addCounter(const RolloutLine &line, TimePoint time);
+    void addName(const RolloutLine &line, TimePoint time);
+    void addPrompt(const RolloutLine &line, TimePoint time);
     void addLimits(const RolloutLimits &limits, TimePoint time);
+    [[nodiscard]] RolloutRecord &recordOf(const RolloutRecord &record);
+    [[nodiscard]] std::uint32_t settingsOf(std::string_view turn);
+    [[nodiscard]] std::uint32_t numberOf(const RolloutSettings &settings);
 
-    RolloutBook &m_book;
-    TextPool &m_names;
-    Rollout m_rollout;
-    std::unordered_set<TextId> m_told; // threads whose front the file holds
-    bool m_isOrphanSubagent = false;
-    TextId m_orphan = 0; // the last of these, if it does not say what it comes from
-    RolloutSettings m_settings;
-    std::unordered_map<TextId, RolloutSettings> m_turns;
-    TextId m_turn = 0;
-    bool m_hasOwnRecord = false;
-    bool m_hasPrompt = false;
+    Rollout &m_rollout;
+    // What follows from the rollout.
+    std::unordered_map<std::uint64_t, std::uint32_t> m_records; // by response and thread
+    RolloutUsage m_highest;                                     // total so far
+    RolloutUsage m_growth;                                      // of the last counter
 };
 
 } // namespace indexer

@@ -59,11 +59,15 @@ struct UsageRecord {
     Ending ending = Ending::Untold;
     bool isSidechain = false;
     Provider provider = Provider::Claude;
-    bool isSum = false; // of several requests, it may be
+    bool isSum = false;     // of several requests, it may be
+    bool isPartial = false; // more was used than is told
 
     [[nodiscard]] TimePoint time() const { return standing.time(); }
-    /// A subagent's answer whose last line was never written: its output is known too low.
-    [[nodiscard]] bool isIncomplete() const { return isSidechain && ending == Ending::Open; }
+    /// Also a subagent's answer whose last line was never written: its output is known too low.
+    [[nodiscard]] bool isIncomplete() const
+    {
+        return isPartial || (isSidechain && ending == Ending::Open);
+    }
 };
 
 /// Puts together what two files, or two lines, tell of one answer; which comes first does not
