@@ -186,8 +186,10 @@ Options optionsOf(const Words &words)
         words.codex.empty() ? configuredCodexFolder() : std::filesystem::path(words.codex);
     return {
         .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
+        .isDataNamed = !words.data.empty(),
         .claude = claude.value_or(defaultClaudeFolder()),
         .isClaudeNamed = claude.has_value(),
+        .isClaudeArgument = !words.claude.empty(),
         .codex = codex.value_or(defaultCodexFolder()),
         .isCodexNamed = !words.codex.empty(), // the variable may outlive the folder
         .command = UpdateOptions {},

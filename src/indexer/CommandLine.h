@@ -24,8 +24,10 @@ struct DoctorOptions { };
 /// What the program was asked to do.
 struct Options {
     std::filesystem::path data;
+    bool isDataNamed = false;
     std::filesystem::path claude;
-    bool isClaudeNamed = false; // by the command line or the environment
+    bool isClaudeNamed = false;    // by the command line or the environment
+    bool isClaudeArgument = false; // by the command line
     std::filesystem::path codex;
     bool isCodexNamed = false; // by the command line
     std::variant<UpdateOptions, ReportOptions, StatusOptions, DoctorOptions> command;

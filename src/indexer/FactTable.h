@@ -8,6 +8,9 @@
 
 namespace indexer {
 
+/// When the last run was that found something new, in milliseconds since 1970.
+constexpr std::string_view lastRunFact = "last run";
+
 /// Single facts that the history keeps by name.
 class FactTable final {
 public:

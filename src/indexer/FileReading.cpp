@@ -1,5 +1,6 @@
 #include "indexer/FileReading.h"
 
+#include "indexer/RolloutPacking.h"
 #include "indexer/RolloutReader.h"
 #include "indexer/TranscriptReader.h"
 
@@ -64,9 +65,30 @@ bool FileReading::readTranscript(FilePiece piece)
     return true;
 }
 
-bool FileReading::readRollout(const FileTask &, FilePiece)
+bool FileReading::readRollout(const FileTask &task, FilePiece piece)
 {
-    return true;
+    const std::string name = task.path.filename().native();
+    auto rollout = piece.isFresh ? std::nullopt : unpackedRollout(task.rollout);
+    if (!rollout) {
+        // Also when what was kept cannot be understood any more.
+        if (!piece.isFresh && !m_reader.skipTo(0)) {
+            return false;
+        }
+        piece.isFresh = true;
+        rollout = startRollout(std::string_view(name).substr(0, name.find(".jsonl")));
+    }
+    RolloutReader reader(*rollout);
+    RolloutLine line;
+    const bool isWhole = eachLine(line, piece.skips, [&] {
+        if (line.hasImpossibleNumbers) {
+            piece.skips.add(LineSkip::ImpossibleNumbers);
+        } else {
+            reader.add(line, timeOf(line.timestamp, m_now, piece.skips, piece.again));
+        }
+        return true;
+    });
+    piece.told = std::move(*rollout);
+    return isWhole && hand(std::move(piece), true);
 }
 
 /// A file that was not read to its end must not look like one that was: the run may end here.

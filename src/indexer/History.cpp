@@ -18,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-constexpr const char *fileName = "history.sqlite";
 /// Longer than any run takes that makes progress.
 constexpr auto longestWait = 10min;
 constexpr auto betweenTries = 20ms;
@@ -132,6 +131,7 @@ bool History::update(const SourceFolders &folders, const PriceTable &prices, Tim
         const bool isChanged = update.run(folders, progress);
         m_skips = update.skips();
         m_files = update.files();
+        m_limits = update.limits();
         return isChanged;
     };
     const bool isChanged = attempt();

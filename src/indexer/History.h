@@ -15,6 +15,8 @@ namespace indexer {
 /// history open.
 class History final {
 public:
+    static constexpr const char *fileName = "history.sqlite";
+
     /// Opens the history in a folder, or makes one; waits for other programs to be done with it. A
     /// damaged one is kept beside the new one, and what is in it that transcripts no longer tell is
     /// lost to the statistics. See `problem` for what went wrong.
@@ -31,6 +33,8 @@ public:
     [[nodiscard]] const std::string &remark() const { return m_remark; }
     [[nodiscard]] const Skips &skips() const { return m_skips; }
     [[nodiscard]] Database &database() const { return *m_database; }
+    /// The newest limits of Codex in what the last update looked at.
+    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
     /// How many transcripts were there at the last update.
     [[nodiscard]] std::size_t files() const { return m_files; }
     /// Looks through the whole database.
@@ -51,6 +55,7 @@ private:
     std::optional<std::string> m_problem;
     std::string m_remark;
     Skips m_skips;
+    std::optional<LimitReading> m_limits;
     std::size_t m_files = 0;
     int m_lock = -1;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace indexer {
 
@@ -18,8 +19,16 @@ struct HistoryFacts {
     std::uint64_t sessions = 0;
     std::uint64_t files = 0;         // transcripts that were ever read
     std::uint64_t vanishedFiles = 0; // of these, those that are gone but still counted
-    std::optional<TimePoint> lastRun;
+    std::optional<TimePoint> newestAnswer;
+    std::optional<TimePoint> lastRun; // that found something new
     Skips skips;
+    std::optional<std::string> problem; // why all this could not be read
 };
+
+/// Nothing is changed, and nobody is kept from their work on the history.
+[[nodiscard]] HistoryFacts readHistoryFacts(const std::filesystem::path &file);
+
+/// Looks through the whole file and says what is wrong with it; empty when nothing is.
+[[nodiscard]] std::string historyProblem(const std::filesystem::path &file);
 
 } // namespace indexer

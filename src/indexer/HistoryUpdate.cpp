@@ -1,6 +1,7 @@
 #include "indexer/HistoryUpdate.h"
 
 #include "indexer/PieceStore.h"
+#include "indexer/ThreadNameTable.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -42,6 +43,7 @@ HistoryUpdate::HistoryUpdate(Database &database, const PriceTable &prices, TimeP
     , m_now(now)
     , m_facts(database)
     , m_fileTable(database)
+    , m_rollouts(database)
 {
 }
 
@@ -55,14 +57,15 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     const ReadPlan plan = planReading(known, find(folders), m_now);
     const std::string version = sumsVersion();
     const bool isCurrent = isReadByTheseRules && m_facts.text(sumsFact) == version;
+    const bool isRenamed = updateThreadNames(m_database, folders.codex);
     if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
-        return false;
+        return isRenamed;
     }
     const std::vector<FileTask> toRead = tasks(plan);
     const SumUpkeep upkeep =
         isCurrent && bytesOf(toRead) < muchToRead ? SumUpkeep::WithEachBatch : SumUpkeep::AtTheEnd;
     noteMoves(plan);
-    PieceStore store(m_database, m_prices, plan);
+    PieceStore store(m_database, m_prices, plan, m_now);
     for (const auto &[file, path] : plan.moved) {
         store.addMoved(file->id);
     }
@@ -76,8 +79,9 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     if (upkeep == SumUpkeep::AtTheEnd) {
         store.rebuildSums(version);
     }
+    m_limits = store.limits();
     m_facts.set(rulesFact, readingRules);
-    m_facts.set("last run", m_now.time_since_epoch().count());
+    m_facts.set(lastRunFact, m_now.time_since_epoch().count());
     return true;
 }
 
@@ -101,7 +105,7 @@ std::vector<FoundFiles> HistoryUpdate::find(const SourceFolders &folders)
     return found;
 }
 
-std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan) const
+std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan)
 {
     std::vector<FileTask> tasks;
     for (const PlannedFile &file : plan.files) {
@@ -112,6 +116,7 @@ std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan) const
         task.size = file.found.identity.size;
         if (file.known != nullptr && !file.isFromStart) {
             task.from = file.known->mark;
+            task.rollout = file.provider == Provider::Codex ? m_rollouts.told(file.known->id) : "";
         }
     }
     return tasks;

@@ -5,6 +5,7 @@
 #include "indexer/Harvest.h"
 #include "indexer/PriceTable.h"
 #include "indexer/ReadPlan.h"
+#include "indexer/RolloutTable.h"
 
 #include <filesystem>
 
@@ -24,6 +25,8 @@ public:
 
     /// What was left out this time.
     [[nodiscard]] const Skips &skips() const { return m_skips; }
+    /// The newest limits of Codex in what was looked at.
+    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
     /// How many files there are.
     [[nodiscard]] std::size_t files() const { return m_files; }
 
@@ -32,7 +35,7 @@ public:
 
 private:
     [[nodiscard]] std::vector<FoundFiles> find(const SourceFolders &folders);
-    [[nodiscard]] std::vector<FileTask> tasks(const ReadPlan &plan) const;
+    [[nodiscard]] std::vector<FileTask> tasks(const ReadPlan &plan);
     [[nodiscard]] std::string sumsVersion() const;
     void noteMoves(const ReadPlan &plan);
 
@@ -41,6 +44,8 @@ private:
     TimePoint m_now;
     FactTable m_facts;
     FileTable m_fileTable;
+    RolloutTable m_rollouts;
+    std::optional<LimitReading> m_limits;
     Skips m_skips;
     std::size_t m_files = 0;
 };

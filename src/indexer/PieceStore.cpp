@@ -12,7 +12,8 @@ constexpr std::size_t mostPieces = 2000;
 
 } // namespace
 
-PieceStore::PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan)
+PieceStore::PieceStore(
+    Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now)
     : m_database(database)
     , m_plan(plan)
     , m_ids(plan.files.size())
@@ -21,6 +22,7 @@ PieceStore::PieceStore(Database &database, const PriceTable &prices, const ReadP
     , m_nameTable(database)
     , m_answers(database, m_nameTable.names())
     , m_sessions(database, m_nameTable.names())
+    , m_families(database, m_sessions, m_nameTable.names(), now)
     , m_sumTable(database)
     , m_sums(prices, m_nameTable.names())
 {
@@ -53,9 +55,10 @@ void PieceStore::flush(SumUpkeep upkeep)
         collect(piece);
         m_files.mark(piece);
     }
-    m_nameTable.save();
     store(upkeep);
+    m_nameTable.save();
     transaction.commit();
+    m_rollouts.clear();
     m_pieces.clear();
     m_rows.clear();
     m_outdated.clear();
@@ -92,25 +95,30 @@ void PieceStore::forget()
 
 void PieceStore::collect(FilePiece &piece)
 {
-    auto *told = std::get_if<TranscriptPiece>(&piece.told);
-    if (told == nullptr) {
-        return;
+    if (const auto *rollout = std::get_if<Rollout>(&piece.told)) {
+        m_rollouts.emplace_back(piece.file, rollout);
+    } else {
+        collect(piece.file, std::get<TranscriptPiece>(piece.told));
     }
-    std::vector<TextId> ids(told->names.size());
+}
+
+void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
+{
+    std::vector<TextId> ids(told.names.size());
     for (TextId id = 1; id < ids.size(); ++id) {
-        ids[id] = m_nameTable.names().add(told->names.text(id));
+        ids[id] = m_nameTable.names().add(told.names.text(id));
     }
-    for (Answer &answer : told->answers) {
+    for (Answer &answer : told.answers) {
         answer.record.session.text = ids[answer.record.session.text];
         answer.record.model.text = ids[answer.record.model.text];
-        m_rows.push_back({piece.file, answer});
+        m_rows.push_back({file, answer});
     }
-    for (auto &[session, facts] : told->sessions) {
+    for (auto &[session, facts] : told.sessions) {
         m_touchedSessions.insert(ids[session]);
-        m_sessions.append(piece.file, ids[session], std::move(facts));
+        m_sessions.append(file, ids[session], std::move(facts));
     }
-    m_sessions.addSummaries(piece.file, told->summaries);
-    m_hasNewSummaries = m_hasNewSummaries || !told->summaries.empty();
+    m_sessions.addSummaries(file, told.summaries);
+    m_hasNewSummaries = m_hasNewSummaries || !told.summaries.empty();
 }
 
 std::vector<std::uint64_t> PieceStore::touchedMessages() const
@@ -147,9 +155,11 @@ void PieceStore::store(SumUpkeep upkeep)
         m_answers.visit(message, [this](const UsageRecord &record) { m_sums.add(record); });
     }
     if (!isSummedNow) {
+        m_families.put(m_rollouts);
         m_facts.set(sumsFact, "outdated");
         return;
     }
+    m_families.put(m_rollouts, m_sums);
     m_sumTable.change(m_sums.all());
     m_sums.clear();
     showSessions();
@@ -171,6 +181,8 @@ void PieceStore::rebuildSums(const std::string &version)
     m_sums.clear();
     m_answers.visitAll([this](const UsageRecord &record) { m_sums.add(record); });
     Transaction transaction(m_database);
+    m_families.addAll(m_sums);
+    m_nameTable.save();
     m_sumTable.clear();
     m_sumTable.change(m_sums.all());
     m_sessions.showAllAgain();

@@ -2,6 +2,7 @@
 
 #include "indexer/AnswerTable.h"
 #include "indexer/FactTable.h"
+#include "indexer/FamilyStore.h"
 #include "indexer/FileTable.h"
 #include "indexer/NameTable.h"
 #include "indexer/ReadPlan.h"
@@ -25,7 +26,10 @@ enum class SumUpkeep {
 /// Puts what was read into the history, many pieces in one transaction.
 class PieceStore final {
 public:
-    PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan);
+    PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now);
+
+    /// The newest limits of Codex that were met while sums were made.
+    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_families.limits(); }
 
     /// Takes a piece, whose file is the number of one in the plan; false after a failure.
     bool add(FilePiece &&piece, SumUpkeep upkeep);
@@ -39,7 +43,7 @@ public:
 private:
     void resolve(FilePiece &piece);
     void collect(FilePiece &piece);
-    void collectSessions(std::int64_t file, TranscriptPiece &told, const std::vector<TextId> &ids);
+    void collect(std::int64_t file, TranscriptPiece &told);
     void forget();
     void store(SumUpkeep upkeep);
     void showSessions();
@@ -53,6 +57,7 @@ private:
     NameTable m_nameTable;
     AnswerTable m_answers;
     SessionTable m_sessions;
+    FamilyStore m_families;
     SumTable m_sumTable;
     Sums m_sums;
 
@@ -61,6 +66,7 @@ private:
     std::size_t m_waiting = 0; // answers in them
     // While it is being stored.
     std::vector<AnswerTable::Row> m_rows;
+    FamilyStore::Rollouts m_rollouts; // of the pieces
     std::vector<AnswerTable::Place> m_outdated;
     std::set<std::int64_t> m_replaced; // files
     std::set<TextId> m_touchedSessions;

@@ -1,10 +1,14 @@
 #include "indexer/Program.h"
 
 #include "indexer/Doctor.h"
+#include "indexer/FactTable.h"
+#include "indexer/History.h"
+#include "indexer/HistoryFacts.h"
 #include "indexer/LimitsFile.h"
 #include "indexer/LimitsText.h"
 #include "indexer/PriceFile.h"
 #include "indexer/Printable.h"
+#include "indexer/Progress.h"
 #include "indexer/Report.h"
 #include "indexer/SafeFile.h"
 #include "indexer/StatsJson.h"
@@ -37,39 +41,71 @@ Outcome failed(std::string_view text)
     return outcome;
 }
 
-std::optional<std::string> write(
-    const Options &options, const Scan &scan, const Statistics &statistics, TimePoint now)
+/// What tells whether the statistics file is as the last run left it, and still of today.
+constexpr std::string_view writtenFact = "written";
+
+std::string writtenState(const std::filesystem::path &file, TimePoint now)
 {
-    auto problem = makeFolder(options.data);
-    if (!problem) {
-        problem = replaceFile(options.data / "stats.json", statsJson(statistics));
+    struct stat status { };
+    if (::stat(file.c_str(), &status) != 0) {
+        return {};
     }
-    if (const auto limits = scan.rollouts().limits(); limits && !problem) {
+    const FileIdentity identity = FileIdentity::of(status);
+    return fmt::format("{} {} {} {}", dayText(LocalCalendar().dayOf(now)), identity.inode,
+        identity.size, identity.modified);
+}
+
+bool isWritten(const Options &options, const History &history, TimePoint now)
+{
+    const std::string state = writtenState(options.data / "stats.json", now);
+    return !state.empty() && FactTable(history.database()).text(writtenFact) == state;
+}
+
+std::optional<std::string> write(const Options &options, const History &history, TimePoint now)
+{
+    const std::filesystem::path file = options.data / "stats.json";
+    const Statistics statistics = computeStatistics(history, {}, now);
+    auto problem = replaceFile(file, statsJson(statistics));
+    if (!problem) {
+        FactTable(history.database()).set(writtenFact, writtenState(file, now));
+    }
+    if (const auto &limits = history.limits(); limits && !problem) {
         problem = writeLimits(options.data / "codex-limits.json", *limits, now);
     }
     return problem;
 }
 
-std::string report(const Options &options, const Scan &scan, const Statistics &statistics)
+std::string report(const Options &options, const History &history, TimePoint now)
 {
     const auto &report = std::get<ReportOptions>(options.command);
-    if (statistics.days.empty() && report.format == ReportFormat::Table) {
-        return fmt::format(fmt::runtime(scan.files() == 0 ? noTranscripts : noUsage),
+    const Statistics statistics = computeStatistics(history, report.filter, now);
+    const Terminal terminal = terminalOf(STDOUT_FILENO);
+    const bool isTable = report.format == ReportFormat::Table;
+    if (statistics.days.empty() && isTable) {
+        return fmt::format(fmt::runtime(history.files() == 0 ? noTranscripts : noUsage),
             printable((options.claude / "projects").native()),
             printable((options.codex / "sessions").native()));
     }
-    return reportText(statistics, report, terminalOf(STDOUT_FILENO));
+    std::string text = reportText(statistics, report, terminal);
+    if (isTable && report.kind == ReportKind::Daily) {
+        const std::string limits =
+            limitsText(readStoredLimits(options.data, options.claude), now, terminal);
+        text += limits.empty() ? "" : '\n' + limits;
+    }
+    return text;
 }
 
 Outcome doctor(const Options &options, TimePoint now)
 {
     const char *path = std::getenv("PATH");
+    const std::filesystem::path history = options.data / History::fileName;
     const Findings findings = examine({.data = options.data,
         .claude = {options.claude, options.isClaudeNamed},
         .codex = {options.codex, options.isCodexNamed},
         .path = path == nullptr ? "" : path,
         .now = now,
-        .newestAnswer = std::nullopt});
+        .newestAnswer = readHistoryFacts(history).newestAnswer,
+        .historyProblem = [&history] { return historyProblem(history); }});
     return {.status = hasProblem(findings) ? 1 : 0,
         .output = findingsText(findings, terminalOf(STDOUT_FILENO)),
         .messages = {}};
@@ -77,16 +113,101 @@ Outcome doctor(const Options &options, TimePoint now)
 
 Outcome status(const Options &options, TimePoint now)
 {
-    const HistoryFacts facts {.file = options.data / "history.sqlite"};
+    const auto facts = [&] { return readHistoryFacts(options.data / History::fileName); };
     switch (std::get<StatusOptions>(options.command).format) {
     case StatusFormat::Waybar:
         return {.output = waybarLine(options.data, options.claude, now)};
     case StatusFormat::Json:
-        return {.output = statusJson(facts)};
+        return {.output = statusJson(facts())};
     case StatusFormat::Text:
         break;
     }
-    return {.output = statusText(facts, now, terminalOf(STDOUT_FILENO))};
+    return {.output = statusText(facts(), now, terminalOf(STDOUT_FILENO))};
+}
+
+/// Before anything else: what cannot be read must not be taken for nothing. A folder of Codex that
+/// nobody named holds nothing else up.
+std::optional<Outcome> unreadable(const Options &options, Outcome &outcome)
+{
+    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
+        return failed(*problem);
+    }
+    for (const char *inner : {"sessions", "archived_sessions"}) {
+        const auto problem = whyUnreadable(options.codex, inner, !options.isCodexNamed);
+        if (problem && options.isCodexNamed) {
+            return failed(*problem);
+        }
+        if (problem) {
+            say(outcome, *problem);
+            break;
+        }
+    }
+    return std::nullopt;
+}
+
+/// A report on folders that were named is about these alone, unless the history was named as well;
+/// and where no history can be kept, there can still be a report.
+std::unique_ptr<History> openHistory(const Options &options, Outcome &outcome)
+{
+    const bool isReport = std::holds_alternative<ReportOptions>(options.command);
+    const bool isElsewhere =
+        !options.isDataNamed && (options.isClaudeArgument || options.isCodexNamed);
+    if (isReport && isElsewhere) {
+        return std::make_unique<History>();
+    }
+    auto problem = makeFolder(options.data);
+    auto history = problem ? nullptr : std::make_unique<History>(options.data);
+    problem = problem ? problem : history->problem();
+    if (!problem) {
+        return history;
+    }
+    if (!isReport) {
+        outcome = failed(*problem);
+        return nullptr;
+    }
+    say(outcome, *problem + "; this report is of the transcripts that are there now");
+    return std::make_unique<History>();
+}
+
+/// Reads what is new, and then reports or writes what there is.
+Outcome update(const Options &options, TimePoint now)
+{
+    Outcome outcome;
+    if (const auto failure = unreadable(options, outcome)) {
+        return *failure;
+    }
+    const std::filesystem::path priceFile = options.data / "prices.json";
+    const LoadedPrices prices = loadPrices(priceFile);
+    if (!prices.problem.empty()) {
+        say(outcome,
+            fmt::format(
+                "{} is not used, the built-in prices are: {}", priceFile.native(), prices.problem));
+    }
+    const auto history = openHistory(options, outcome);
+    if (history == nullptr) {
+        return outcome;
+    }
+    Progress progress = standardErrorProgress();
+    const bool isChanged = history->update({options.claude, options.codex}, prices.table, now,
+        [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); });
+    progress.finish();
+    if (const auto problem = history->problem()) {
+        return failed(*problem);
+    }
+    if (!history->remark().empty()) {
+        say(outcome, history->remark());
+    }
+    if (std::holds_alternative<ReportOptions>(options.command)) {
+        outcome.output = report(options, *history, now);
+    } else if (isChanged || !isWritten(options, *history, now)) {
+        if (const auto problem = write(options, *history, now)) {
+            return failed(*problem);
+        }
+    }
+    if (const std::string skipped = history->skips().sentence(); !skipped.empty()) {
+        say(outcome, skipped);
+    }
+    return outcome;
 }
 
 } // namespace
@@ -99,42 +220,7 @@ Outcome run(const Options &options, TimePoint now)
     if (std::holds_alternative<StatusOptions>(options.command)) {
         return status(options, now);
     }
-    // Before anything else: statistics of nothing must not replace those that there are.
-    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
-        return failed(*problem);
-    }
-    for (const char *inner : {"sessions", "archived_sessions"}) {
-        if (const auto problem = whyUnreadable(options.codex, inner, !options.isCodexNamed)) {
-            return failed(*problem);
-        }
-    }
-    Outcome outcome;
-    const std::filesystem::path priceFile = options.data / "prices.json";
-    const LoadedPrices prices = loadPrices(priceFile);
-    if (!prices.problem.empty()) {
-        say(outcome,
-            fmt::format(
-                "{} is not used, the built-in prices are: {}", priceFile.native(), prices.problem));
-    }
-    Scan scan(now);
-    scan.addClaude(options.claude);
-    scan.addCodex(options.codex);
-    const Statistics statistics = computeStatistics(scan, prices.table, now);
-    if (std::holds_alternative<ReportOptions>(options.command)) {
-        outcome.output = report(options, scan, statistics);
-        const auto &wanted = std::get<ReportOptions>(options.command);
-        if (wanted.format == ReportFormat::Table && wanted.kind == ReportKind::Daily) {
-            const std::string limits = limitsText(
-                readStoredLimits(options.data, options.claude), now, terminalOf(STDOUT_FILENO));
-            outcome.output += limits.empty() ? "" : '\n' + limits;
-        }
-    } else if (const auto problem = write(options, scan, statistics, now)) {
-        return failed(*problem);
-    }
-    if (const std::string skipped = scan.skips().sentence(); !skipped.empty()) {
-        say(outcome, skipped);
-    }
-    return outcome;
+    return update(options, now);
 }
 
 } // namespace indexer

@@ -2,8 +2,8 @@
 
 #include "indexer/LimitReading.h"
 #include "indexer/Moment.h"
+#include "indexer/OwnTexts.h"
 #include "indexer/RolloutLine.h"
-#include "indexer/TextTable.h"
 
 #include <optional>
 #include <string>
@@ -77,7 +77,7 @@ struct RolloutLimitReading {
 /// all that is needed to read on behind it. Texts go by their numbers in `texts`, settings by
 /// theirs in `settings`, turns and responses by their hashes.
 struct Rollout {
-    TextTable texts;
+    OwnTexts texts;
     std::vector<RolloutSettings> settings;
     TextId thread = 0;
     bool isNamed = false;                 // `thread` holds, whatever follows

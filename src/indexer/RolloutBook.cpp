@@ -43,7 +43,7 @@ struct RolloutBook::Prompt {
 void RolloutBook::add(Rollout rollout)
 {
     RolloutFile file {.rollout = std::move(rollout), .thread = 0, .texts = {}};
-    const TextTable &texts = file.rollout.texts;
+    const OwnTexts &texts = file.rollout.texts;
     for (TextId id = 0; id < texts.size(); ++id) {
         file.texts.push_back(m_names.add(texts.text(id)));
     }

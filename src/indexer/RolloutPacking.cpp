@@ -28,7 +28,7 @@ public:
     }
     void real(double value) { m_writer.real(value); }
     void text(const std::string &value) { m_writer.text(value); }
-    void texts(const TextTable &table)
+    void texts(const OwnTexts &table)
     {
         m_writer.number(table.size() - 1);
         for (TextId id = 1; id < table.size(); ++id) {
@@ -79,7 +79,7 @@ public:
     }
     void real(double &value) { value = m_reader.real(); }
     void text(std::string &value) { value = m_reader.text(); }
-    void texts(TextTable &table)
+    void texts(OwnTexts &table)
     {
         for (std::size_t left = m_reader.count(); left > 0; --left) {
             table.add(m_reader.text());

@@ -1,6 +1,5 @@
 #include "indexer/TextTable.h"
 
-<<<<<<< HEAD
 #include "indexer/TextWidth.h"
 
 #include <algorithm>
@@ -131,24 +130,6 @@ std::string TextTable::text(const Terminal &terminal) const
         text += line(row, widths, terminal);
     }
     return text;
-=======
-#include <algorithm>
-
-namespace indexer {
-
-TextId TextTable::add(std::string_view text)
-{
-    if (text.empty()) {
-        return 0;
-    }
-    // What came last is asked for most.
-    const auto found = std::find(m_texts.rbegin(), m_texts.rend(), text);
-    if (found == m_texts.rend()) {
-        m_texts.emplace_back(text);
-        return static_cast<TextId>(m_texts.size());
-    }
-    return static_cast<TextId>(m_texts.rend() - found);
->>>>>>> 146b45f (indexer: let a rollout stand by itself, so that it can be kept and read on)
 }
 
 } // namespace indexer

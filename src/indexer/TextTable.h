@@ -1,20 +1,12 @@
 #pragma once
 
-<<<<<<< HEAD
 #include "indexer/Terminal.h"
 
 #include <string>
-=======
-#include "indexer/TextPool.h"
-
-#include <string>
-#include <string_view>
->>>>>>> 146b45f (indexer: let a rollout stand by itself, so that it can be kept and read on)
 #include <vector>
 
 namespace indexer {
 
-<<<<<<< HEAD
 enum class Align { Left, Right };
 
 /// A column of a table.
@@ -60,24 +52,6 @@ private:
 
     std::vector<Column> m_columns;
     std::vector<Row> m_rows;
-=======
-/// The few texts of one file, each once and numbered in the order of arrival; 0 is the empty text.
-/// Unlike a TextPool it is small, and can be copied.
-class TextTable final {
-public:
-    [[nodiscard]] bool operator==(const TextTable &) const = default;
-    [[nodiscard]] std::string_view text(TextId id) const
-    {
-        return id == 0 ? std::string_view() : m_texts[id - 1];
-    }
-    /// How many numbers there are, that of the empty text included.
-    [[nodiscard]] std::size_t size() const { return m_texts.size() + 1; }
-
-    TextId add(std::string_view text);
-
-private:
-    std::vector<std::string> m_texts;
->>>>>>> 146b45f (indexer: let a rollout stand by itself, so that it can be kept and read on)
 };
 
 } // namespace indexer

@@ -17,13 +17,13 @@ bool print(std::FILE *stream, const std::string &text)
 
 int runProgram(int count, char **words)
 {
-    const auto parsed = indexer::parseCommandLine(count, words);
+    const auto now =
+        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    const auto parsed = indexer::parseCommandLine(count, words, now);
     if (const auto *end = std::get_if<indexer::EarlyEnd>(&parsed)) {
         print(end->status == 0 ? stdout : stderr, end->text);
         return end->status;
     }
-    const auto now =
-        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     indexer::Outcome outcome = indexer::run(std::get<indexer::Options>(parsed), now);
     if (!print(stdout, outcome.output) && errno != EPIPE) { // whoever has read enough may go
         outcome.messages = "kestrelbay-indexer: cannot write to standard output\n";

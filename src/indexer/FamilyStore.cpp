@@ -1,0 +1,78 @@
+#include "indexer/FamilyStore.h"
+
+#include <algorithm>
+
+namespace indexer {
+
+FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now)
+    : m_database(database)
+    , m_sessions(sessions)
+    , m_names(names)
+    , m_now(now)
+    , m_rollouts(database)
+{
+}
+
+void FamilyStore::put(const Rollouts &rollouts)
+{
+    for (const auto &[file, rollout] : rollouts) {
+        m_rollouts.put(file, *rollout);
+    }
+}
+
+void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
+{
+    if (rollouts.empty()) {
+        return;
+    }
+    RolloutTable::Files files;
+    std::vector<std::string> threads;
+    for (const auto &[file, rollout] : rollouts) {
+        files.insert(file);
+        std::ranges::move(kinOf(*rollout), std::back_inserter(threads));
+    }
+    // All that was a family, and all that becomes one by the threads that are new.
+    RolloutTable::Files family = m_rollouts.familyOf(files, threads);
+    takeAway(m_rollouts.book(family), sums);
+    put(rollouts);
+    family.merge(files);
+    add(m_rollouts.book(family), sums);
+}
+
+void FamilyStore::addAll(Sums &sums)
+{
+    m_database.run("DELETE FROM session WHERE provider = 1");
+    for (const RolloutTable::Files &family : m_rollouts.families()) {
+        add(m_rollouts.book(family), sums);
+    }
+}
+
+void FamilyStore::add(const RolloutBook &book, Sums &sums)
+{
+    book.forEach([&](const UsageRecord &record) { sums.add(withOurNames(record, book.names())); });
+    for (const RolloutSession &session : book.sessions()) {
+        m_sessions.show(Provider::Codex, m_names.add(book.names().text(session.thread)),
+            {session.title, std::string(book.names().text(session.folder)), session.end});
+    }
+    if (auto limits = book.limits(m_now); limits && (!m_limits || *m_limits < *limits)) {
+        m_limits = std::move(limits);
+    }
+}
+
+void FamilyStore::takeAway(const RolloutBook &book, Sums &sums)
+{
+    book.forEach(
+        [&](const UsageRecord &record) { sums.takeAway(withOurNames(record, book.names())); });
+    for (const RolloutSession &session : book.sessions()) {
+        m_sessions.hide(Provider::Codex, m_names.add(book.names().text(session.thread)));
+    }
+}
+
+UsageRecord FamilyStore::withOurNames(UsageRecord record, const TextPool &names)
+{
+    record.session.text = m_names.add(names.text(record.session.text));
+    record.model.text = m_names.add(names.text(record.model.text));
+    return record;
+}
+
+} // namespace indexer

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "indexer/RolloutTable.h"
+#include "indexer/SessionTable.h"
+#include "indexer/Sums.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace indexer {
+
+/// Stores Codex's rollouts and has sums and sessions follow, family by family: what a thread used
+/// itself shows only beside all that it may have copied.
+class FamilyStore final {
+public:
+    using Rollouts = std::vector<std::pair<std::int64_t, const Rollout *>>;
+
+    FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);
+
+    /// The newest limits met so far.
+    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
+
+    /// Takes up later states of some files; sums have to be made anew.
+    void put(const Rollouts &rollouts);
+    /// The same, with the sums changed by what that makes of the families.
+    void put(const Rollouts &rollouts, Sums &sums);
+    /// Adds all families to empty sums and shows their sessions.
+    void addAll(Sums &sums);
+
+private:
+    void add(const RolloutBook &book, Sums &sums);
+    void takeAway(const RolloutBook &book, Sums &sums);
+    [[nodiscard]] UsageRecord withOurNames(UsageRecord record, const TextPool &names);
+
+    Database &m_database;
+    SessionTable &m_sessions;
+    TextPool &m_names;
+    TimePoint m_now;
+    RolloutTable m_rollouts;
+    std::optional<LimitReading> m_limits;
+};
+
+} // namespace indexer

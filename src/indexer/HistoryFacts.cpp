@@ -1,0 +1,68 @@
+#include "indexer/HistoryFacts.h"
+
+#include "indexer/FactTable.h"
+#include "indexer/FileTable.h"
+
+namespace indexer {
+
+namespace {
+
+std::uint64_t sizeOf(const std::filesystem::path &file)
+{
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    return error ? 0 : size;
+}
+
+std::optional<TimePoint> timeOfStamp(std::int64_t stamp)
+{
+    return stamp == 0 ? std::nullopt : std::optional(TimePoint(TimePoint::duration(stamp)));
+}
+
+} // namespace
+
+HistoryFacts readHistoryFacts(const std::filesystem::path &file)
+{
+    HistoryFacts facts {.file = file};
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) {
+        return facts;
+    }
+    Database database(file);
+    Statement spent(database,
+        "SELECT min(day), sum(answers), count(DISTINCT provider || ' ' || session),"
+        " count(*) FROM spent");
+    while (spent.next()) {
+        if (spent.number(3) > 0) {
+            facts.since = Day(std::chrono::days(static_cast<int>(spent.number(0))));
+        }
+        facts.answers = spent.bits(1);
+        facts.sessions = spent.bits(2);
+    }
+    facts.files = static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file"));
+    facts.vanishedFiles =
+        static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));
+    facts.newestAnswer = timeOfStamp(database.number("SELECT max(end) FROM session"));
+    facts.lastRun = timeOfStamp(FactTable(database).number(lastRunFact));
+    facts.skips = FileTable(database).skips();
+    facts.bytes = sizeOf(file) + sizeOf(file.native() + "-wal");
+    facts.problem = database.problem();
+    return facts;
+}
+
+std::string historyProblem(const std::filesystem::path &file)
+{
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) {
+        return {};
+    }
+    Database database(file);
+    Statement rows(database, "PRAGMA quick_check(1)");
+    std::string said;
+    while (rows.next()) {
+        said = rows.bytes(0);
+    }
+    return database.problem() ? *database.problem() : said == "ok" ? std::string() : said;
+}
+
+} // namespace indexer

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "indexer/Database.h"
+#include "indexer/RolloutBook.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace indexer {
+
+/// What each of Codex's files tells, and which of them have to be looked at together.
+class RolloutTable final {
+public:
+    using Files = std::set<std::int64_t>;
+
+    explicit RolloutTable(Database &database);
+
+    /// What was kept of a file, empty when nothing was.
+    [[nodiscard]] std::string told(std::int64_t file);
+    /// All files of the families that some files or threads belong to.
+    [[nodiscard]] Files familyOf(const Files &files, const std::vector<std::string> &threads) const;
+    /// All files, family by family.
+    [[nodiscard]] std::vector<Files> families() const;
+    [[nodiscard]] RolloutBook book(const Files &files);
+
+    void put(std::int64_t file, const Rollout &rollout);
+
+private:
+    Database &m_database;
+    Statement m_told;
+};
+
+} // namespace indexer
