@@ -22,7 +22,8 @@ struct Examined {
     std::filesystem::path data;
     AssistantPlace claude;
     AssistantPlace codex;
-    std::string path; // where programs are looked for, as PATH has it
+    std::filesystem::path home; // as the environment tells it
+    std::string path;           // where programs are looked for, as PATH has it
     TimePoint now {};
     std::optional<TimePoint> newestAnswer; // that is stored
     /// Says what is wrong with the history, empty when nothing is.

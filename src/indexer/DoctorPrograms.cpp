@@ -5,6 +5,7 @@
 #include <charconv>
 #include <fmt/format.h>
 #include <unistd.h>
+#include <vector>
 
 namespace indexer {
 
@@ -28,13 +29,27 @@ std::optional<int> majorVersion(std::string_view text)
     return error == std::errc {} ? std::optional(major) : std::nullopt;
 }
 
+/// PATH, and behind it the places in the home where the widget looks too. It starts from a login
+/// shell's PATH, which may be another one.
+std::string searchPath(const fs::path &home, std::string path)
+{
+    std::vector<fs::path> more {home / ".volta/bin", home / ".local/share/fnm/aliases/default/bin"};
+    std::error_code ignored;
+    for (const auto &version : fs::directory_iterator(home / ".nvm/versions/node", ignored)) {
+        more.push_back(version.path() / "bin");
+    }
+    for (const fs::path &folder : more) {
+        path += ':' + folder.native();
+    }
+    return path;
+}
+
 Finding nodeFinding(const std::string &path)
 {
     constexpr auto patience = std::chrono::seconds {5};
     const auto node = findProgram("node", path);
     if (!node) {
-        // The widget asks a login shell and looks in some more places, so it may still find one.
-        return {Severity::Problem, "node is not in PATH", installNode};
+        return {Severity::Problem, "node is neither in PATH nor where it usually is", installNode};
     }
     const std::string version =
         programOutput(*node, {"--version"}, patience).value_or(std::string());
@@ -69,7 +84,8 @@ Finding companionFinding(const fs::path &file, bool isProgram)
 
 Findings examinePrograms(const Examined &examined)
 {
-    return {nodeFinding(examined.path), companionFinding(examined.data / "usage-stats.mjs", false),
+    return {nodeFinding(searchPath(examined.home, examined.path)),
+        companionFinding(examined.data / "usage-stats.mjs", false),
         companionFinding(examined.data / "kestrelbay-indexer", true)};
 }
 

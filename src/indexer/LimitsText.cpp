@@ -27,7 +27,7 @@ Ink inkOf(LimitAge age, double percent)
 
 std::string windowName(const LimitWindow &window)
 {
-    constexpr long week = 7 * 24;
+    constexpr long week = 168;
     constexpr long perDay = 24;
     constexpr double perHour = 60;
     const long hours = std::lround(window.minutes / perHour);

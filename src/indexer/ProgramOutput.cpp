@@ -51,6 +51,7 @@ public:
         std::vector<std::string> words {program.native()};
         words.insert(words.end(), arguments.begin(), arguments.end());
         std::vector<char *> pointers;
+        pointers.reserve(words.size() + 1);
         for (std::string &word : words) {
             pointers.push_back(word.data());
         }

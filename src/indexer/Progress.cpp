@@ -1,6 +1,7 @@
 #include "indexer/Progress.h"
 
 #include "indexer/FigureText.h"
+#include "indexer/Terminal.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -15,7 +16,7 @@ using namespace std::chrono_literals;
 
 constexpr std::string_view erase = "\r\x1b[K";
 
-/// "[######--------------]  30%  120.0 MB of 400.0 MB", narrow enough for any terminal.
+/// "Reading [######--------------]  30%  120.0 MB of 400.0 MB"
 std::string bar(std::uint64_t done, std::uint64_t total)
 {
     constexpr double cells = 20;
@@ -28,8 +29,11 @@ std::string bar(std::uint64_t done, std::uint64_t total)
 
 bool isCapable()
 {
+    constexpr std::size_t longestBar = 64;
     const char *kind = std::getenv("TERM");
-    return ::isatty(STDERR_FILENO) != 0 && kind != nullptr && std::string_view(kind) != "dumb";
+    const Terminal terminal = terminalOf(STDERR_FILENO);
+    const bool isWide = terminal.width == 0 || terminal.width > longestBar;
+    return terminal.isTerminal && isWide && kind != nullptr && std::string_view(kind) != "dumb";
 }
 
 void writeToStandardError(std::string_view text)

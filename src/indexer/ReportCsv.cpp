@@ -18,7 +18,7 @@ std::string cell(const std::string &text)
     const std::size_t first = safe.find_first_not_of(' ');
     const bool isFormula = first != std::string::npos
         && std::string_view("=+-@").find(safe[first]) != std::string::npos;
-    const std::string whole = (isFormula ? "'" : "") + safe;
+    std::string whole = (isFormula ? "'" : "") + safe;
     if (whole.find_first_of("\",\r\n") == std::string::npos && whole == safe) {
         return whole;
     }

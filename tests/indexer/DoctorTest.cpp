@@ -86,7 +86,7 @@ TEST_F(Doctor, findsWhatIsWrongAndOnlyThat)
         {[this] { program("bin/node", "echo v16.20.2"); }, "problem", "too old"},
         {[this] { program("bin/node", "echo v20.0.0; exit 1"); }, "problem",
             "not tell its version"},
-        {[this] { fs::remove(root / "bin/node"); }, "problem", "not in PATH"},
+        {[this] { fs::remove(root / "bin/node"); }, "problem", "neither in PATH"},
         {[this] { examined.historyProblem = [] { return std::string("bad\x1b page"); }; },
             "problem", "the history: bad? page"},
         {[this] { examined.newestAnswer = testNow() + 1h; }, "problem",

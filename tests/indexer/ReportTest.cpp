@@ -5,9 +5,14 @@
 #include "indexer/Scratch.h"
 #include "indexer/TextWidth.h"
 
+#include <cstdlib>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 using namespace indexer;
 using namespace std::chrono_literals;
@@ -134,6 +139,30 @@ TEST(ReportTable, showsModelsAndIsColouredOnlyWhereThatIsSeen)
     const std::string coloured = reportTable(someStatistics(), {}, {.hasColour = true});
     EXPECT_NE(coloured.find("\x1b[1mDate\x1b[0m"), std::string::npos) << coloured;
     EXPECT_NE(coloured.find("\x1b[2m0\x1b[0m"), std::string::npos) << coloured;
+}
+
+TEST(Terminal, obeysItsEnvironment)
+{
+    const int leader = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(leader >= 0 && ::unlockpt(leader) == 0);
+    const int terminal = ::open(::ptsname(leader), O_RDWR | O_NOCTTY);
+    const winsize size {.ws_row = 24, .ws_col = 91, .ws_xpixel = 0, .ws_ypixel = 0};
+    ASSERT_EQ(::ioctl(terminal, TIOCSWINSZ, &size), 0);
+    const std::tuple<std::map<std::string, const char *>, bool, std::size_t> rows[] = {
+        {{}, true, 91}, {{{"NO_COLOR", ""}, {"COLUMNS", "50"}}, true, 50},
+        {{{"NO_COLOR", "0"}, {"COLUMNS", "0"}}, false, 91},
+        {{{"TERM", "dumb"}, {"COLUMNS", "5x"}}, false, 91}};
+    for (const auto &[variables, hasColour, width] : rows) {
+        const Terminal found = terminalOf(terminal, [&set = variables](const char *name) {
+            return set.contains(name) ? set.at(name) : nullptr;
+        });
+        EXPECT_TRUE(found.isTerminal);
+        EXPECT_EQ(found.hasColour, hasColour);
+        EXPECT_EQ(found.width, width);
+    }
+    ::close(terminal);
+    ::close(leader);
+    EXPECT_FALSE(terminalOf(leader).isTerminal);
 }
 
 TEST(Limits, areNeverToldAsLiveWhenTheyAreNot)
