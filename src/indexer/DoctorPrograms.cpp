@@ -35,8 +35,9 @@ std::string searchPath(const fs::path &home, std::string path)
 {
     std::vector<fs::path> more {home / ".volta/bin", home / ".local/share/fnm/aliases/default/bin"};
     std::error_code ignored;
-    for (const auto &version : fs::directory_iterator(home / ".nvm/versions/node", ignored)) {
-        more.push_back(version.path() / "bin");
+    fs::directory_iterator version(home / ".nvm/versions/node", ignored);
+    for (; version != fs::directory_iterator(); version.increment(ignored)) {
+        more.push_back(version->path() / "bin");
     }
     for (const fs::path &folder : more) {
         path += ':' + folder.native();
