@@ -1,9 +1,16 @@
 #include "indexer/LimitsFile.h"
+#include "indexer/LineReader.h"
+#include "indexer/RolloutBook.h"
+#include "indexer/RolloutPacking.h"
+#include "indexer/RolloutParser.h"
+#include "indexer/RolloutReader.h"
 #include "indexer/Scratch.h"
+#include "indexer/TranscriptTree.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -42,22 +49,30 @@ std::string turn(const std::string &id, const std::string &model)
             R"("type":"turn_context","payload":{{"turn_id":"{}","model":"{}"}})", id, model));
 }
 
-std::string settings(const std::string &model)
+std::string settings(const std::string &fields)
 {
     return at(1,
         fmt::format(R"("type":"event_msg","payload":{{"type":"thread_settings_applied",)"
-                    R"("thread_settings":{{"model":"{}","service_tier":null}}}})",
-            model));
+                    R"("thread_settings":{{{}}}}})",
+            fields));
 }
 
-/// Counts in the order of input, cached, written to the cache and output.
-using Counts = std::array<int, 4>;
+std::string prompt(int minute, const std::string &text)
+{
+    return at(minute,
+        fmt::format(
+            R"("type":"event_msg","payload":{{"type":"user_message","message":"{}"}})", text));
+}
+
+/// Counts in the order of input, cached, written to the cache, output and reasoning.
+using Counts = std::array<int, 5>;
 
 std::string usage(const Counts &counts)
 {
     return fmt::format(R"({{"input_tokens":{},"cached_input_tokens":{},)"
-                       R"("cache_write_input_tokens":{},"output_tokens":{}}})",
-        counts[0], counts[1], counts[2], counts[3]);
+                       R"("cache_write_input_tokens":{},"output_tokens":{},)"
+                       R"("reasoning_output_tokens":{}}})",
+        counts[0], counts[1], counts[2], counts[3], counts[4]);
 }
 
 std::string total(int minute, const Counts &counts)
@@ -77,27 +92,71 @@ std::string record(int minute, const std::string &thread, const std::string &res
             thread, turn, response, usage(counts)));
 }
 
-/// What was used, as "minute session model fresh/read/written/output", in order.
-std::string used(const Scan &scan)
-{
-    Lines rows;
-    scan.rollouts().forEach([&](const UsageRecord &each) {
-        const TextPool &names = scan.names();
-        rows.push_back(fmt::format("{} {} {} {}/{}/{}/{}", momentText(each.time()).substr(14, 2),
-            names.text(each.session.text), names.text(each.model.text), each.usage.input,
-            each.usage.cacheRead, each.usage.cacheWrite(), each.usage.output));
-    });
-    std::sort(rows.begin(), rows.end());
-    return fmt::format("{}", fmt::join(rows, ", "));
-}
-
 struct File {
     std::string name;
     Lines lines;
 };
 
+/// Reads a file; in pieces of a line each, every one of them from what was kept of those before.
+Rollout read(const File &file, bool inPieces)
+{
+    static JsonLine json;
+    RolloutParser parser(json);
+    RolloutLine line;
+    Rollout rollout = startRollout("rollout-" + file.name);
+    RolloutReader whole(rollout);
+    for (const std::string &text : file.lines) {
+        const std::string padded = text + std::string(LineReader::padding, ' ');
+        if (parser.parse(std::string_view(padded).substr(0, text.size()), line)
+            != LineOutcome::Parsed) {
+            continue;
+        }
+        if (inPieces) {
+            rollout = unpackedRollout(packed(rollout)).value_or(Rollout {});
+            RolloutReader(rollout).add(line, parseMoment(line.timestamp));
+        } else {
+            whole.add(line, parseMoment(line.timestamp));
+        }
+    }
+    return rollout;
+}
+
+/// Calls `check(book)` with the files in either order, read at once or in pieces.
+void withBooks(std::vector<File> files, const std::function<void(const RolloutBook &)> &check)
+{
+    for (const bool inPieces : {false, true}) {
+        RolloutBook book;
+        for (const File &file : files) {
+            book.add(read(file, inPieces));
+            EXPECT_EQ(packed(read(file, inPieces)), packed(read(file, false)));
+        }
+        check(book);
+        std::reverse(files.begin(), files.end());
+    }
+}
+
+/// What was used, as "minute session model fresh/read/written/output", in order, with a mark for
+/// what was fast (!) or flexible (?), and where something is missing (+).
+std::string used(const RolloutBook &book)
+{
+    Lines rows;
+    book.forEach([&](const UsageRecord &each) {
+        const TextPool &names = book.names();
+        rows.push_back(fmt::format("{} {} {} {}/{}/{}/{}{}{}{}",
+            momentText(each.time()).substr(14, 2), names.text(each.session.text),
+            names.text(each.model.text), each.usage.input, each.usage.cacheRead,
+            each.usage.cacheWrite(), each.usage.output, each.speed == Speed::Fast ? "!" : "",
+            each.tier == ServiceTier::Batch ? "?" : "", each.isIncomplete() ? "+" : ""));
+    });
+    std::sort(rows.begin(), rows.end());
+    return fmt::format("{}", fmt::join(rows, ", "));
+}
+
 const std::string first = total(2, {100, 40, 10, 5});
 const std::string second = total(3, {300, 140, 10, 15});
+const std::string modelN = R"("model":"n","service_tier":null)";
+const std::string threadA = "01990000-0000-7000-8000-00000000000a";
+const std::string threadB = "01990000-0000-7000-8000-00000000000b";
 
 TEST(Rollouts, countEveryTokenOnce)
 {
@@ -122,7 +181,7 @@ TEST(Rollouts, countEveryTokenOnce)
             {{"a", {meta("a"), turn("t1", "m"), first, second}},
                 {"b",
                     {meta("b", forkOf("a")), meta("a"), turn("t1", "m"), total(8, {100, 40, 10, 5}),
-                        settings("n"), total(8, {300, 140, 10, 15}), turn("t2", "m"),
+                        settings(modelN), total(8, {300, 140, 10, 15}), turn("t2", "m"),
                         total(9, {400, 140, 10, 20})}},
                 {"empty",
                     {meta("empty", forkOf("b")), meta("b", forkOf("a")), total(9, {100, 40, 10, 5}),
@@ -147,22 +206,125 @@ TEST(Rollouts, countEveryTokenOnce)
             "02 a m 50/40/10/5, 02 b m 50/40/10/5"},
         {"a response has the model of its own turn, as changed last",
             {{"a",
-                {meta("a"), settings("z"), turn("t1", "m"), settings("n"),
+                {meta("a"), settings(R"("model":"z")"), turn("t1", "m"), settings(modelN),
                     record(2, "a", "r1", {1, 0, 0, 1}), turn("t2", "o"),
                     record(3, "a", "r2", {2, 0, 0, 2}), record(4, "a", "r3", {3, 0, 0, 3}, "t2"),
                     record(5, "a", "r4", {4, 0, 0, 4}, "untold"),
                     record(6, "a", "r5", {5, 0, 0, 5}, "")}}},
             "02 a n 1/0/0/1, 03 a n 2/0/0/2, 04 a o 3/0/0/3, 05 a o 4/0/0/4, 06 a o 5/0/0/5"},
+        {"the tier stays until another is told, and what was ordered before has its own",
+            {{"a",
+                {meta("a"), turn("t1", "m"), settings(R"("service_tier":"priority")"),
+                    record(2, "a", "r1", {1, 0, 0, 1}), settings(R"("model":"n")"),
+                    record(3, "a", "r2", {2, 0, 0, 2}), settings(R"("service_tier":"flex")"),
+                    record(4, "a", "r3", {3, 0, 0, 3}), settings(R"("service_tier":null)"),
+                    record(5, "a", "r4", {4, 0, 0, 4}), record(6, "a", "r1", {1, 0, 0, 1})}}},
+            "02 a m 1/0/0/1!, 03 a n 2/0/0/2!, 04 a n 3/0/0/3?, 05 a n 4/0/0/4"},
+        {"a total may stand before its record; what has none is known to be missing",
+            {{"a",
+                {meta("a"), turn("t1", "m"), first, second, record(4, "a", "r1", {200, 100, 0, 10}),
+                    total(5, {400, 140, 10, 20}), record(6, "a", "r2", {100, 0, 0, 5}),
+                    total(7, {500, 140, 10, 25}), total(8, {600, 140, 10, 30}),
+                    record(8, "a", "r3", {100, 0, 0, 5})}}},
+            "02 a m 50/40/10/5, 04 a m 100/100/0/10, 06 a m 100/0/0/5, 07 a m 0/0/0/0+, "
+            "08 a m 100/0/0/5"},
+        {"a fork's own totals before its records count where copies can be told",
+            {{"a", {meta("a"), turn("t1", "m"), first}},
+                {"b",
+                    {meta("b", forkOf("a")), turn("t1", "m"), first, second,
+                        record(4, "b", "r1", {1, 0, 0, 1})}},
+                {"c",
+                    {meta("c", forkOf("gone")), turn("t1", "m"), second,
+                        record(5, "c", "r2", {2, 0, 0, 2})}}},
+            "02 a m 50/40/10/5, 03 b m 100/100/0/10, 04 b m 1/0/0/1, 05 c m 2/0/0/2"},
+        {"files of one thread are put together",
+            {{"a", {meta("a"), turn("t1", "m"), first, record(5, "a", "r1", {1, 0, 0, 1})}},
+                {"moved",
+                    {meta("a"), turn("t1", "m"), first, second, record(6, "a", "r2", {2, 0, 0, 2}),
+                        record(6, "a", "r1", {1, 0, 0, 2})}}},
+            "02 a m 50/40/10/5, 03 a m 100/100/0/10, 05 a m 1/0/0/2, 06 a m 2/0/0/2"},
+        {"a torn front leaves the file to the thread that its name tells",
+            {{"a-" + threadA, {meta(threadA), turn("t1", "m"), first}},
+                {"b-" + threadB, {"{torn", meta(threadA), turn("t1", "m"), first, second}}},
+            "02 01990000-0000-7000-8000-00000000000a m 50/40/10/5, "
+            "03 01990000-0000-7000-8000-00000000000b m 100/100/0/10"},
+        {"the oldest thread's earliest line tells the settings",
+            {{"a", {meta("a"), turn("t1", "m"), record(5, "a", "r1", {1, 0, 0, 1})}},
+                {"copy", {meta("a"), turn("t1", "n"), record(6, "a", "r1", {1, 0, 0, 1})}},
+                {"b",
+                    {meta("b", forkOf("a")), turn("t1", "o"), record(4, "b", "r1", {1, 0, 0, 1})}},
+                {"c",
+                    {meta("c", forkOf("a")), turn("t1", "p"), record(3, "c", "r1", {1, 0, 0, 1})}}},
+            "03 a m 1/0/0/1"},
+        {"siblings may have equal totals, and totals differ by their reasoning",
+            {{"a", {meta("a"), turn("t1", "m"), total(1, {300, 140, 10, 15, 9})}},
+                {"b", {meta("b", spawnedBy("a")), turn("t1", "m"), first, second}},
+                {"c", {meta("c", spawnedBy("a")), turn("t1", "m"), second}}},
+            "01 a m 150/140/10/15, 02 a m 50/40/10/5, 03 a m 100/100/0/10, 03 a m 150/140/10/15"},
+        {"no more is cached than there was, and a type stands behind an object",
+            {{"a",
+                {meta("a"), turn("t1", "m"),
+                    at(2,
+                        R"("git":{"type":"response_item"},"type":"token_usage_record",)"
+                        R"("payload":{"response_id":"r1","usage":{"input_tokens":100,)"
+                        R"("cached_input_tokens":90,"cache_write_input_tokens":20}})")}}},
+            "02 a m 0/90/10/0"},
     };
     for (const auto &row : rows) {
-        const Scratch scratch;
-        for (const File &file : row.files) {
-            scratch.rollout(file.name, file.lines);
+        withBooks(row.files,
+            [&row](const RolloutBook &book) { EXPECT_EQ(used(book), row.expected) << row.rule; });
+    }
+}
+
+TEST(Rollouts, tellOfSessions)
+{
+    const std::vector<File> files {
+        {"a",
+            {meta("a"), prompt(1, "asked"), turn("t1", "m"), first, prompt(3, "asked on"), second}},
+        {"b",
+            {meta("b", forkOf("a")), meta("a"), prompt(5, "asked"), first, prompt(5, "asked on"),
+                second, prompt(6, "asked anew"), total(7, {400, 140, 10, 20})}},
+        {"empty", {meta("empty", forkOf("a")), meta("a"), prompt(5, "asked"), first}},
+        {"s",
+            {meta("s", spawnedBy("named")), prompt(8, "hidden"),
+                record(9, "s", "r1", {1, 0, 0, 1})}},
+        {"named",
+            {meta("named"), prompt(2, "asked"),
+                at(3,
+                    R"("type":"event_msg","payload":{"type":"thread_name_updated",)"
+                    R"("thread_id":"named","thread_name":"A name"})")}}};
+    withBooks(files, [](const RolloutBook &book) {
+        Lines rows;
+        for (const RolloutSession &each : book.sessions()) {
+            rows.push_back(fmt::format("{}: {}, {} {}", book.names().text(each.thread), each.title,
+                book.names().text(each.folder), momentText(each.end).substr(14, 2)));
         }
-        Scan scan(testNow());
-        scan.addCodex(scratch.codex());
-        EXPECT_EQ(used(scan), row.expected) << row.rule;
-        EXPECT_EQ(scan.skips().sentence(), "") << row.rule;
+        std::sort(rows.begin(), rows.end());
+        EXPECT_EQ(fmt::format("{}", fmt::join(rows, "\n")),
+            "a: asked, /home/u/a 03\nb: asked anew, /home/u/b 07\nempty: asked,  05\n"
+            "named: A name, /home/u/s 09");
+    });
+}
+
+TEST(Rollouts, arePackedTightlyAndNotTakenWhenDamaged)
+{
+    File file {"b", {meta("b", forkOf("a")), meta("a"), turn("t1", "m")}};
+    constexpr int count = 500;
+    for (int i = 1; i <= count; ++i) {
+        const std::string response = record(
+            i % 60, i % 2 == 0 ? "b" : "c", fmt::format("r{}", i), {90'000, 80'000, 500, 700});
+        file.lines.insert(file.lines.end(),
+            {response, response, total(i % 60, {90'000 * i, 80'000 * i, 500 * i, 700 * i})});
+    }
+    const Rollout rollout = read(file, false);
+    EXPECT_EQ(kinOf(rollout), (Lines {"b", "a", "c"}));
+    std::string bytes = packed(rollout);
+    EXPECT_LT(bytes.size(), std::size_t {45} * count);
+    EXPECT_FALSE(unpackedRollout(bytes.substr(1)));
+    for (char &byte : bytes) {
+        byte ^= 1;
+        EXPECT_FALSE(unpackedRollout(bytes));
+        byte ^= 1;
     }
 }
 
@@ -209,6 +371,9 @@ TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
             fmt::format(R"({{{},"updatedAt":"2026-11-20T09:03:00.000Z"}})", weeklyJson)},
         {"also when the original has gone",
             {{"b", {meta("b", forkOf("a")), limits(9, both, {100, 0, 0, 0})}}}, {}},
+        {"no reading is from the future",
+            {{"a", {meta("a"), limits(54, weekly)}}, {"b", {meta("b"), limits(56, both)}}},
+            fmt::format(R"({{{},"updatedAt":"2026-11-20T09:54:00.000Z"}})", weeklyJson)},
         {"and what it wrote itself counts",
             {{"a", {meta("a"), limits(3, both, {100, 0, 0, 0})}},
                 {"b",
@@ -216,15 +381,12 @@ TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
                         limits(9, weekly, {200, 0, 0, 0})}}},
             fmt::format(R"({{{},"updatedAt":"2026-11-20T09:09:00.000Z"}})", weeklyJson)},
     };
+    const TimePoint now = parseMoment("2026-11-20T09:50:00Z").value();
     for (const auto &row : rows) {
-        const Scratch scratch;
-        for (const File &file : row.files) {
-            scratch.rollout(file.name, file.lines);
-        }
-        Scan scan(testNow());
-        scan.addCodex(scratch.codex());
-        const auto newest = scan.rollouts().limits();
-        EXPECT_EQ(newest ? limitsJson(*newest) : "\n", row.expected + '\n') << row.rule;
+        withBooks(row.files, [&](const RolloutBook &book) {
+            const auto newest = book.limits(now);
+            EXPECT_EQ(newest ? limitsJson(*newest) : "\n", row.expected + '\n') << row.rule;
+        });
     }
 }
 
@@ -248,11 +410,23 @@ TEST(Rollouts, areReadCompressedAndOnceForEachThread)
     ASSERT_EQ(std::system(command.c_str()), 0);
     scratch.write(
         archive / "rollout-old-a.jsonl", meta("a") + '\n' + turn("t1", "m") + '\n' + first + '\n');
-    Scan scan(testNow());
-    scan.addCodex(scratch.codex());
-    EXPECT_EQ(used(scan), "02 a m 50/40/10/5, 02 b n 50/40/10/5, 03 a m 100/100/0/10");
-    EXPECT_EQ(scan.files(), 5U);
-    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 2U);
+    Skips skips;
+    LineReader reader;
+    RolloutBook book;
+    std::size_t failed = 0;
+    const auto files = findRollouts(scratch.codex(), skips);
+    for (const std::filesystem::path &path : files) {
+        File file;
+        EXPECT_FALSE(reader.open(path));
+        while (const auto line = reader.next()) {
+            file.lines.emplace_back(*line);
+        }
+        failed += reader.failed() ? 1 : 0;
+        book.add(read(file, false));
+    }
+    EXPECT_EQ(used(book), "02 a m 50/40/10/5, 02 b n 50/40/10/5, 03 a m 100/100/0/10");
+    EXPECT_EQ(files.size(), 5U);
+    EXPECT_EQ(failed, 2U);
 }
 
 } // namespace
