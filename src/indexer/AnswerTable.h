@@ -16,7 +16,7 @@ public:
     /// Of one file; its texts are those of the history.
     struct Row {
         std::int64_t file = 0;
-        Answer answer;
+        FileAnswer answer;
     };
     /// Where a row stands.
     struct Place {

@@ -17,7 +17,9 @@ constexpr mode_t forTheUserAlone = 0600;
 /// What went wrong in words: where the system failed, its own.
 std::string words(sqlite3 *connection, int code)
 {
-    const int error = connection == nullptr ? 0 : sqlite3_system_errno(connection);
+    const int last = errno; // which SQLite does not always pass on
+    const int told = connection == nullptr ? 0 : sqlite3_system_errno(connection);
+    const int error = told != 0 ? told : last;
     const bool isOfTheSystem = (code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_CANTOPEN;
     if (isOfTheSystem && error != 0) {
         return std::strerror(error);

@@ -1,8 +1,25 @@
 #include "indexer/FamilyStore.h"
 
+#include "indexer/FactTable.h"
+
 #include <algorithm>
 
 namespace indexer {
+
+namespace {
+
+constexpr std::string_view timeFact = "limits time";
+constexpr std::string_view jsonFact = "limits";
+
+} // namespace
+
+std::optional<WrittenLimits> storedLimits(Database &database)
+{
+    const FactTable facts(database);
+    WrittenLimits limits {
+        TimePoint(TimePoint::duration(facts.number(timeFact))), facts.text(jsonFact)};
+    return limits.json.empty() ? std::nullopt : std::optional(std::move(limits));
+}
 
 FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now)
     : m_database(database)
@@ -37,6 +54,7 @@ void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
     put(rollouts);
     family.merge(files);
     add(m_rollouts.book(family), sums);
+    keepLimits();
 }
 
 void FamilyStore::addAll(Sums &sums)
@@ -45,6 +63,7 @@ void FamilyStore::addAll(Sums &sums)
     for (const RolloutTable::Files &family : m_rollouts.families()) {
         add(m_rollouts.book(family), sums);
     }
+    keepLimits();
 }
 
 void FamilyStore::add(const RolloutBook &book, Sums &sums)
@@ -56,6 +75,18 @@ void FamilyStore::add(const RolloutBook &book, Sums &sums)
     }
     if (auto limits = book.limits(m_now); limits && (!m_limits || *m_limits < *limits)) {
         m_limits = std::move(limits);
+    }
+}
+
+/// Readings only move forward, also when the file with the newest one is gone.
+void FamilyStore::keepLimits()
+{
+    const auto held = storedLimits(m_database);
+    if (m_limits
+        && (!held || held->time < m_limits->time || held->time > m_now + limitsTolerance)) {
+        FactTable facts(m_database);
+        facts.set(timeFact, m_limits->time.time_since_epoch().count());
+        facts.set(jsonFact, limitsJson(*m_limits));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "indexer/LimitsFile.h"
 #include "indexer/RolloutTable.h"
 #include "indexer/SessionTable.h"
 #include "indexer/Sums.h"
@@ -10,6 +11,9 @@
 
 namespace indexer {
 
+/// The newest limits that any rollout told, if there are any.
+[[nodiscard]] std::optional<WrittenLimits> storedLimits(Database &database);
+
 /// Stores Codex's rollouts and has sums and sessions follow, family by family: what a thread used
 /// itself shows only beside all that it may have copied.
 class FamilyStore final {
@@ -17,9 +21,6 @@ public:
     using Rollouts = std::vector<std::pair<std::int64_t, const Rollout *>>;
 
     FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);
-
-    /// The newest limits met so far.
-    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
 
     /// Takes up later states of some files; sums have to be made anew.
     void put(const Rollouts &rollouts);
@@ -30,6 +31,7 @@ public:
 
 private:
     void add(const RolloutBook &book, Sums &sums);
+    void keepLimits();
     void takeAway(const RolloutBook &book, Sums &sums);
     [[nodiscard]] UsageRecord withOurNames(UsageRecord record, const TextPool &names);
 
@@ -38,7 +40,7 @@ private:
     TextPool &m_names;
     TimePoint m_now;
     RolloutTable m_rollouts;
-    std::optional<LimitReading> m_limits;
+    std::optional<LimitReading> m_limits; // the newest met so far
 };
 
 } // namespace indexer

@@ -127,7 +127,10 @@ template <typename Line, typename Add> bool FileReading::eachLine(Line &line, Sk
             take(m_parsers, *text);
         } else {
             const std::lock_guard guard(m_longLines.lock);
-            take(m_longLines.parsers, *text);
+            if (!m_longLines.parsers) {
+                m_longLines.parsers.emplace(LineReader::longestLine);
+            }
+            take(*m_longLines.parsers, *text);
         }
     }
     skips.add(LineSkip::TooLong, m_reader.overlong() - overlong);

@@ -32,7 +32,7 @@ private:
     LongLineParsers &m_longLines;
     Take m_take;
     LineReader m_reader;
-    LineParsers m_parsers;
+    LineParsers m_parsers {LongLineParsers::beyond};
 };
 
 } // namespace indexer

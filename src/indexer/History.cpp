@@ -131,7 +131,6 @@ bool History::update(const SourceFolders &folders, const PriceTable &prices, Tim
         const bool isChanged = update.run(folders, progress);
         m_skips = update.skips();
         m_files = update.files();
-        m_limits = update.limits();
         return isChanged;
     };
     const bool isChanged = attempt();

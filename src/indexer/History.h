@@ -33,8 +33,6 @@ public:
     [[nodiscard]] const std::string &remark() const { return m_remark; }
     [[nodiscard]] const Skips &skips() const { return m_skips; }
     [[nodiscard]] Database &database() const { return *m_database; }
-    /// The newest limits of Codex in what the last update looked at.
-    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
     /// How many transcripts were there at the last update.
     [[nodiscard]] std::size_t files() const { return m_files; }
     /// Looks through the whole database.
@@ -55,7 +53,6 @@ private:
     std::optional<std::string> m_problem;
     std::string m_remark;
     Skips m_skips;
-    std::optional<LimitReading> m_limits;
     std::size_t m_files = 0;
     int m_lock = -1;
 };

@@ -79,7 +79,6 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     if (upkeep == SumUpkeep::AtTheEnd) {
         store.rebuildSums(version);
     }
-    m_limits = store.limits();
     m_facts.set(rulesFact, readingRules);
     m_facts.set(lastRunFact, m_now.time_since_epoch().count());
     return true;

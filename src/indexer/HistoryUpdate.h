@@ -25,8 +25,6 @@ public:
 
     /// What was left out this time.
     [[nodiscard]] const Skips &skips() const { return m_skips; }
-    /// The newest limits of Codex in what was looked at.
-    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_limits; }
     /// How many files there are.
     [[nodiscard]] std::size_t files() const { return m_files; }
 
@@ -45,7 +43,6 @@ private:
     FactTable m_facts;
     FileTable m_fileTable;
     RolloutTable m_rollouts;
-    std::optional<LimitReading> m_limits;
     Skips m_skips;
     std::size_t m_files = 0;
 };

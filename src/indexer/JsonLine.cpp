@@ -8,10 +8,10 @@ namespace indexer {
 
 static_assert(LineReader::padding >= simdjson::SIMDJSON_PADDING);
 
-JsonLine::JsonLine()
+JsonLine::JsonLine(std::size_t usualLine)
 {
-    // All at once, for the longest line; memory that no line needs is never touched.
-    if (m_parser.allocate(LineReader::longestLine) != simdjson::SUCCESS) {
+    // All at once; memory that no line needs is never touched.
+    if (m_parser.allocate(usualLine) != simdjson::SUCCESS) {
         throw std::bad_alloc();
     }
 }

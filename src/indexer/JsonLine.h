@@ -6,11 +6,12 @@
 
 namespace indexer {
 
-/// Walks lines that are a JSON object each, in place. One is enough for all kinds of lines: its
-/// index is as large as the longest line asks for.
+/// Walks lines that are a JSON object each, in place. One is enough for all kinds of lines of one
+/// thread: its index is as large as the longest line asks for.
 class JsonLine final {
 public:
-    JsonLine();
+    /// Longer lines make the index grow.
+    explicit JsonLine(std::size_t usualLine);
 
     /// Calls `take(key, value)` for each field; false as soon as that or the line is not sound to
     /// its last character. `line` needs LineReader::padding readable bytes behind it.

@@ -48,13 +48,13 @@ std::string limitsJson(const LimitReading &reading)
 }
 
 std::optional<std::string> writeLimits(
-    const std::filesystem::path &file, const LimitReading &reading, TimePoint now)
+    const std::filesystem::path &file, const WrittenLimits &limits, TimePoint now)
 {
     const auto held = updatedAt(file);
-    if (held && *held >= reading.time && *held <= now + limitsTolerance) {
+    if (held && *held >= limits.time && *held <= now + limitsTolerance) {
         return std::nullopt;
     }
-    return replaceFile(file, limitsJson(reading));
+    return replaceFile(file, limits.json);
 }
 
 } // namespace indexer

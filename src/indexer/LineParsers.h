@@ -2,14 +2,21 @@
 
 #include "indexer/JsonLine.h"
 #include "indexer/LineParser.h"
+#include "indexer/LineReader.h"
 #include "indexer/RolloutParser.h"
 
 #include <mutex>
+#include <optional>
 
 namespace indexer {
 
 /// Parsers of both assistants' lines, for one thread.
 struct LineParsers {
+    explicit LineParsers(std::size_t usualLine)
+        : json(usualLine)
+    {
+    }
+
     JsonLine json;
     LineParser transcript {json};
     RolloutParser rollout {json};
@@ -30,7 +37,7 @@ struct LongLineParsers {
     static constexpr std::size_t beyond = std::size_t {1} << 20U;
 
     std::mutex lock;
-    LineParsers parsers;
+    std::optional<LineParsers> parsers; // made for the first long line
 };
 
 } // namespace indexer

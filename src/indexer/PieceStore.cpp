@@ -108,7 +108,7 @@ void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
     for (TextId id = 1; id < ids.size(); ++id) {
         ids[id] = m_nameTable.names().add(told.names.text(id));
     }
-    for (Answer &answer : told.answers) {
+    for (FileAnswer &answer : told.answers) {
         answer.record.session.text = ids[answer.record.session.text];
         answer.record.model.text = ids[answer.record.model.text];
         m_rows.push_back({file, answer});

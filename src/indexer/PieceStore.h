@@ -28,9 +28,6 @@ class PieceStore final {
 public:
     PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now);
 
-    /// The newest limits of Codex that were met while sums were made.
-    [[nodiscard]] const std::optional<LimitReading> &limits() const { return m_families.limits(); }
-
     /// Takes a piece, whose file is the number of one in the plan; false after a failure.
     bool add(FilePiece &&piece, SumUpkeep upkeep);
     /// Stores what is waiting.

@@ -2,6 +2,7 @@
 
 #include "indexer/Doctor.h"
 #include "indexer/FactTable.h"
+#include "indexer/FamilyStore.h"
 #include "indexer/History.h"
 #include "indexer/HistoryFacts.h"
 #include "indexer/LimitsFile.h"
@@ -41,36 +42,36 @@ Outcome failed(std::string_view text)
     return outcome;
 }
 
-/// What tells whether the statistics file is as the last run left it, and still of today.
+/// The fact that tells whether the files are as the last run left them, and still of today.
 constexpr std::string_view writtenFact = "written";
+constexpr const char *statisticsName = "stats.json";
+constexpr const char *limitsName = "codex-limits.json";
 
-std::string writtenState(const std::filesystem::path &file, TimePoint now)
+std::string stateOf(const std::filesystem::path &file)
 {
     struct stat status { };
     if (::stat(file.c_str(), &status) != 0) {
-        return {};
+        return "none";
     }
     const FileIdentity identity = FileIdentity::of(status);
-    return fmt::format("{} {} {} {}", dayText(LocalCalendar().dayOf(now)), identity.inode,
-        identity.size, identity.modified);
+    return fmt::format("{} {} {}", identity.inode, identity.size, identity.modified);
 }
 
-bool isWritten(const Options &options, const History &history, TimePoint now)
+std::string writtenState(const Options &options, TimePoint now)
 {
-    const std::string state = writtenState(options.data / "stats.json", now);
-    return !state.empty() && FactTable(history.database()).text(writtenFact) == state;
+    return fmt::format("{} {} {}", dayText(LocalCalendar().dayOf(now)),
+        stateOf(options.data / statisticsName), stateOf(options.data / limitsName));
 }
 
 std::optional<std::string> write(const Options &options, const History &history, TimePoint now)
 {
-    const std::filesystem::path file = options.data / "stats.json";
     const Statistics statistics = computeStatistics(history, {}, now);
-    auto problem = replaceFile(file, statsJson(statistics));
-    if (!problem) {
-        FactTable(history.database()).set(writtenFact, writtenState(file, now));
+    auto problem = replaceFile(options.data / statisticsName, statsJson(statistics));
+    if (const auto limits = storedLimits(history.database()); limits && !problem) {
+        problem = writeLimits(options.data / limitsName, *limits, now);
     }
-    if (const auto &limits = history.limits(); limits && !problem) {
-        problem = writeLimits(options.data / "codex-limits.json", *limits, now);
+    if (!problem) {
+        FactTable(history.database()).set(writtenFact, writtenState(options, now));
     }
     return problem;
 }
@@ -93,6 +94,11 @@ std::string report(const Options &options, const History &history, TimePoint now
         text += limits.empty() ? "" : '\n' + limits;
     }
     return text;
+}
+
+bool isWritten(const Options &options, const History &history, TimePoint now)
+{
+    return FactTable(history.database()).text(writtenFact) == writtenState(options, now);
 }
 
 Outcome doctor(const Options &options, TimePoint now)

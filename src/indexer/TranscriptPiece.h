@@ -19,7 +19,8 @@ struct AnswerKey {
     [[nodiscard]] auto operator<=>(const AnswerKey &) const = default;
 };
 
-struct Answer {
+/// What one file tells of an answer.
+struct FileAnswer {
     AnswerKey key;
     UsageRecord record;
 };
@@ -27,7 +28,7 @@ struct Answer {
 /// What a stretch of one of Claude Code's transcripts tells. Its texts are numbered on their own.
 struct TranscriptPiece {
     TextPool names;
-    std::vector<Answer> answers; // each once
+    std::vector<FileAnswer> answers; // each once
     std::map<TextId, SessionFacts> sessions;
     std::map<std::uint64_t, std::string> summaries; // by the hash of the line they end with
     Skips skips;

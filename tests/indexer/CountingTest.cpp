@@ -41,7 +41,7 @@ TEST(Counting, knowsEachAnswerOnceInAnyOrderOfLines)
         {"growing output", {{.usage = small, .stop = "null"}, once, once}, 1},
         {"asked for twice", {once, {.request = "r2"}}, 2},
         {"without request, joins", {once, {.request = ""}}, 1},
-        {"joins the first of two", {{.request = "r2"}, {.usage = small}, {.request = ""}}, 2},
+        {"joins one of two", {{.request = "r2"}, once, {.request = ""}}, 2},
         {"only without request", {{.request = ""}, {.request = "", .usage = small}}, 1},
         {"request alone", {{.id = ""}, {.id = ""}}, 1},
         {"request alone is no message id", {{.id = ""}, {.id = "r1", .request = ""}}, 2},
@@ -108,10 +108,10 @@ TEST(Counting, leavesOutWhatCannotBeAndSaysSo)
         scratch.write("claude/projects/p/a.jsonl",
             "\xEF\xBB\xBF" + Answer {.id = "m8"}.line() + "\r\n\n \r\n" + line + '\n'
                 + Answer {.id = "m9"}.line());
-        indexer::Scan scan(testNow());
-        scan.addClaude(scratch.claude());
-        EXPECT_EQ(scan.skips().sentence(), "skipped 1 line (1 " + reason + ")");
-        const json totals = json::parse(statsText(scan))["totals"];
+        indexer::History history;
+        scratch.update(history);
+        EXPECT_EQ(history.skips().sentence(), "skipped 1 line (1 " + reason + ")");
+        const json totals = json::parse(statsText(history))["totals"];
         EXPECT_EQ(totals["month"]["tokens"]["input"], 1'000'000) << reason;
     }
 }
@@ -134,32 +134,33 @@ TEST(Counting, takesTheLongestLineAndTimesJustInside)
 
 TEST(Counting, givesTheSameBytesForAnyOrderOfFiles)
 {
-    const Scratch scratch;
-    std::vector<std::filesystem::path> files {
-        scratch.transcript("p/a.jsonl",
+    std::vector<std::pair<std::string, std::vector<std::string>>> files {
+        {"p/a.jsonl",
             {prompt(R"("second")", "2026-11-20T08:00:00Z"), Answer {.usage = small}.line(),
                 Answer {.id = "m2", .request = ""}.line(),
-                R"({"type":"ai-title","aiTitle":"from a","sessionId":"s2"})"}),
-        scratch.transcript("p/b.jsonl",
+                R"({"type":"ai-title","aiTitle":"from a","sessionId":"s2"})"}},
+        {"p/b.jsonl",
             {prompt(R"("first")", "2026-11-20T07:00:00Z"), Answer {.session = "s2"}.line(),
                 Answer {.id = "m2", .request = "r9", .model = "claude-opus-5"}.line(),
-                R"({"type":"ai-title","aiTitle":"from b","sessionId":"s2"})"}),
-        scratch.transcript("p/c.jsonl",
+                R"({"type":"ai-title","aiTitle":"from b","sessionId":"s2"})"}},
+        {"p/c.jsonl",
             {Answer {.id = "m2", .request = "r8", .time = "2026-10-20T10:00:00Z"}.line(),
                 Answer {.id = "m4", .session = "s2", .usage = R"("input_tokens":333333)"}.line(),
-                Answer {.id = "m5", .model = "nobody's", .usage = R"("input_tokens":1)"}.line()}),
-        scratch.transcript("p/d.jsonl",
+                Answer {.id = "m5", .model = "nobody's", .usage = R"("input_tokens":1)"}.line()}},
+        {"p/d.jsonl",
             {Answer {.session = "s3", .extra = R"("forkedFrom":{},)"}.line(),
                 R"({"type":"summary","summary":"sum","leafUuid":"u1"})",
-                Answer {.id = "m6", .session = "s3", .extra = R"("uuid":"u1",)"}.line()}),
+                Answer {.id = "m6", .session = "s3", .extra = R"("uuid":"u1",)"}.line()}},
     };
     std::string expected;
     do {
-        indexer::Scan scan(testNow());
-        for (const auto &file : files) {
-            scan.addFile(file);
+        const Scratch scratch;
+        indexer::History history;
+        for (const auto &[file, lines] : files) {
+            scratch.transcript(file, lines);
+            scratch.update(history);
         }
-        const std::string text = statsText(scan);
+        const std::string text = statsText(history);
         expected = expected.empty() ? text : expected;
         ASSERT_EQ(text, expected);
     } while (std::next_permutation(files.begin(), files.end()));

@@ -20,7 +20,7 @@ public:
 
 private:
     std::string m_padded;
-    JsonLine m_json;
+    JsonLine m_json {LineReader::longestLine};
     LineParser m_parser {m_json};
 };
 

@@ -32,7 +32,7 @@ std::set<std::string> namesIn(const fs::path &folder)
     return names;
 }
 
-const std::set<std::string> alone {"stats.json"};
+const std::set<std::string> alone {"history.sqlite", "stats.json"};
 
 /// The built program, started by a shell as a user would.
 class Program : public testing::Test {
@@ -92,7 +92,7 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
     fs::create_directories(root / "locked/projects");
     fs::permissions(root / "locked/projects", fs::perms::none);
     const std::tuple<const char *, const char *, const char *> rows[] = {
-        {"ulimit -f 1;", "--data data --claude claude", "write data/stats.json: File too large"},
+        {"ulimit -f 1;", "--data data --claude claude", "use data/history.sqlite: File too large"},
         {"", "--data file/data --claude claude", "create the folder file/data: Not a directory"},
         {"", "--data file --claude claude", "use file: Not a directory"},
         {"", "--data taken --claude claude", "write taken/stats.json: Is a directory"},
@@ -100,7 +100,6 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
         // Transcripts that cannot be read are not taken for none.
         {"", "--data data --claude none", "read none: No such file or directory"},
         {"CLAUDE_CONFIG_DIR=file", "--data data", "read file/projects: Not a directory"},
-        {"CODEX_HOME=file", "--data data", "read file/sessions: Not a directory"},
         {"", "--data data --codex none", "read none: No such file or directory"},
         {"", "report --claude odd", "read odd/projects: Not a directory"},
         {"", "--data data --claude unmounted",
@@ -113,9 +112,12 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
         EXPECT_EQ(
             run(arguments, before), fmt::format("kestrelbay-indexer: cannot {}\n[1]", problem));
         EXPECT_EQ(content(root / "data/stats.json"), "old");
-        EXPECT_EQ(namesIn(root / "data"), alone);
     }
     EXPECT_EQ(namesIn(root / "taken"), alone);
+    // What was not asked for holds nothing else up.
+    EXPECT_EQ(run("--data data --claude claude", "CODEX_HOME=file"),
+        "kestrelbay-indexer: cannot read file/sessions: Not a directory\n[0]");
+    EXPECT_NE(content(root / "data/stats.json"), "old");
 }
 
 TEST_F(Program, replacesOlderLimitsOnly)
@@ -155,7 +157,8 @@ TEST_F(Program, understandsItsCommandLine)
         EXPECT_NE(said.find(part), std::string::npos) << arguments << ": " << said;
         EXPECT_TRUE(said.ends_with(fmt::format("[{}]", status))) << arguments << ": " << said;
     }
-    EXPECT_FALSE(fs::exists(root / "data")) << "a report wrote something";
+    // A report keeps what it read, but the statistics are the widget's.
+    EXPECT_EQ(namesIn(root / "data"), std::set<std::string> {"history.sqlite"});
 }
 
 TEST_F(Program, writesThroughLinksAndTidiesUp)
@@ -194,7 +197,7 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
     const char *limit = "";
 #else
     // Kibibytes of address space: 64 MiB, and what the shared libraries take of it.
-    const char *limit = "ulimit -v 90112;";
+    const char *limit = "ulimit -v 98304;";
 #endif
     EXPECT_EQ(run("--data data --claude claude", limit),
         "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: model "

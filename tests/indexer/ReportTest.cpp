@@ -26,8 +26,9 @@ Statistics someStatistics()
 {
     constexpr Money::Amount dollar = 1'000'000'000'000;
     Spending spending;
-    spending.add("claude-opus-5-5", {.input = 1'000'000, .output = 100}, Money(6 * dollar));
-    spending.add("a,\"b\"", {.input = 5, .cacheRead = 7}, std::nullopt);
+    spending.add("claude-opus-5-5",
+        {.used = 1, .input = 1'000'000, .output = 100, .picodollars = 6 * dollar});
+    spending.add("a,\"b\"", {.used = 1, .unpriced = 1, .estimated = 1, .input = 5, .cacheRead = 7});
     Statistics statistics;
     statistics.days = {{friday - std::chrono::days {1}, {}, {}}, {friday, spending, {}}};
     statistics.sessions = {{Provider::Codex, "=HYPERLINK(\"x\")\x1b[31m, 日本語のタイトル", "-p",

@@ -60,10 +60,14 @@ fs::path Scratch::rollout(const std::string &name, const std::vector<std::string
 
 nlohmann::json Scratch::stats() const
 {
-    indexer::Scan scan(testNow());
-    scan.addClaude(claude());
-    scan.addCodex(codex());
-    return nlohmann::json::parse(statsText(scan));
+    indexer::History history;
+    update(history);
+    return nlohmann::json::parse(statsText(history));
+}
+
+void Scratch::update(indexer::History &history) const
+{
+    history.update({claude(), codex()}, indexer::builtInPrices(), testNow());
 }
 
 indexer::TimePoint testNow()
@@ -72,10 +76,9 @@ indexer::TimePoint testNow()
     return sys_days {year {2026} / November / 21} + hours {12};
 }
 
-std::string statsText(const indexer::Scan &scan)
+std::string statsText(const indexer::History &history)
 {
-    return indexer::statsJson(
-        indexer::computeStatistics(scan, indexer::builtInPrices(), testNow()));
+    return indexer::statsJson(indexer::computeStatistics(history, {}, testNow()));
 }
 
 std::string Answer::line() const

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "indexer/History.h"
 #include "indexer/Moment.h"
-#include "indexer/Scan.h"
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -30,6 +30,8 @@ public:
     std::filesystem::path rollout(
         const std::string &name, const std::vector<std::string> &lines) const;
 
+    /// Brings a history up to date with what is there, with built-in prices, on the test's own day.
+    void update(indexer::History &history) const;
     /// The statistics file of what is there, with built-in prices, on the test's own day.
     [[nodiscard]] nlohmann::json stats() const;
 
@@ -40,7 +42,8 @@ private:
 /// Noon on the Saturday that all tests are run on.
 [[nodiscard]] indexer::TimePoint testNow();
 
-[[nodiscard]] std::string statsText(const indexer::Scan &scan);
+/// What is written of a history on that day.
+[[nodiscard]] std::string statsText(const indexer::History &history);
 
 /// An answer's line, to be varied field by field. The model costs 4 and 20 dollars a million, so
 /// the usual usage costs 6 dollars.

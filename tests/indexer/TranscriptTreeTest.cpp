@@ -1,5 +1,6 @@
 #include "indexer/TranscriptTree.h"
 
+#include "indexer/Harvest.h"
 #include "indexer/Scratch.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +17,8 @@ std::vector<std::string> found(const Scratch &scratch)
     Skips skips;
     const fs::path projects = scratch.claude() / "projects";
     std::vector<std::string> names;
-    for (const fs::path &file : findTranscripts(projects, skips)) {
-        names.push_back(file.lexically_relative(projects).native());
+    for (const FoundFile &file : findTranscripts(projects, skips)) {
+        names.push_back(fs::path(file.path).lexically_relative(projects).native());
     }
     EXPECT_EQ(skips.sentence(), "");
     return names;
@@ -36,9 +37,9 @@ TEST(TranscriptTree, isSearchedToItsLeaves)
             "p/s/subagents/agent-1.meta.json"}) {
         scratch.transcript(file, {});
     }
-    const std::vector<std::string> expected {"memory/kept.jsonl", "p/s.jsonl", "p/s/journal.jsonl",
-        "p/s/subagents/agent-1.jsonl", "p/s/subagents/workflows/wf/agent-2.jsonl", "p/é ü.jsonl",
-        "top.jsonl"};
+    const std::vector<std::string> expected {"memory/kept.jsonl", "p/s/journal.jsonl",
+        "p/s/subagents/agent-1.jsonl", "p/s/subagents/workflows/wf/agent-2.jsonl", "p/s.jsonl",
+        "p/é ü.jsonl", "top.jsonl"};
     EXPECT_EQ(found(scratch), expected);
 }
 
@@ -70,17 +71,18 @@ TEST(TranscriptTree, passesOverWhatWouldHang)
     ASSERT_EQ(mkfifo((p / "pipe").c_str(), 0600), 0);
     fs::create_directory(p / "folder.jsonl");
 
-    Scan scan(testNow());
-    scan.addClaude(scratch.claude());
-    EXPECT_EQ(scan.files(), 1U);
-    EXPECT_EQ(scan.skips().sentence(),
+    History history;
+    scratch.update(history);
+    EXPECT_EQ(history.files(), 1U);
+    EXPECT_EQ(history.skips().sentence(),
         "skipped 2 lines (2 not JSON) and 6 files or folders (2 not a regular file, 2 in a loop of "
         "links, 2 unreadable)");
     // What becomes a pipe between the search and the reading does not hang either.
-    scan.addFile(p / "pipe.jsonl");
-    scan.addFile(p / "gone.jsonl");
-    EXPECT_EQ(scan.skips().count(FileSkip::NotRegular), 3U);
-    EXPECT_EQ(scan.skips().count(FileSkip::Unreadable), 3U);
+    Harvest harvest(testNow());
+    harvest.read({{.path = p / "pipe.jsonl"}, {.path = p / "gone.jsonl"}},
+        [](FilePiece &&) { return true; });
+    EXPECT_EQ(harvest.skips().sentence(),
+        "skipped 2 files or folders (1 not a regular file, 1 unreadable)");
 }
 
 } // namespace
