@@ -14,14 +14,14 @@ double threadTime()
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
+} // namespace
+
 double median(QList<double> values)
 {
     const auto middle = values.begin() + values.size() / 2;
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
-
-} // namespace
 
 QList<double> medianTimes(int repetitions, const QList<Subject> &subjects)
 {

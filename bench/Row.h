@@ -15,9 +15,11 @@ struct Row {
 };
 
 // Each group of rows has a file of its own, which defines one of these; main.cpp calls them in
-// turn. Each makes a panel of its own, measures, and leaves nothing behind.
+// turn. Each makes what it needs, measures, and leaves nothing behind but transcripts to measure
+// with.
 
 [[nodiscard]] QList<Row> scrollRows();
 [[nodiscard]] QList<Row> changeRows();
 [[nodiscard]] QList<Row> hoverRows();
 [[nodiscard]] QList<Row> glideRows();
+[[nodiscard]] QList<Row> indexerRows();

@@ -1,4 +1,5 @@
-// kestrelbay-bench FILE: measures the budgets, prints them as a table and writes FILE as JSON.
+// kestrelbay-bench FILE [GROUP...]: measures the budgets, or those groups of them, prints them as a
+// table and writes FILE as JSON.
 //
 // Runs in an empty home of its own (tools/with-home --new). The status is 1 when a budget is
 // missed.
@@ -6,6 +7,7 @@
 #include "pictures/Stage.h"
 #include "Row.h"
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <QGuiApplication>
 #include <QJsonArray>
@@ -48,12 +50,29 @@ bool save(const QList<Row> &rows, const QString &path)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
-QList<Row> measureAll()
+struct Group {
+    const char *name;
+    QList<Row> (*measure)();
+};
+
+constexpr std::array groups {
+    Group {"scroll", scrollRows},
+    Group {"change", changeRows},
+    Group {"hover", hoverRows},
+    Group {"glide", glideRows},
+    Group {"indexer", indexerRows},
+};
+
+/// All groups when none is named.
+QList<Row> measure(const QStringList &names)
 {
     std::printf("%-40s %12s %12s\n", "", "figure    ", "at most   ");
     QList<Row> rows;
-    for (const auto group : {scrollRows, changeRows, hoverRows, glideRows}) {
-        for (const Row &row : group()) {
+    for (const Group &group : groups) {
+        if (!names.isEmpty() && !names.contains(QLatin1String(group.name))) {
+            continue;
+        }
+        for (const Row &row : group.measure()) {
             print(row);
             rows.append(row);
         }
@@ -61,21 +80,28 @@ QList<Row> measureAll()
     return rows;
 }
 
+bool isGroup(const QString &name)
+{
+    return std::ranges::any_of(
+        groups, [&name](const Group &group) { return name == QLatin1String(group.name); });
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (argc != 2) {
-        std::fputs("usage: kestrelbay-bench FILE\n", stderr);
-        return 2;
-    }
     Stage::setUp();
     const QGuiApplication application(argc, argv);
+    const QStringList names = QCoreApplication::arguments().mid(2);
+    if (argc < 2 || !std::ranges::all_of(names, isGroup)) {
+        std::fputs("usage: kestrelbay-bench FILE [scroll|change|hover|glide|indexer]...\n", stderr);
+        return 2;
+    }
     Stage::setFont();
     if (!Stage::furnishHome(QStringLiteral(KESTRELBAY_SOURCE "/companions/i18n.json"))) {
         return 1;
     }
-    const QList<Row> rows = measureAll();
+    const QList<Row> rows = measure(names);
     const QString file = QString::fromLocal8Bit(argv[1]);
     if (!save(rows, file)) {
         std::fprintf(stderr, "kestrelbay-bench: cannot write %s\n", argv[1]);
