@@ -14,7 +14,7 @@ import { Random } from './random.mjs';
 import { REPLIES } from './texts.mjs';
 import { writeWorkdays } from './workdays.mjs';
 
-const USAGE = `usage: make-home.mjs OUT [--seed N] [--until YYYY-MM-DD] [--days N] [--small]
+const USAGE = `usage: make-home.mjs OUT [--seed N] [--until YYYY-MM-DD] [--days N] [--small] [--idle]
 
 Writes a sample home below OUT and what its transcripts add up to into OUT/totals.json.
 
@@ -22,6 +22,7 @@ Writes a sample home below OUT and what its transcripts add up to into OUT/total
   --until YYYY-MM-DD  the last day, whole (default: today, up to this moment)
   --days N            how many days (default 365)
   --small             without the line of nine megabytes
+  --idle              without ordinary days of Claude Code, only what makes counting hard
 `;
 
 class UsageError extends Error {}
@@ -41,6 +42,7 @@ function readArguments() {
       until: { type: 'string' },
       days: { type: 'string', default: '365' },
       small: { type: 'boolean', default: false },
+      idle: { type: 'boolean', default: false },
       help: { type: 'boolean', short: 'h', default: false },
     },
   });
@@ -58,6 +60,7 @@ function readArguments() {
     // Absent when the last day counts as whole.
     until: values.until === undefined ? Date.now() : undefined,
     small: values.small,
+    idle: values.idle,
   };
 }
 
@@ -72,7 +75,7 @@ function writeLimits(home) {
   home.files.append('.claude/usage-limits.json', `${JSON.stringify(limits, null, 2)}\n`, now);
 }
 
-function makeHome({ out, seed, count, lastDay, until, small }) {
+function makeHome({ out, seed, count, lastDay, until, small, idle }) {
   if (existsSync(join(out, '.claude'))) {
     throw new Error(`${join(out, '.claude')} is already there; give a new folder`);
   }
@@ -85,7 +88,7 @@ function makeHome({ out, seed, count, lastDay, until, small }) {
     until,
     small,
   };
-  writeWorkdays(home);
+  if (!idle) writeWorkdays(home);
   writeHazards(home);
   writeCodex(home);
   writeLimits(home);
