@@ -1,0 +1,72 @@
+#pragma once
+
+#include "indexer/LineReader.h"
+#include "InputFile.h"
+
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <string>
+
+/// Gives a sanitizer something to see when a rule of ours is broken.
+inline void require(bool holds)
+{
+    if (!holds) {
+        __builtin_trap();
+    }
+}
+
+/// Hands out the lines of an input in the way in which the indexer reads those of a file.
+class Lines final {
+public:
+    /// Calls `parse(line)` for each line, which has exactly the promised padding behind it, so that
+    /// an access beyond is noticed. A line that it says has been parsed must be sound JSON.
+    template <typename Parse> void each(std::string_view input, Parse parse)
+    {
+        const std::string filler = fillerFor(input);
+        m_file.write(filler + std::string(input));
+        require(!m_reader.open(m_file.path()));
+        bool isFirst = true;
+        if (!filler.empty()) {
+            require(m_reader.next() == std::string_view(filler).substr(0, filler.size() - 1));
+            isFirst = false;
+        }
+        for (auto end = input.find('\n'); end != std::string_view::npos; end = input.find('\n')) {
+            std::string_view line = input.substr(0, end);
+            if (isFirst && line.starts_with("\xEF\xBB\xBF")) {
+                line.remove_prefix(3);
+            }
+            isFirst = false;
+            require(m_reader.next() == line);
+            const std::string_view padded = withPadding(line);
+            require(!parse(padded) || nlohmann::json::accept(line));
+            input.remove_prefix(end + 1);
+        }
+        require(!m_reader.next() && !m_reader.failed() && m_reader.overlong() == 0);
+    }
+
+private:
+    /// Every sixteenth length comes to lie across the border of what is read at once.
+    static std::string fillerFor(std::string_view input)
+    {
+        constexpr std::size_t readAtOnce = std::size_t {256} << 10U;
+        constexpr std::size_t some = 16;
+        if (input.size() % some != 0) {
+            return {};
+        }
+        return std::string(readAtOnce - input.size() / 2 - 1, 'x') + '\n';
+    }
+
+    std::string_view withPadding(std::string_view line)
+    {
+        constexpr char notJson = '}';
+        const std::size_t size = line.size() + indexer::LineReader::padding;
+        m_copy.reset(new char[size]);
+        std::memset(m_copy.get(), notJson, size);
+        line.copy(m_copy.get(), line.size());
+        return {m_copy.get(), line.size()};
+    }
+
+    InputFile m_file;
+    indexer::LineReader m_reader;
+    std::unique_ptr<char[]> m_copy;
+};
