@@ -104,7 +104,7 @@ QList<Row> indexerRows()
     rows += againRows(year);
     // A program that finds nothing would be the fastest.
     const bool hasCounted = before.contains("\"date\"") && year.statistics() != before;
-    rows += Row {QStringLiteral("index: transcripts that do not count"), hasCounted ? 0.0 : 1.0, 0,
+    rows += Row {QStringLiteral("index: runs without effect"), hasCounted ? 0.0 : 1.0, 0,
         QString(), QString()};
     rows += tenYearsRow();
     return rows;
