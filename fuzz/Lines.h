@@ -36,9 +36,11 @@ public:
     template <typename Parse> void each(std::string_view input, Parse parse)
     {
         const std::string filler = fillerFor(input);
+        const std::string_view whole = input;
         m_file.write(filler + std::string(input));
         require(!m_reader.open(m_file.path()));
         bool isFirst = true;
+        m_last = m_next = filler.size();
         if (!filler.empty()) {
             require(m_reader.next() == std::string_view(filler).substr(0, filler.size() - 1));
             isFirst = false;
@@ -51,13 +53,27 @@ public:
             isFirst = false;
             require(m_reader.next() == line);
             const std::string_view padded = withPadding(line);
+            m_last = m_next;
+            m_next = m_reader.place();
             require(!parse(padded) || isSoundElsewhere(line));
             input.remove_prefix(end + 1);
         }
         require(!m_reader.next() && !m_reader.failed() && m_reader.overlong() == 0);
+        goOnAt(m_last, filler + std::string(whole));
     }
 
 private:
+    /// A later run begins where an earlier one stopped.
+    void goOnAt(std::size_t place, std::string_view content)
+    {
+        require(!m_reader.open(m_file.path()) && m_reader.skipTo(place));
+        const std::size_t end = content.find('\n', place);
+        if (place > 0 && end != std::string_view::npos) {
+            require(m_reader.next() == content.substr(place, end - place));
+            require(m_reader.place() == end + 1);
+        }
+    }
+
     /// Every sixteenth length comes to lie across the border of what is read at once.
     static std::string fillerFor(std::string_view input)
     {
@@ -81,5 +97,7 @@ private:
 
     InputFile m_file;
     indexer::LineReader m_reader;
+    std::uint64_t m_last = 0; // where the last line begins
+    std::uint64_t m_next = 0; // and the one behind it
     std::unique_ptr<char[]> m_copy;
 };

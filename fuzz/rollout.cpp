@@ -1,46 +1,68 @@
-// A whole rollout: what a line means depends on those before it.
+// A whole rollout: what a line means depends on those before it, also when these were read long ago
+// and kept as bytes.
 
+#include "indexer/RolloutBook.h"
+#include "indexer/RolloutPacking.h"
 #include "indexer/RolloutParser.h"
 #include "indexer/RolloutReader.h"
+#include "indexer/TranscriptReader.h"
 #include "Lines.h"
 
 namespace {
 
-/// Times beyond these never get as far as the reader.
-bool isPlausible(indexer::TimePoint time)
-{
-    using namespace std::chrono;
-    return time >= sys_days {year {2000} / January / 1}
-    && time < sys_days {year {2100} / January / 1};
-}
+constexpr indexer::TimePoint now =
+    std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
+constexpr std::string_view name =
+    "rollout-2026-11-20T10-00-00-01990000-0000-7000-8000-000000000001";
 
 class Target final {
 public:
     void run(std::string_view input)
     {
-        indexer::TextPool names;
-        indexer::RolloutBook book(names);
-        indexer::RolloutReader reader(book, names);
-        reader.begin("rollout-2026-11-20T10-00-00-01990000-0000-7000-8000-000000000001");
+        indexer::Rollout whole = indexer::startRollout(name);
+        indexer::RolloutReader reader(whole);
+        indexer::Rollout inPieces = whole;
         m_lines.each(input, [&](std::string_view text) {
             indexer::RolloutLine line;
             const bool isParsed = m_parser.parse(text, line) == indexer::LineOutcome::Parsed;
             if (isParsed && !line.hasImpossibleNumbers) {
-                const auto time = indexer::parseMoment(line.timestamp);
-                reader.add(line, time && isPlausible(*time) ? time : std::nullopt);
+                const auto time = timeOf(line);
+                reader.add(line, time);
+                if (isCutBefore(text)) {
+                    auto kept = indexer::unpackedRollout(packed(inPieces));
+                    require(kept.has_value());
+                    inPieces = std::move(*kept);
+                }
+                indexer::RolloutReader(inPieces).add(line, time);
             }
             return isParsed;
         });
-        reader.end();
-        look(book);
+        require(packed(whole) == packed(inPieces));
+        look(std::move(whole));
     }
 
 private:
-    static void look(const indexer::RolloutBook &book)
+    /// Here and there.
+    static bool isCutBefore(std::string_view line) { return line.size() % 3 == 0; }
+
+    static std::optional<indexer::TimePoint> timeOf(const indexer::RolloutLine &line)
     {
-        book.forEach(
-            [](const indexer::UsageRecord &record) { require(isPlausible(record.time())); });
-        (void)book.limits();
+        indexer::Skips skips;
+        std::optional<indexer::TimePoint> again;
+        return indexer::timeOf(line.timestamp, now, skips, again);
+    }
+
+    static void look(indexer::Rollout rollout)
+    {
+        indexer::RolloutBook book;
+        book.add(std::move(rollout));
+        book.forEach([](const indexer::UsageRecord &record) {
+            require(record.time() >= indexer::earliestTime);
+        });
+        for (const indexer::RolloutSession &session : book.sessions()) {
+            require(!nlohmann::json(session.title).dump().empty());
+        }
+        (void)book.limits(now);
     }
 
     Lines m_lines;

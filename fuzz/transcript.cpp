@@ -1,34 +1,48 @@
-// The lines of a transcript, and what is made of their texts.
+// The lines of a transcript, what is made of their texts, and what they add up to: the same whether
+// the file is read at once or in pieces.
 
 #include "indexer/LineParser.h"
-#include "indexer/Moment.h"
 #include "indexer/Title.h"
+#include "indexer/TranscriptReader.h"
 #include "Lines.h"
+#include "TranscriptBook.h"
 
 namespace {
+
+constexpr indexer::TimePoint now =
+    std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
 
 class Target final {
 public:
     void run(std::string_view input)
     {
-        m_lines.each(input, [this](std::string_view text) {
+        indexer::TranscriptPiece whole;
+        indexer::TranscriptReader reader(whole, now);
+        TranscriptBook atOnce;
+        TranscriptBook inPieces;
+        m_lines.each(input, [&](std::string_view text) {
             indexer::TranscriptLine line;
-            const bool isParsed = m_parser.parse(text, line) == indexer::LineOutcome::Parsed;
-            if (isParsed) {
-                look(line);
+            if (m_parser.parse(text, line) != indexer::LineOutcome::Parsed) {
+                return false;
             }
-            return isParsed;
+            look(line);
+            reader.add(line);
+            indexer::TranscriptPiece piece;
+            indexer::TranscriptReader(piece, now).add(line);
+            inPieces.add(std::move(piece));
+            return true;
         });
+        atOnce.add(std::move(whole));
+        require(atOnce.bytes() == inPieces.bytes());
     }
 
 private:
+    /// Texts end up in a JSON file, which throws at what is not UTF-8.
     static void look(const indexer::TranscriptLine &line)
     {
-        // As a session keeps them: they end up in a JSON file, which throws at what is not UTF-8.
         for (const std::string_view token : {line.title, line.prompt}) {
             if (!token.empty()) {
                 require(!nlohmann::json(indexer::tidyTitle(token)).dump().empty());
-                (void)indexer::isRealPrompt(token);
             }
         }
         require(!nlohmann::json(indexer::folderName(line.cwd)).dump().empty());

@@ -1,0 +1,67 @@
+#include "TranscriptBook.h"
+
+using indexer::TextId;
+
+namespace {
+
+/// As the history keeps it.
+template <typename Value> std::string packed(const Value &value)
+{
+    indexer::PackedWriter writer;
+    pack(writer, value);
+    return writer.bytes();
+}
+
+} // namespace
+
+void TranscriptBook::add(indexer::TranscriptPiece piece)
+{
+    for (auto &[key, told] : piece.answers) {
+        indexer::UsageRecord record = told;
+        record.session.text = m_names.add(piece.names.text(told.session.text));
+        record.model.text = m_names.add(piece.names.text(told.model.text));
+        const auto [place, isNew] = m_answers.emplace(key, record);
+        if (!isNew) {
+            indexer::UsageRecord before = indexer::unpackUsageRecord(packed(place->second));
+            merge(before, record, m_names);
+            place->second = before;
+        }
+    }
+    for (auto &[session, facts] : piece.sessions) {
+        const auto [place, isNew] =
+            m_sessions.emplace(std::string(piece.names.text(session)), facts);
+        if (!isNew) {
+            indexer::SessionFacts before = indexer::unpackSessionFacts(packed(place->second));
+            before.append(facts);
+            place->second = std::move(before);
+        }
+    }
+    for (auto &[leaf, text] : piece.summaries) {
+        m_summaries[leaf] = text;
+    }
+}
+
+std::string TranscriptBook::bytes() const
+{
+    indexer::PackedWriter writer;
+    for (const auto &[key, record] : m_answers) {
+        writer.number(key.message);
+        writer.number(key.request);
+        writer.text(m_names.text(record.session.text));
+        writer.text(m_names.text(record.model.text));
+        // The numbers of the texts depend on the order of arrival, nothing else does.
+        indexer::UsageRecord plain = record;
+        plain.session.text = plain.session.text != 0 ? 1 : 0;
+        plain.model.text = plain.model.text != 0 ? 1 : 0;
+        writer.text(packed(plain));
+    }
+    for (const auto &[session, facts] : m_sessions) {
+        writer.text(session);
+        writer.text(packed(facts));
+    }
+    for (const auto &[leaf, text] : m_summaries) {
+        writer.number(leaf);
+        writer.text(text);
+    }
+    return writer.bytes();
+}
