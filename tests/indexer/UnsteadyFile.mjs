@@ -29,6 +29,7 @@ export class UnsteadyFile {
   #length = 0; // so many bytes of the content are there
   #isPacked = false;
   #isForged = false;
+  #wasForged = false;
 
   /** `spare` is a folder on the same disk, outside the home. */
   constructor({ root, path, content, spare, random }) {
@@ -94,11 +95,13 @@ export class UnsteadyFile {
     this.#replaceBy(this.content.subarray(0, this.#length));
   }
 
-  /** A forged file stays where it is: what is gone from a place is remembered. */
+  /** A forged file stays where it is for good: what is gone from a place is remembered. */
   #forge() {
+    if (this.place !== this.path) return;
     this.#unpack();
     this.#replaceBy(forged(this.content.subarray(0, this.#length)));
     this.#isForged = true;
+    this.#wasForged = true;
   }
 
   #setBack() {
@@ -107,14 +110,14 @@ export class UnsteadyFile {
   }
 
   #move() {
-    if (!this.isRollout || this.#isForged || this.#isPacked) return;
+    if (!this.isRollout || this.#wasForged || this.#isPacked) return;
     const isAway = this.place !== this.path;
     const away = this.path.includes('/archived_sessions/') ? 'sessions/2026' : 'archived_sessions';
     this.#moveTo(isAway ? this.path : `.codex/${away}/${basename(this.path)}`);
   }
 
   #pack() {
-    if (!this.isRollout || this.#isForged || this.#isPacked) return;
+    if (!this.isRollout || this.#wasForged || this.#isPacked) return;
     spawnSync('zstd', ['-q', '-f', this.#file, '-o', `${this.#file}.zst`]);
     rmSync(this.#file);
     this.#isPacked = true;
