@@ -108,6 +108,14 @@ Statement::~Statement()
     sqlite3_finalize(m_statement);
 }
 
+void Statement::bindRow(const Statement &row, int columns)
+{
+    for (int i = 0; i < columns && m_statement != nullptr && row.m_statement != nullptr; ++i) {
+        static_cast<void>(m_database.check(
+            sqlite3_bind_value(m_statement, i + 1, sqlite3_column_value(row.m_statement, i))));
+    }
+}
+
 bool Statement::next()
 {
     if (m_statement == nullptr || m_database.m_problem) {

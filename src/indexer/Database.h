@@ -62,6 +62,8 @@ public:
         (put(++place, values), ...);
         return *this;
     }
+    /// Binds the columns of another statement's row, whatever their types.
+    void bindRow(const Statement &row, int columns);
     /// Goes to the next row; false when there is none, and then it can be bound anew.
     [[nodiscard]] bool next();
     /// Runs a statement that gives no rows.

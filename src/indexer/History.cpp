@@ -1,6 +1,7 @@
 #include "indexer/History.h"
 
 #include "indexer/HistorySchema.h"
+#include "indexer/Salvage.h"
 
 #include <cerrno>
 #include <chrono>
@@ -40,10 +41,7 @@ History::History(const fs::path &folder)
     }
     open();
     if (m_database->isDamaged()) {
-        setAside();
-        if (!m_problem) {
-            open();
-        }
+        startAnew();
     }
 }
 
@@ -118,8 +116,22 @@ void History::setAside()
         }
     }
     m_remark = fmt::format("{} was damaged and is kept as {}; the history is made anew from the"
-                           " transcripts that are still there",
+                           " transcripts that are still there and from what could be read of it",
         m_file.native(), kept.native());
+    m_damaged = kept;
+}
+
+/// A new file in the damaged one's place, with what can be saved.
+void History::startAnew()
+{
+    setAside();
+    if (m_problem) {
+        return;
+    }
+    open();
+    if (!problem()) {
+        salvage(m_damaged, *m_database);
+    }
 }
 
 bool History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
@@ -137,12 +149,8 @@ bool History::update(const SourceFolders &folders, const PriceTable &prices, Tim
     if (!m_database->isDamaged() || m_file.empty()) {
         return isChanged;
     }
-    setAside();
-    if (!m_problem) {
-        open();
-        return attempt();
-    }
-    return isChanged;
+    startAnew();
+    return problem() ? isChanged : attempt();
 }
 
 /// Looks through the whole file now and then, so that damage is found before it spreads.

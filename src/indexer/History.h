@@ -18,8 +18,8 @@ public:
     static constexpr const char *fileName = "history.sqlite";
 
     /// Opens the history in a folder, or makes one; waits for other programs to be done with it. A
-    /// damaged one is kept beside the new one, and what is in it that transcripts no longer tell is
-    /// lost to the statistics. See `problem` for what went wrong.
+    /// damaged one is kept beside a new one, with what could be read of it. See `problem` for what
+    /// went wrong.
     explicit History(const std::filesystem::path &folder);
     /// A history that nobody keeps.
     History();
@@ -47,8 +47,10 @@ private:
     void open();
     void check(TimePoint now);
     void setAside();
+    void startAnew();
 
-    std::filesystem::path m_file; // empty for one in memory
+    std::filesystem::path m_file;    // empty for one in memory
+    std::filesystem::path m_damaged; // that was kept
     std::unique_ptr<Database> m_database;
     std::optional<std::string> m_problem;
     std::string m_remark;

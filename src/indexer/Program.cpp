@@ -104,10 +104,12 @@ bool isWritten(const Options &options, const History &history, TimePoint now)
 Outcome doctor(const Options &options, TimePoint now)
 {
     const char *path = std::getenv("PATH");
+    const char *home = std::getenv("HOME");
     const std::filesystem::path history = options.data / History::fileName;
     const Findings findings = examine({.data = options.data,
         .claude = {options.claude, options.isClaudeNamed},
         .codex = {options.codex, options.isCodexNamed},
+        .home = home == nullptr ? "/nonexistent" : home,
         .path = path == nullptr ? "" : path,
         .now = now,
         .newestAnswer = readHistoryFacts(history).newestAnswer,

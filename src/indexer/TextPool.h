@@ -15,7 +15,11 @@ class TextPool final {
 public:
     TextPool();
 
-    [[nodiscard]] std::string_view text(TextId id) const { return m_texts[id]; }
+    /// Empty also for a number that stands for nothing, as damaged files may hold.
+    [[nodiscard]] std::string_view text(TextId id) const
+    {
+        return id < m_texts.size() ? m_texts[id] : std::string_view();
+    }
     [[nodiscard]] std::size_t size() const { return m_texts.size(); }
 
     TextId add(std::string_view text);
