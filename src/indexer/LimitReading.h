@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexer/Moment.h"
+#include "indexer/RolloutLine.h"
 
 #include <compare>
 #include <optional>
@@ -26,6 +27,9 @@ struct LimitReading {
 
     [[nodiscard]] auto operator<=>(const LimitReading &) const = default;
 };
+
+/// What a line tells; nothing where that is no window of which the length is known.
+[[nodiscard]] std::optional<LimitReading> limitReading(const RolloutLimits &limits, TimePoint time);
 
 /// A reading may lie this much ahead of our clock; beyond it some clock went wrong.
 constexpr std::chrono::minutes limitsTolerance {5};

@@ -1,18 +1,11 @@
 #pragma once
 
 #include "indexer/Lineage.h"
-#include "indexer/Rollout.h"
+#include "indexer/RolloutFile.h"
 
 #include <vector>
 
 namespace indexer {
-
-/// A rollout among those of its family, with the family's numbers of its texts.
-struct RolloutFile {
-    Rollout rollout;
-    TextId thread = 0;
-    std::vector<TextId> texts;
-};
 
 /// What of a file is its thread's own, and no copy from the threads it comes from.
 struct OwnPart {

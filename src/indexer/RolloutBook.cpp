@@ -1,6 +1,8 @@
 #include "indexer/RolloutBook.h"
 
+#include "indexer/ResponseBook.h"
 #include "indexer/RolloutPacking.h"
+#include "indexer/ThreadTitles.h"
 
 #include <algorithm>
 #include <tuple>
@@ -22,32 +24,9 @@ bool tellsMore(const Rollout &a, const Rollout &b)
 
 } // namespace
 
-/// What all files tell of one response.
-struct RolloutBook::Response {
-    TextId thread = 0; // the oldest that has it
-    RolloutSettings settings;
-    TimePoint told {}; // the line that tells those
-    RolloutUsage usage;
-    TimePoint time {}; // the earliest
-};
-
-/// A prompt that may be a session's title; the least is the best.
-struct RolloutBook::Prompt {
-    bool mayBeCopy = false;
-    TimePoint time {};
-    std::string text;
-
-    [[nodiscard]] auto operator<=>(const Prompt &) const = default;
-};
-
 void RolloutBook::add(Rollout rollout)
 {
-    RolloutFile file {.rollout = std::move(rollout), .thread = 0, .texts = {}};
-    const OwnTexts &texts = file.rollout.texts;
-    for (TextId id = 0; id < texts.size(); ++id) {
-        file.texts.push_back(m_names.add(texts.text(id)));
-    }
-    file.thread = file.texts[file.rollout.thread];
+    RolloutFile file = rolloutFile(std::move(rollout), *m_names);
     for (const RolloutMeta &meta : file.rollout.metas) {
         const TextId thread = file.texts[meta.thread];
         if (meta.created) {
@@ -62,6 +41,7 @@ void RolloutBook::add(Rollout rollout)
         }
     }
     m_files.push_back(std::move(file));
+    m_parts.clear();
 }
 
 void RolloutBook::forEach(const Visit &visit) const
@@ -70,47 +50,27 @@ void RolloutBook::forEach(const Visit &visit) const
     visitCounters(visit);
 }
 
-/// Each response of a family once, as its oldest thread tells it, at its earliest time.
-void RolloutBook::visitRecords(const Visit &visit) const
+const std::vector<OwnPart> &RolloutBook::parts() const
 {
-    Responses responses;
-    for (const RolloutFile &file : m_files) {
-        addTo(responses, file);
+    if (m_parts.size() != m_files.size()) {
+        m_parts = ownParts(m_files, m_lineage);
     }
-    for (const auto &[key, response] : responses) {
-        visit(usageRecord(response.thread, response.usage, response.settings, response.time));
-    }
+    return m_parts;
 }
 
-void RolloutBook::addTo(Responses &responses, const RolloutFile &file) const
+void RolloutBook::visitRecords(const Visit &visit) const
 {
-    const auto rank = [this](const Response &each) {
-        return std::make_tuple(m_lineage.ageOf(each.thread), each.told, each.settings.model == 0,
-            m_names.text(each.settings.model), m_names.text(each.settings.folder),
-            each.settings.speed, each.settings.tier);
-    };
-    for (const RolloutRecord &record : file.rollout.records) {
-        const TextId thread = record.thread == 0 ? file.thread : file.texts[record.thread];
-        Response told {.thread = thread,
-            .settings = settingsOf(file, record.settings),
-            .told = record.time,
-            .usage = record.usage,
-            .time = record.time};
-        const auto [known, isNew] =
-            responses.emplace(std::make_pair(m_lineage.rootOf(thread), record.response), told);
-        Response &held = known->second;
-        if (!isNew) {
-            told.usage.raiseTo(held.usage);
-            held.usage = told.usage;
-            told.time = held.time = std::min(held.time, told.time);
-            held = rank(told) < rank(held) ? told : held;
-        }
+    ResponseBook responses(m_lineage, *m_names);
+    for (const RolloutFile &file : m_files) {
+        responses.add(file);
     }
+    responses.forEach([&](const RolloutResponse &each) {
+        visit(usageRecord(each.thread, each.usage, each.settings, each.time));
+    });
 }
 
 void RolloutBook::visitCounters(const Visit &visit) const
 {
-    const std::vector<OwnPart> parts = ownParts(m_files, m_lineage);
     std::unordered_map<TextId, std::size_t> best;
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         const auto [held, isNew] = best.emplace(m_files[i].thread, i);
@@ -119,7 +79,7 @@ void RolloutBook::visitCounters(const Visit &visit) const
         }
     }
     for (const auto &[thread, i] : best) {
-        visitCounters(m_files[i], parts[i], visit);
+        visitCounters(m_files[i], parts()[i], visit);
     }
 }
 
@@ -138,7 +98,7 @@ void RolloutBook::visitCounters(const RolloutFile &file, OwnPart part, const Vis
             continue;
         }
         UsageRecord record =
-            usageRecord(file.thread, growth, settingsOf(file, counter.settings), counter.time);
+            usageRecord(file.thread, growth, file.settings(counter.settings), counter.time);
         record.isSum = counter.isSum;
         record.isPartial = isPartial;
         visit(record);
@@ -164,14 +124,6 @@ std::size_t RolloutBook::countersToCount(const RolloutFile &file, OwnPart part) 
         static_cast<std::size_t>(first - counters.begin()));
 }
 
-RolloutSettings RolloutBook::settingsOf(const RolloutFile &file, std::uint32_t number) const
-{
-    RolloutSettings settings = file.rollout.settings[number];
-    settings.model = file.texts[settings.model];
-    settings.folder = file.texts[settings.folder];
-    return settings;
-}
-
 UsageRecord RolloutBook::usageRecord(
     TextId thread, const RolloutUsage &usage, const RolloutSettings &settings, TimePoint time) const
 {
@@ -190,12 +142,11 @@ UsageRecord RolloutBook::usageRecord(
 
 std::optional<LimitReading> RolloutBook::limits(TimePoint now) const
 {
-    const std::vector<OwnPart> parts = ownParts(m_files, m_lineage);
     std::optional<LimitReading> newest;
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         const auto &told = m_files[i].rollout.limits;
         if (told && told->reading.time <= now + limitsTolerance
-            && isOwn(*told, m_files[i].thread, parts[i])) {
+            && isOwn(*told, m_files[i].thread, parts()[i])) {
             newest = std::max(newest, std::optional(told->reading));
         }
     }
@@ -211,13 +162,21 @@ bool RolloutBook::isOwn(const RolloutLimitReading &limits, TextId thread, OwnPar
 std::vector<RolloutSession> RolloutBook::sessions() const
 {
     std::map<TextId, RolloutSession> sessions;
-    addTitles(sessions);
+    ThreadTitles titles(m_lineage);
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        const TextId thread = m_files[i].thread;
+        titles.add(m_files[i], parts()[i]);
+        if (m_lineage.sessionOf(thread) == thread) {
+            TimePoint &end = sessions[thread].end;
+            end = std::max(end, m_files[i].rollout.end);
+        }
+    }
     std::map<TextId, std::pair<TimePoint, std::string_view>> folders;
     forEach([&](const UsageRecord &record) {
         const TextId thread = record.session.text;
         RolloutSession &session = sessions[thread];
         session.end = std::max(session.end, record.time());
-        const std::pair told {record.time(), m_names.text(record.folder.text)};
+        const std::pair told {record.time(), m_names->text(record.folder.text)};
         if (record.folder.text != 0 && (session.folder == 0 || told < folders[thread])) {
             folders[thread] = told;
             session.folder = record.folder.text;
@@ -226,52 +185,10 @@ std::vector<RolloutSession> RolloutBook::sessions() const
     std::vector<RolloutSession> result;
     for (auto &[thread, session] : sessions) {
         session.thread = thread;
+        session.title = titles.title(thread);
         result.push_back(std::move(session));
     }
     return result;
-}
-
-/// The newest name goes before the first prompt.
-void RolloutBook::addTitles(std::map<TextId, RolloutSession> &sessions) const
-{
-    const std::vector<OwnPart> parts = ownParts(m_files, m_lineage);
-    std::map<TextId, std::pair<TimePoint, std::string>> names;
-    std::map<TextId, Prompt> prompts;
-    for (std::size_t i = 0; i < m_files.size(); ++i) {
-        const Rollout &rollout = m_files[i].rollout;
-        const TextId thread = m_files[i].thread;
-        if (m_lineage.sessionOf(thread) != thread) {
-            continue;
-        }
-        TimePoint &end = sessions[thread].end;
-        end = std::max(end, rollout.end);
-        std::pair name {rollout.name.time, rollout.name.text};
-        names[thread] = std::max(names.emplace(thread, name).first->second, name);
-        if (auto prompt = promptOf(m_files[i], parts[i])) {
-            prompts[thread] = std::min(prompts.emplace(thread, *prompt).first->second, *prompt);
-        }
-    }
-    for (auto &[thread, session] : sessions) {
-        session.title = names[thread].second.empty() ? prompts[thread].text : names[thread].second;
-    }
-}
-
-/// The first of its own; a copied one is better than none.
-std::optional<RolloutBook::Prompt> RolloutBook::promptOf(
-    const RolloutFile &file, OwnPart part) const
-{
-    const Rollout &rollout = file.rollout;
-    const bool hasParent = m_lineage.hasParent(file.thread);
-    if (hasParent && (part.isKnown || rollout.hasCopiedPrompts)) {
-        const auto own = std::find_if(rollout.laterPrompts.begin(), rollout.laterPrompts.end(),
-            [&](const RolloutPrompt &each) { return each.counters >= part.begin; });
-        if (own != rollout.laterPrompts.end()) {
-            return Prompt {false, own->time, own->text};
-        }
-    }
-    return rollout.prompt
-        ? std::optional(Prompt {hasParent, rollout.prompt->time, rollout.prompt->text})
-        : std::nullopt;
 }
 
 } // namespace indexer

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "indexer/Lineage.h"
 #include "indexer/OwnParts.h"
 #include "indexer/UsageRecord.h"
 
 #include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -27,7 +28,7 @@ public:
     using Visit = std::function<void(const UsageRecord &)>;
 
     /// What the numbers in all that it tells stand for.
-    [[nodiscard]] const TextPool &names() const { return m_names; }
+    [[nodiscard]] const TextPool &names() const { return *m_names; }
     /// Calls `visit(record)` for what each response used, or a row of them that only counters tell.
     void forEach(const Visit &visit) const;
     /// The newest limits that are no copy and not from the future.
@@ -38,25 +39,20 @@ public:
     void add(Rollout rollout);
 
 private:
-    struct Response;
-    struct Prompt;
-    using Responses = std::map<std::pair<TextId, std::uint64_t>, Response>;
-
+    [[nodiscard]] const std::vector<OwnPart> &parts() const;
     void visitRecords(const Visit &visit) const;
     void visitCounters(const Visit &visit) const;
     void visitCounters(const RolloutFile &file, OwnPart part, const Visit &visit) const;
-    void addTo(Responses &responses, const RolloutFile &file) const;
     [[nodiscard]] std::size_t countersToCount(const RolloutFile &file, OwnPart part) const;
     [[nodiscard]] bool isOwn(const RolloutLimitReading &limits, TextId thread, OwnPart part) const;
-    void addTitles(std::map<TextId, RolloutSession> &sessions) const;
-    [[nodiscard]] std::optional<Prompt> promptOf(const RolloutFile &file, OwnPart part) const;
-    [[nodiscard]] RolloutSettings settingsOf(const RolloutFile &file, std::uint32_t number) const;
     [[nodiscard]] UsageRecord usageRecord(TextId thread, const RolloutUsage &usage,
         const RolloutSettings &settings, TimePoint time) const;
 
-    TextPool m_names;
-    Lineage m_lineage {m_names};
+    /// Stays where it is when the book is handed on, since the lineage refers to it.
+    std::unique_ptr<TextPool> m_names = std::make_unique<TextPool>();
+    Lineage m_lineage {*m_names};
     std::vector<RolloutFile> m_files;
+    mutable std::vector<OwnPart> m_parts; // of each file, once asked for
     /// When each thread's own records begin, of those that have some.
     std::unordered_map<TextId, TimePoint> m_ownRecords;
 };

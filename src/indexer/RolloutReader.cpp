@@ -19,20 +19,6 @@ bool isStandard(std::string_view tier)
     return tier.empty() || tier == "default" || tier == "auto" || tier == "standard";
 }
 
-std::optional<TimePoint> resetOf(const RolloutWindow &window, TimePoint time)
-{
-    constexpr double latest = 253'402'300'799; // the last second of the year 9999
-    constexpr double thousand = 1000;
-    if (window.resetsAt && *window.resetsAt >= 0 && *window.resetsAt <= latest) {
-        return TimePoint(
-            TimePoint::duration(static_cast<std::int64_t>(*window.resetsAt * thousand)));
-    }
-    if (window.resetsIn && *window.resetsIn >= 0 && *window.resetsIn <= latest) {
-        return time + TimePoint::duration(static_cast<std::int64_t>(*window.resetsIn * thousand));
-    }
-    return std::nullopt;
-}
-
 std::uint64_t turnId(std::string_view turn)
 {
     return turn.empty() ? 0 : hashOf(turn);
@@ -333,30 +319,17 @@ void RolloutReader::addPrompt(const RolloutLine &line, TimePoint time)
     }
     if (comesFromOther && metas.front().created && time < *metas.front().created) {
         m_rollout.hasCopiedPrompts = true;
-    } else if (comesFromOther) {
-        later.push_back(std::move(prompt));
+    } else if (comesFromOther && (later.empty() || later.back().text != prompt.text)) {
+        later.push_back(std::move(prompt)); // two kinds of lines tell of each
     }
 }
 
-/// Other families of limits are written to the same place.
 void RolloutReader::addLimits(const RolloutLimits &limits, TimePoint time)
 {
-    if (!limits.id.empty() && limits.id != "codex") {
-        return;
+    if (auto reading = limitReading(limits, time)) {
+        m_rollout.limits = {std::move(*reading), m_rollout.counters.size(),
+            m_rollout.countersBeforeOwn.has_value()};
     }
-    LimitReading reading {.time = time, .plan = std::string(limits.plan), .windows = {}};
-    for (const RolloutWindow &window : limits.windows) {
-        if (window.percent && *window.percent >= 0 && window.minutes && *window.minutes > 0) {
-            reading.windows.push_back({*window.percent, *window.minutes, resetOf(window, time)});
-        }
-    }
-    if (reading.windows.empty()) {
-        return;
-    }
-    std::stable_sort(reading.windows.begin(), reading.windows.end(),
-        [](const LimitWindow &a, const LimitWindow &b) { return a.minutes < b.minutes; });
-    m_rollout.limits = {
-        std::move(reading), m_rollout.counters.size(), m_rollout.countersBeforeOwn.has_value()};
 }
 
 } // namespace indexer

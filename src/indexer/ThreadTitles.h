@@ -1,0 +1,34 @@
+#pragma once
+
+#include "indexer/Lineage.h"
+#include "indexer/OwnParts.h"
+
+#include <string>
+#include <tuple>
+#include <unordered_map>
+
+namespace indexer {
+
+/// What threads are called by their own files: the newest name, or else the first prompt.
+class ThreadTitles final {
+public:
+    explicit ThreadTitles(const Lineage &lineage);
+
+    /// Empty when there is none.
+    [[nodiscard]] std::string title(TextId thread) const;
+
+    void add(const RolloutFile &file, OwnPart part);
+
+private:
+    using Name = std::pair<TimePoint, std::string>;
+    /// Whether it may be a copy, and when it was written; the least is the best.
+    using Prompt = std::tuple<bool, TimePoint, std::string>;
+
+    void addPrompt(TextId thread, bool mayBeCopy, const RolloutPrompt &prompt);
+
+    const Lineage &m_lineage;
+    std::unordered_map<TextId, Name> m_names;
+    std::unordered_map<TextId, Prompt> m_prompts;
+};
+
+} // namespace indexer
