@@ -47,6 +47,8 @@ TEST(Prices, followModelTimeSizeAndSpeed)
         {"gpt-6.2-sol", {.input = 172'001, .cacheRead = 100'000}, 0.708004},
         {"gpt-5.5", {.input = 1}, 0.000005},
         {"gpt-5.5", {.input = 1, .cacheCreation = 1}, {}},
+        {.model = "gpt-5.4", .usage = {.input = 1}, .dollars = 0.000005, .speed = Speed::Fast},
+        {.model = "gpt-5.2", .usage = {.input = 1}, .dollars = {}, .speed = Speed::Fast},
         {"gpt-5.6-sol", input, 8, "2026-11-21T23:59:59Z"},
         {"gpt-5.6-sol", input, {}, "2026-11-22T00:00:00Z"},
         // Names.

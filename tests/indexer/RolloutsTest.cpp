@@ -224,10 +224,15 @@ TEST(Rollouts, countEveryTokenOnce)
             {{"a",
                 {meta("a"), turn("t1", "m"), first, second, record(4, "a", "r1", {200, 100, 0, 10}),
                     total(5, {400, 140, 10, 20}), record(6, "a", "r2", {100, 0, 0, 5}),
-                    total(7, {500, 140, 10, 25}), total(8, {600, 140, 10, 30}),
-                    record(8, "a", "r3", {100, 0, 0, 5})}}},
+                    total(7, {500, 140, 10, 25}), record(8, "a", "r3", {100, 0, 0, 6}),
+                    total(8, {600, 140, 10, 31})}}},
             "02 a m 50/40/10/5, 04 a m 100/100/0/10, 06 a m 100/0/0/5, 07 a m 0/0/0/0+, "
-            "08 a m 100/0/0/5"},
+            "08 a m 100/0/0/6"},
+        {"what stands before another's record is a copy",
+            {{"b",
+                {meta("b", forkOf("gone")), turn("t1", "m"), first,
+                    record(2, "gone", "r1", {100, 40, 10, 5}), second}}},
+            "02 gone m 50/40/10/5, 03 b m 100/100/0/10"},
         {"a fork's own totals before its records count where copies can be told",
             {{"a", {meta("a"), turn("t1", "m"), first}},
                 {"b",
@@ -240,7 +245,9 @@ TEST(Rollouts, countEveryTokenOnce)
         {"files of one thread are put together",
             {{"a", {meta("a"), turn("t1", "m"), first, record(5, "a", "r1", {1, 0, 0, 1})}},
                 {"moved",
-                    {meta("a"), turn("t1", "m"), first, second, record(6, "a", "r2", {2, 0, 0, 2}),
+                    {meta("a"), turn("t1", "m"), first, second, total(7, {900, 140, 10, 15})}},
+                {"copy",
+                    {meta("a"), turn("t1", "m"), record(6, "a", "r2", {2, 0, 0, 2}),
                         record(6, "a", "r1", {1, 0, 0, 2})}}},
             "02 a m 50/40/10/5, 03 a m 100/100/0/10, 05 a m 1/0/0/2, 06 a m 2/0/0/2"},
         {"a torn front leaves the file to the thread that its name tells",
@@ -250,7 +257,7 @@ TEST(Rollouts, countEveryTokenOnce)
             "03 01990000-0000-7000-8000-00000000000b m 100/100/0/10"},
         {"the oldest thread's earliest line tells the settings",
             {{"a", {meta("a"), turn("t1", "m"), record(5, "a", "r1", {1, 0, 0, 1})}},
-                {"copy", {meta("a"), turn("t1", "n"), record(6, "a", "r1", {1, 0, 0, 1})}},
+                {"copy", {meta("a"), turn("t1", "k"), record(6, "a", "r1", {1, 0, 0, 1})}},
                 {"b",
                     {meta("b", forkOf("a")), turn("t1", "o"), record(4, "b", "r1", {1, 0, 0, 1})}},
                 {"c",
@@ -265,7 +272,7 @@ TEST(Rollouts, countEveryTokenOnce)
             {{"a",
                 {meta("a"), turn("t1", "m"),
                     at(2,
-                        R"("git":{"type":"response_item"},"type":"token_usage_record",)"
+                        R"("git":{"type":"branch"},"type":"token_usage_record",)"
                         R"("payload":{"response_id":"r1","usage":{"input_tokens":100,)"
                         R"("cached_input_tokens":90,"cache_write_input_tokens":20}})")}}},
             "02 a m 0/90/10/0"},
@@ -288,6 +295,9 @@ TEST(Rollouts, tellOfSessions)
         {"s",
             {meta("s", spawnedBy("named")), prompt(8, "hidden"),
                 record(9, "s", "r1", {1, 0, 0, 1})}},
+        {"lone",
+            {meta("lone", forkOf("gone")), prompt(5, "asked"),
+                record(5, "gone", "r9", {1, 0, 0, 1}), prompt(6, "asked alone")}},
         {"named",
             {meta("named"), prompt(2, "asked"),
                 at(3,
@@ -302,7 +312,7 @@ TEST(Rollouts, tellOfSessions)
         std::sort(rows.begin(), rows.end());
         EXPECT_EQ(fmt::format("{}", fmt::join(rows, "\n")),
             "a: asked, /home/u/a 03\nb: asked anew, /home/u/b 07\nempty: asked,  05\n"
-            "named: A name, /home/u/s 09");
+            "gone: , /home/u/lone 05\nlone: asked alone,  06\nnamed: A name, /home/u/s 09");
     });
 }
 
