@@ -1,15 +1,17 @@
 // A whole rollout: what a line means depends on those before it, also when these were read long ago
 // and kept as bytes.
 
+#include "indexer/LineParsers.h"
 #include "indexer/RolloutBook.h"
 #include "indexer/RolloutPacking.h"
-#include "indexer/RolloutParser.h"
 #include "indexer/RolloutReader.h"
 #include "indexer/TranscriptReader.h"
 #include "Lines.h"
 
 namespace {
 
+/// Longer ones make the parser grow.
+constexpr std::size_t shortLine = 1'000;
 constexpr indexer::TimePoint now =
     std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
 constexpr std::string_view name =
@@ -24,7 +26,7 @@ public:
         indexer::Rollout inPieces = whole;
         m_lines.each(input, [&](std::string_view text) {
             indexer::RolloutLine line;
-            const bool isParsed = m_parser.parse(text, line) == indexer::LineOutcome::Parsed;
+            const bool isParsed = m_parsers.parse(text, line) == indexer::LineOutcome::Parsed;
             if (isParsed && !line.hasImpossibleNumbers) {
                 const auto time = timeOf(line);
                 reader.add(line, time);
@@ -66,8 +68,7 @@ private:
     }
 
     Lines m_lines;
-    indexer::JsonLine m_json;
-    indexer::RolloutParser m_parser {m_json};
+    indexer::LineParsers m_parsers {shortLine};
 };
 
 } // namespace

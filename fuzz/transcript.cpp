@@ -1,7 +1,7 @@
 // The lines of a transcript, what is made of their texts, and what they add up to: the same whether
 // the file is read at once or in pieces.
 
-#include "indexer/LineParser.h"
+#include "indexer/LineParsers.h"
 #include "indexer/Title.h"
 #include "indexer/TranscriptReader.h"
 #include "Lines.h"
@@ -9,6 +9,8 @@
 
 namespace {
 
+/// Longer ones make the parser grow.
+constexpr std::size_t shortLine = 1'000;
 constexpr indexer::TimePoint now =
     std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
 
@@ -22,7 +24,7 @@ public:
         TranscriptBook inPieces;
         m_lines.each(input, [&](std::string_view text) {
             indexer::TranscriptLine line;
-            if (m_parser.parse(text, line) != indexer::LineOutcome::Parsed) {
+            if (m_parsers.parse(text, line) != indexer::LineOutcome::Parsed) {
                 return false;
             }
             look(line);
@@ -52,8 +54,7 @@ private:
     }
 
     Lines m_lines;
-    indexer::JsonLine m_json;
-    indexer::LineParser m_parser {m_json};
+    indexer::LineParsers m_parsers {shortLine};
 };
 
 } // namespace
