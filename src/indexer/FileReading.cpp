@@ -10,7 +10,7 @@ namespace {
 
 /// A piece of so many answers or sessions is handed over, so that a file of any size takes no more
 /// memory.
-constexpr std::size_t mostInPiece = 20'000;
+constexpr std::size_t mostInPiece = 8'000;
 
 } // namespace
 

@@ -7,8 +7,8 @@ namespace indexer {
 namespace {
 
 /// So many answers go into one transaction: enough to be quick, few enough for the memory.
-constexpr std::size_t mostWaiting = 100'000;
-constexpr std::size_t mostPieces = 2000;
+constexpr std::size_t mostWaiting = 40'000;
+constexpr std::size_t mostPieces = 500;
 
 } // namespace
 
@@ -113,6 +113,7 @@ void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
         answer.record.model.text = ids[answer.record.model.text];
         m_rows.push_back({file, answer});
     }
+    told.answers = {};
     for (auto &[session, facts] : told.sessions) {
         m_touchedSessions.insert(ids[session]);
         m_sessions.append(file, ids[session], std::move(facts));

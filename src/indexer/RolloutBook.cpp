@@ -69,7 +69,8 @@ void RolloutBook::visitRecords(const Visit &visit) const
     });
 }
 
-void RolloutBook::visitCounters(const Visit &visit) const
+/// The file of each thread that tells the most. The others are older states of it.
+std::set<std::size_t> RolloutBook::bestFiles() const
 {
     std::unordered_map<TextId, std::size_t> best;
     for (std::size_t i = 0; i < m_files.size(); ++i) {
@@ -78,7 +79,16 @@ void RolloutBook::visitCounters(const Visit &visit) const
             held->second = i;
         }
     }
+    std::set<std::size_t> numbers;
     for (const auto &[thread, i] : best) {
+        numbers.insert(i);
+    }
+    return numbers;
+}
+
+void RolloutBook::visitCounters(const Visit &visit) const
+{
+    for (const std::size_t i : bestFiles()) {
         visitCounters(m_files[i], parts()[i], visit);
     }
 }
@@ -163,9 +173,12 @@ std::vector<RolloutSession> RolloutBook::sessions() const
 {
     std::map<TextId, RolloutSession> sessions;
     ThreadTitles titles(m_lineage);
+    for (const std::size_t i : bestFiles()) {
+        titles.addPrompts(m_files[i], parts()[i]);
+    }
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         const TextId thread = m_files[i].thread;
-        titles.add(m_files[i], parts()[i]);
+        titles.addName(m_files[i]);
         if (m_lineage.sessionOf(thread) == thread) {
             TimePoint &end = sessions[thread].end;
             end = std::max(end, m_files[i].rollout.end);

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -40,6 +41,7 @@ public:
 
 private:
     [[nodiscard]] const std::vector<OwnPart> &parts() const;
+    [[nodiscard]] std::set<std::size_t> bestFiles() const;
     void visitRecords(const Visit &visit) const;
     void visitCounters(const Visit &visit) const;
     void visitCounters(const RolloutFile &file, OwnPart part, const Visit &visit) const;

@@ -1,5 +1,6 @@
 #include "indexer/TextPool.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 
@@ -7,8 +8,9 @@ namespace indexer {
 
 namespace {
 
-constexpr std::size_t chunkSize = std::size_t {64} << 10U;
-constexpr std::size_t firstSlots = 256; // a power of two, as each later size
+constexpr std::size_t firstChunk = 512;
+constexpr std::size_t mostDoublings = 7;
+constexpr std::size_t firstSlots = 16; // a power of two, as each later size
 
 } // namespace
 
@@ -51,7 +53,7 @@ std::size_t TextPool::slotOf(std::string_view text) const
 std::string_view TextPool::keep(std::string_view text)
 {
     if (text.size() > m_room) {
-        m_room = std::max(chunkSize, text.size());
+        m_room = std::max(firstChunk << std::min(m_chunks.size(), mostDoublings), text.size());
         m_chunks.emplace_back(new char[m_room]);
         m_free = m_chunks.back().get();
     }

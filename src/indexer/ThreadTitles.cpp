@@ -19,13 +19,16 @@ std::string ThreadTitles::title(TextId thread) const
     return prompt == m_prompts.end() ? std::string() : std::get<std::string>(prompt->second);
 }
 
-void ThreadTitles::add(const RolloutFile &file, OwnPart part)
+void ThreadTitles::addName(const RolloutFile &file)
 {
-    const Rollout &rollout = file.rollout;
-    const Name name {rollout.name.time, rollout.name.text};
+    const Name name {file.rollout.name.time, file.rollout.name.text};
     Name &newest = m_names.emplace(file.thread, name).first->second;
     newest = std::max(newest, name);
+}
 
+void ThreadTitles::addPrompts(const RolloutFile &file, OwnPart part)
+{
+    const Rollout &rollout = file.rollout;
     const bool hasParent = m_lineage.hasParent(file.thread);
     if (hasParent && (part.isKnown || rollout.hasCopiedPrompts)) {
         const auto own = std::find_if(rollout.laterPrompts.begin(), rollout.laterPrompts.end(),

@@ -17,7 +17,9 @@ public:
     /// Empty when there is none.
     [[nodiscard]] std::string title(TextId thread) const;
 
-    void add(const RolloutFile &file, OwnPart part);
+    void addName(const RolloutFile &file);
+    /// To be called for one file of each thread: an older state of it knows less of what is a copy.
+    void addPrompts(const RolloutFile &file, OwnPart part);
 
 private:
     using Name = std::pair<TimePoint, std::string>;
