@@ -45,6 +45,9 @@ Database::Database(const std::filesystem::path &file)
     const int code = sqlite3_open_v2(name.c_str(), &m_connection, flags, nullptr);
     if (m_connection != nullptr) {
         sqlite3_extended_result_codes(m_connection, 1);
+        // What was written last stays in its journal until that is full: emptying the journal each
+        // time would have us wait for the disk each time.
+        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }
     static_cast<void>(check(code));
 }

@@ -28,8 +28,8 @@ constexpr std::chrono::hours betweenChecks {24};
 /// How the connection is to work: readers never wait, what was committed stays sound whatever
 /// happens, and the memory is bounded.
 constexpr const char *manners = "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
-                                "PRAGMA cache_size = -16384; PRAGMA temp_store = MEMORY;"
-                                "PRAGMA busy_timeout = 10000";
+                                "PRAGMA cache_size = -12288; PRAGMA temp_store = MEMORY;"
+                                "PRAGMA journal_size_limit = 4194304; PRAGMA busy_timeout = 10000";
 
 } // namespace
 

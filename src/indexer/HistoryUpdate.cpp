@@ -78,6 +78,7 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     store.flush(upkeep);
     if (upkeep == SumUpkeep::AtTheEnd) {
         store.rebuildSums(version);
+        m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
     m_facts.set(rulesFact, readingRules);
     m_facts.set(lastRunFact, m_now.time_since_epoch().count());

@@ -32,7 +32,9 @@ std::set<std::string> namesIn(const fs::path &folder)
     return names;
 }
 
-const std::set<std::string> alone {"history.sqlite", "stats.json"};
+const std::set<std::string> history {"history.sqlite", "history.sqlite-shm", "history.sqlite-wal"};
+const std::set<std::string> alone {
+    "history.sqlite", "history.sqlite-shm", "history.sqlite-wal", "stats.json"};
 
 /// The built program, started by a shell as a user would.
 class Program : public testing::Test {
@@ -158,7 +160,7 @@ TEST_F(Program, understandsItsCommandLine)
         EXPECT_TRUE(said.ends_with(fmt::format("[{}]", status))) << arguments << ": " << said;
     }
     // A report keeps what it read, but the statistics are the widget's.
-    EXPECT_EQ(namesIn(root / "data"), std::set<std::string> {"history.sqlite"});
+    EXPECT_EQ(namesIn(root / "data"), history);
 }
 
 TEST_F(Program, writesThroughLinksAndTidiesUp)
