@@ -31,6 +31,18 @@ constexpr const char *manners = "PRAGMA journal_mode = WAL; PRAGMA synchronous =
                                 "PRAGMA cache_size = -12288; PRAGMA temp_store = MEMORY;"
                                 "PRAGMA journal_size_limit = 4194304; PRAGMA busy_timeout = 10000";
 
+/// A name that nothing in the folder has yet.
+fs::path freeName(const fs::path &folder)
+{
+    std::error_code error;
+    for (int number = 1;; ++number) {
+        fs::path name = folder / fmt::format("history-damaged-{}.sqlite", number);
+        if (!fs::exists(name, error)) {
+            return name;
+        }
+    }
+}
+
 } // namespace
 
 History::History(const fs::path &folder)
@@ -103,9 +115,7 @@ void History::open()
 void History::setAside()
 {
     m_database.reset();
-    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    const fs::path kept = m_file.parent_path()
-        / fmt::format("history-damaged-{}.sqlite", now.time_since_epoch().count());
+    const fs::path kept = freeName(m_file.parent_path());
     for (const char *part : {"", "-wal", "-shm"}) {
         const fs::path from = m_file.native() + part;
         std::error_code error;

@@ -1,0 +1,168 @@
+#include "indexer/History.h"
+
+#include "indexer/PriceFile.h"
+#include "indexer/Scratch.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <fmt/format.h>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace indexer;
+using nlohmann::json;
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+/// An answer of as many dollars.
+std::string answer(const std::string &id, int dollars, const std::string &time = {})
+{
+    const std::string usage = fmt::format(R"("output_tokens":{})", dollars * 50'000);
+    return Answer {.id = id, .time = time.empty() ? Answer {}.time : time, .usage = usage}.line();
+}
+
+/// A home and the history that is made of it, which is opened anew for each look.
+class KeptHistory : public testing::Test {
+protected:
+    KeptHistory() { fs::create_directory(data); }
+
+    json look(TimePoint now = testNow(), const PriceTable &prices = builtInPrices())
+    {
+        History history(data);
+        if (!history.problem()) {
+            history.update({scratch.claude(), scratch.codex()}, prices, now);
+        }
+        problem = history.problem().value_or("");
+        remark = history.remark();
+        return problem.empty() ? json::parse(statsText(history)) : json();
+    }
+    double cost(TimePoint now = testNow()) { return look(now)["totals"]["month"]["cost"]; }
+
+    void change(const std::string &sql) const
+    {
+        Database database(file);
+        database.run(sql);
+        EXPECT_EQ(database.problem().value_or(""), "");
+    }
+
+    const Scratch scratch;
+    const fs::path data = scratch.root() / "data";
+    const fs::path file = data / History::fileName;
+    std::string problem;
+    std::string remark;
+};
+
+TEST_F(KeptHistory, followsWhatHappensToAFile)
+{
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1), answer("m2", 2)});
+    const fs::path elsewhere = path.parent_path() / "b.jsonl";
+    const auto append = [&path](const std::string &text) {
+        std::ofstream(path, std::ios::app) << text;
+    };
+    const auto touch = [&path](std::chrono::seconds back) {
+        fs::last_write_time(path, fs::file_time_type::clock::now() - back);
+    };
+    const std::string third = answer("m3", 4) + '\n';
+    const std::tuple<const char *, std::function<void()>, double> steps[] = {{"new", [] {}, 3},
+        {"half a line more", [&] { append(third.substr(0, 50)); }, 3},
+        {"and the rest", [&] { append(third.substr(50)); }, 7},
+        {"older than before", [&] { touch(1000h); }, 7},
+        {"rewritten in place",
+            [&] {
+                scratch.transcript(
+                    "p/a.jsonl", {answer("m1", 3), answer("m2", 2), answer("m3", 4)});
+                touch(1h);
+            },
+            9},
+        {"rewritten and longer",
+            [&] {
+                scratch.transcript("p/a.jsonl", {answer("m4", 1), std::string(5000, ' ')});
+            },
+            1},
+        {"shorter", [&] { scratch.transcript("p/a.jsonl", {}); }, 0},
+        {"replaced",
+            [&] {
+                scratch.write("new", answer("m5", 5) + '\n');
+                fs::rename(scratch.root() / "new", path);
+            },
+            5},
+        {"moved", [&] { fs::rename(path, elsewhere); }, 5},
+        {"another one at its place", [&] { scratch.transcript("p/a.jsonl", {answer("m6", 1)}); },
+            6},
+        {"both gone",
+            [&] {
+                fs::remove(path);
+                fs::remove(elsewhere);
+            },
+            6},
+        {"back with other content", [&] { scratch.transcript("p/a.jsonl", {answer("m7", 1)}); }, 7},
+        {"nothing happened", [] {}, 7}};
+    for (const auto &[name, step, expected] : steps) {
+        step();
+        EXPECT_EQ(cost(), expected) << name;
+    }
+    EXPECT_EQ(problem + remark, "");
+}
+
+TEST_F(KeptHistory, isPricedAnewWithoutItsTranscripts)
+{
+    const std::string late = "2026-11-20T23:30:00Z";
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1, late)});
+    EXPECT_EQ(look()["days"][0]["date"], "2026-11-21");
+    fs::remove(path);
+    PriceTable prices = builtInPrices();
+    prices.set("claude-opus-5-5", {.rows = {{.rates = {.output = 40'000'000}}}});
+    EXPECT_EQ(look(testNow(), prices)["totals"]["month"]["cost"], 2.0);
+    // Days are those of the zone that the user is in now.
+    const std::string zone = std::getenv("TZ");
+    setenv("TZ", "UTC", 1);
+    EXPECT_EQ(look()["days"][0]["date"], "2026-11-20");
+    setenv("TZ", zone.c_str(), 1);
+    tzset();
+    EXPECT_EQ(look()["days"][0]["cost"], 1.0);
+}
+
+TEST_F(KeptHistory, countsALineOnceItsTimeHasCome)
+{
+    scratch.transcript("p/a.jsonl", {answer("m1", 1), answer("m2", 2, "2026-11-25T10:00:00Z")});
+    EXPECT_EQ(cost(), 1);
+    EXPECT_EQ(cost(testNow() + 47h), 3);
+}
+
+TEST_F(KeptHistory, isKeptWhenItIsDamaged)
+{
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    const fs::path vanishing = scratch.transcript("p/b.jsonl", {answer("m2", 2)});
+    EXPECT_EQ(cost(), 3);
+    fs::remove(vanishing);
+    // Sums that contradict each other, found when the file is looked through the next day; and then
+    // no database at all.
+    change("PRAGMA wal_checkpoint(TRUNCATE)");
+    const auto size = static_cast<std::streamoff>(fs::file_size(file));
+    std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).seekp(size - 4096)
+        << std::string(4096, 'x');
+    EXPECT_EQ(cost(testNow() + 25h), 3) << "what is gone could be read of the damaged file";
+    EXPECT_NE(remark.find("was damaged and is kept as"), std::string::npos);
+    for (const char *part : {"-wal", "-shm"}) {
+        fs::remove(file.native() + part);
+    }
+    std::ofstream(file) << std::string(9000, 'x');
+    EXPECT_EQ(cost(testNow() + 26h), 1);
+    EXPECT_TRUE(fs::exists(data / "history-damaged-1.sqlite"));
+    EXPECT_EQ(fs::file_size(data / "history-damaged-2.sqlite"), 9000U);
+}
+
+TEST_F(KeptHistory, isLeftToANewerVersion)
+{
+    scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    EXPECT_EQ(cost(), 1);
+    change("PRAGMA user_version = 999");
+    look();
+    EXPECT_EQ(problem,
+        fmt::format(
+            "cannot use {}: it was made by a newer version of this program", file.native()));
+}
+
+} // namespace
