@@ -16,7 +16,7 @@ constexpr std::uint64_t muchToRead = std::uint64_t {16} << 20U;
 /// To be raised when lines are read by other rules: then all files are read again.
 constexpr std::int64_t readingRules = 1;
 constexpr std::string_view rulesFact = "reading rules";
-/// To be raised when answers are summed by other rules.
+/// To be raised when answers are summed by other rules, and no version tells so.
 constexpr int summingRules = 1;
 
 std::filesystem::path wholePath(const std::filesystem::path &path)
@@ -76,7 +76,7 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     });
     m_skips.add(harvest.skips());
     store.flush(upkeep);
-    if (upkeep == SumUpkeep::AtTheEnd) {
+    if (m_facts.text(sumsFact) != version) {
         store.rebuildSums(version);
         m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
@@ -88,7 +88,8 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
 /// What the sums are made by, besides the answers.
 std::string HistoryUpdate::sumsVersion() const
 {
-    return fmt::format("{} {:x} {:x}", summingRules, m_prices.hash(), calendarHash(m_now));
+    return fmt::format(
+        KESTRELBAY_VERSION " {} {:x} {:x}", summingRules, m_prices.hash(), calendarHash(m_now));
 }
 
 std::vector<FoundFiles> HistoryUpdate::find(const SourceFolders &folders)

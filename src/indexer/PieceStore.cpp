@@ -161,7 +161,9 @@ void PieceStore::store(SumUpkeep upkeep)
         return;
     }
     m_families.put(m_rollouts, m_sums);
-    m_sumTable.change(m_sums.all());
+    if (!m_sumTable.change(m_sums.all())) {
+        m_facts.set(sumsFact, "outdated");
+    }
     m_sums.clear();
     showSessions();
 }
@@ -185,7 +187,7 @@ void PieceStore::rebuildSums(const std::string &version)
     m_families.addAll(m_sums);
     m_nameTable.save();
     m_sumTable.clear();
-    m_sumTable.change(m_sums.all());
+    static_cast<void>(m_sumTable.change(m_sums.all()));
     m_sessions.showAllAgain();
     m_facts.set(sumsFact, version);
     transaction.commit();

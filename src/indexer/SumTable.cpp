@@ -45,7 +45,7 @@ void SumTable::visitAll(const Visit &visit) const
     }
 }
 
-void SumTable::change(const std::map<SumKey, Sum> &differences)
+bool SumTable::change(const std::map<SumKey, Sum> &differences)
 {
     Statement held(m_database,
         "SELECT answers, used, unpriced, estimated, input, output, cache_write, cache_read,"
@@ -57,6 +57,7 @@ void SumTable::change(const std::map<SumKey, Sum> &differences)
         "INSERT OR REPLACE INTO spent (provider, session, day, model, answers, used, unpriced,"
         " estimated, input, output, cache_write, cache_read, dollars, picodollars)"
         " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    bool isSound = true;
     for (const auto &[key, difference] : differences) {
         if (difference == Sum {}) {
             continue;
@@ -72,12 +73,14 @@ void SumTable::change(const std::map<SumKey, Sum> &differences)
             removal.bind(provider, key.session, day, key.model).run();
             continue;
         }
+        isSound = isSound && sum.isPossible();
         replacement.bind(provider, key.session, day, key.model, sum.answers, sum.used, sum.unpriced,
             sum.estimated, sum.input, sum.output, sum.cacheWrite, sum.cacheRead,
             static_cast<std::int64_t>(sum.picodollars / dollar),
             static_cast<std::int64_t>(sum.picodollars % dollar));
         replacement.run();
     }
+    return isSound;
 }
 
 void SumTable::clear()

@@ -16,8 +16,9 @@ public:
 
     void visitAll(const Visit &visit) const;
 
-    /// Adds differences to what is there.
-    void change(const std::map<SumKey, Sum> &differences);
+    /// Adds differences to what is there; false when that leaves less than nothing, so that all
+    /// sums are to be made anew.
+    [[nodiscard]] bool change(const std::map<SumKey, Sum> &differences);
     void clear();
 
 private:

@@ -1,6 +1,7 @@
 #include "indexer/Sums.h"
 
 #include <array>
+#include <limits>
 
 namespace indexer {
 
@@ -10,6 +11,13 @@ constexpr std::array counts {&Sum::answers, &Sum::used, &Sum::unpriced, &Sum::es
     &Sum::input, &Sum::output, &Sum::cacheWrite, &Sum::cacheRead};
 
 } // namespace
+
+bool Sum::isPossible() const
+{
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    return answers > 0 && answers <= most && used <= answers && unpriced <= used
+        && estimated <= answers && picodollars >= 0;
+}
 
 Sum &Sum::operator+=(const Sum &other)
 {

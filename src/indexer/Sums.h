@@ -33,6 +33,8 @@ struct Sum {
     Money::Amount picodollars = 0;
 
     [[nodiscard]] bool operator==(const Sum &) const = default;
+    /// Whether there are as many as there can be, and not fewer than none.
+    [[nodiscard]] bool isPossible() const;
 
     Sum &operator+=(const Sum &other);
     [[nodiscard]] Sum operator-() const;
