@@ -21,6 +21,7 @@ public:
     /// Starts on a file; never waits for one (a pipe, a device). Says what is wrong with it, if so.
     [[nodiscard]] std::optional<FileSkip> open(const std::filesystem::path &file);
 
+    [[nodiscard]] bool isCompressed() const { return m_isCompressed; }
     /// Of the file as it was when it was opened.
     [[nodiscard]] const FileIdentity &identity() const { return m_identity; }
     /// Tells the bytes in front of a place from others; nothing when there are not so many.

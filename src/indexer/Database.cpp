@@ -13,6 +13,7 @@ namespace indexer {
 namespace {
 
 constexpr mode_t forTheUserAlone = 0600;
+constexpr int longestWait = 10'000; // milliseconds, for others to be done
 
 /// What went wrong in words: where the system failed, its own.
 std::string words(sqlite3 *connection, int code)
@@ -38,12 +39,24 @@ Database::Database(const std::filesystem::path &file)
             m_problem = std::strerror(errno);
             return;
         }
+        ::fchmod(made, forTheUserAlone); // also what came back from a backup
         ::close(made);
     }
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+}
+
+Database::Database(const std::filesystem::path &file, ForReading /*unused*/)
+{
+    open(file, SQLITE_OPEN_READONLY);
+}
+
+void Database::open(const std::filesystem::path &file, int flags)
+{
     const std::string name = file.empty() ? ":memory:" : file.native();
-    const int code = sqlite3_open_v2(name.c_str(), &m_connection, flags, nullptr);
+    const int code =
+        sqlite3_open_v2(name.c_str(), &m_connection, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (m_connection != nullptr) {
+        sqlite3_busy_timeout(m_connection, longestWait);
         sqlite3_extended_result_codes(m_connection, 1);
         // What was written last stays in its journal until that is full: emptying the journal each
         // time would have us wait for the disk each time.

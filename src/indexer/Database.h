@@ -17,6 +17,9 @@ class Database final {
 public:
     /// Opens or creates a file for the user alone; without a name, a database in memory.
     explicit Database(const std::filesystem::path &file);
+    /// Opens a file that is there, without changing anything.
+    struct ForReading { };
+    Database(const std::filesystem::path &file, ForReading forReading);
     ~Database();
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
@@ -39,6 +42,7 @@ private:
     friend class Statement;
     friend class Transaction;
 
+    void open(const std::filesystem::path &file, int flags);
     [[nodiscard]] bool check(int code);
 
     sqlite3 *m_connection = nullptr;

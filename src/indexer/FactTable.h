@@ -9,7 +9,10 @@
 namespace indexer {
 
 /// When the last run was that found something new, in milliseconds since 1970.
-constexpr std::string_view lastRunFact = "last run";
+constexpr std::string_view lastChangeFact = "last change";
+
+/// What tells that the files for others are as the history is; emptied with each of its changes.
+constexpr std::string_view writtenFact = "written";
 
 /// Single facts that the history keeps by name.
 class FactTable final {

@@ -4,6 +4,8 @@
 #include "indexer/RolloutReader.h"
 #include "indexer/TranscriptReader.h"
 
+#include <vector>
+
 namespace indexer {
 
 namespace {
@@ -11,6 +13,21 @@ namespace {
 /// A piece of so many answers or sessions is handed over, so that a file of any size takes no more
 /// memory.
 constexpr std::size_t mostInPiece = 8'000;
+
+/// Whether all of a file can be read.
+bool isWhole(const std::filesystem::path &file)
+{
+    constexpr std::size_t chunk = std::size_t {64} << 10U;
+    std::vector<char> buffer(chunk);
+    ByteSource source;
+    std::optional<std::size_t> got;
+    if (!source.open(file)) {
+        do {
+            got = source.read(buffer.data(), buffer.size());
+        } while (got.value_or(0) > 0);
+    }
+    return got.has_value();
+}
 
 } // namespace
 
@@ -27,6 +44,9 @@ std::optional<FileSkip> FileReading::read(const FileTask &task)
         return problem;
     }
     FilePiece piece {.file = task.file, .isFresh = !goOn(task)};
+    if (piece.isFresh && task.isKnown && !isWhole(task.path)) {
+        return FileSkip::Unreadable; // better what it told before than less
+    }
     const bool isRead = task.provider == Provider::Codex ? readRollout(task, std::move(piece))
                                                          : readTranscript(std::move(piece));
     return isRead && !m_reader.failed() ? std::nullopt : std::optional(FileSkip::Unreadable);
@@ -36,8 +56,7 @@ std::optional<FileSkip> FileReading::read(const FileTask &task)
 bool FileReading::goOn(const FileTask &task)
 {
     const ByteSource &source = m_reader.source();
-    return task.from && task.path.extension() != ".zst"
-        && source.identity().isSameFile(task.from->identity)
+    return task.from && !source.isCompressed() && source.identity().isSameFile(task.from->identity)
         && source.identity().size >= task.from->identity.size
         && source.guardBefore(task.from->place) == task.from->guard
         && m_reader.skipTo(task.from->place);
@@ -46,18 +65,18 @@ bool FileReading::goOn(const FileTask &task)
 bool FileReading::readTranscript(FilePiece piece)
 {
     const std::int64_t file = piece.file;
-    for (bool isWhole = false; !isWhole;) {
+    for (bool isAtEnd = false; !isAtEnd;) {
         TranscriptPiece told;
         TranscriptReader reader(told, m_now);
         TranscriptLine line;
-        isWhole = eachLine(line, told.skips, [&] {
+        isAtEnd = eachLine(line, told.skips, [&] {
             reader.add(line);
             return told.answers.size() < mostInPiece && told.names.size() < mostInPiece;
         });
         piece.skips = told.skips;
         piece.again = told.again;
         piece.told = std::move(told);
-        if (!hand(std::move(piece), isWhole)) {
+        if (!hand(std::move(piece), isAtEnd)) {
             return true;
         }
         piece = FilePiece {.file = file};
@@ -79,7 +98,7 @@ bool FileReading::readRollout(const FileTask &task, FilePiece piece)
     }
     RolloutReader reader(*rollout);
     RolloutLine line;
-    const bool isWhole = eachLine(line, piece.skips, [&] {
+    const bool isAtEnd = eachLine(line, piece.skips, [&] {
         if (line.hasImpossibleNumbers) {
             piece.skips.add(LineSkip::ImpossibleNumbers);
         } else {
@@ -88,16 +107,17 @@ bool FileReading::readRollout(const FileTask &task, FilePiece piece)
         return true;
     });
     piece.told = std::move(*rollout);
-    return isWhole && hand(std::move(piece), true);
+    return isAtEnd && hand(std::move(piece), true);
 }
 
-/// A file that was not read to its end must not look like one that was: the run may end here.
+/// A file that was not read to its end must not look like one that was: the run may end here, and
+/// what could not be read this time is tried again the next time.
 bool FileReading::hand(FilePiece piece, bool isLast)
 {
-    const std::uint64_t place = m_reader.place();
-    piece.mark = {
-        m_reader.source().identity(), place, m_reader.source().guardBefore(place).value_or(0)};
-    if (!isLast) {
+    const ByteSource &source = m_reader.source();
+    const std::uint64_t place = source.isCompressed() ? source.identity().size : m_reader.place();
+    piece.mark = {source.identity(), place, source.guardBefore(place).value_or(0)};
+    if (!isLast || m_reader.failed()) {
         piece.mark.identity.size = place;
         piece.mark.identity.modified = 0;
     }

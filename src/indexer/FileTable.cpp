@@ -22,7 +22,7 @@ FileTable::FileTable(Database &database)
     , m_before(database, "SELECT skips, again FROM file WHERE id = ?")
     , m_mark(database,
           "UPDATE file SET device = ?, inode = ?, size = ?, modified = ?, place = ?, guard = ?,"
-          " again = ?, gone = 0, skips = ? WHERE id = ?")
+          " again = ?, gone = 0, rules = ?, skips = ? WHERE id = ?")
 {
 }
 
@@ -30,7 +30,7 @@ std::vector<KnownFile> FileTable::all() const
 {
     std::vector<KnownFile> files;
     Statement rows(m_database,
-        "SELECT id, provider, path, device, inode, size, modified, place, guard, again, gone"
+        "SELECT id, provider, path, device, inode, size, modified, place, guard, again, gone, rules"
         " FROM file");
     while (rows.next()) {
         KnownFile &file = files.emplace_back();
@@ -46,6 +46,9 @@ std::vector<KnownFile> FileTable::all() const
         file.mark.guard = rows.bits(column++);
         file.again = timeOfStamp(rows.number(column++));
         file.isGone = rows.number(column++) != 0;
+        if (rows.number(column++) != readingRules) {
+            file.again = TimePoint {};
+        }
     }
     return files;
 }
@@ -74,7 +77,7 @@ std::int64_t FileTable::add(Provider provider, const std::string &path)
 {
     Statement insertion(m_database,
         "INSERT INTO file (provider, path, device, inode, size, modified, place, guard, again,"
-        " gone, skips) VALUES (?, ?, 0, 0, 0, 0, 0, 0, 0, 0, x'') RETURNING id");
+        " gone, rules, skips) VALUES (?, ?, 0, 0, 0, 0, 0, 0, 0, 0, 0, x'') RETURNING id");
     insertion.bind(static_cast<int>(provider), std::string_view(path));
     std::int64_t id = 0;
     while (insertion.next()) {
@@ -98,7 +101,7 @@ void FileTable::mark(const FilePiece &piece)
     const std::string left = skips.isEmpty() ? std::string() : skips.packed();
     const FileIdentity &identity = piece.mark.identity;
     m_mark.bind(identity.device, identity.inode, identity.size, identity.modified, piece.mark.place,
-        piece.mark.guard, stamp(again), std::string_view(left), piece.file);
+        piece.mark.guard, stamp(again), readingRules, std::string_view(left), piece.file);
     m_mark.run();
 }
 

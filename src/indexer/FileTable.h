@@ -7,6 +7,9 @@
 
 namespace indexer {
 
+/// To be raised when lines are read by other rules: then all files are read again.
+constexpr std::int64_t readingRules = 1;
+
 /// A file that the history knows.
 struct KnownFile {
     std::int64_t id = 0;

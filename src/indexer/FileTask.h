@@ -26,6 +26,7 @@ struct FileTask {
     Provider provider = Provider::Claude;
     std::filesystem::path path;
     std::uint64_t size = 0; // as far as it is known
+    bool isKnown = false;   // an earlier run read something of it
     std::optional<ReadMark> from;
     std::string rollout; // what that run kept of one of Codex's files
 };

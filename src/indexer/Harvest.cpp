@@ -6,7 +6,11 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
+#include <functional>
+#include <future>
 #include <mutex>
+#include <optional>
+#include <system_error>
 #include <thread>
 
 namespace indexer {
@@ -39,11 +43,12 @@ std::uint64_t bytesOf(const std::vector<FileTask> &tasks)
 /// Pieces on their way from the reading threads to the one that takes them.
 class Belt final {
 public:
-    explicit Belt(unsigned readers)
-        : m_readers(readers)
+    /// A reader begins.
+    void enter()
     {
+        const std::lock_guard lock(m_mutex);
+        ++m_readers;
     }
-
     /// Waits while there is no room; false when nobody wants any more.
     [[nodiscard]] bool put(FilePiece &&piece)
     {
@@ -67,6 +72,7 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         m_isClosed = true;
+        m_pieces.clear();
         m_changed.notify_all();
     }
     /// Waits a moment; nothing when there was none, or will be none.
@@ -93,9 +99,49 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<FilePiece> m_pieces;
-    unsigned m_readers;
+    unsigned m_readers = 0;
     bool m_isClosed = false;
 };
+
+/// Has a reader leave also when it runs out of memory.
+class Leaving final {
+public:
+    explicit Leaving(Belt &belt)
+        : m_belt(belt)
+    {
+    }
+    ~Leaving() { m_belt.leave(); }
+    Leaving(const Leaving &) = delete;
+    Leaving &operator=(const Leaving &) = delete;
+
+private:
+    Belt &m_belt;
+};
+
+/// Has nobody wait for a taker that is gone.
+class Closing final {
+public:
+    explicit Closing(Belt &belt)
+        : m_belt(belt)
+    {
+    }
+    ~Closing() { m_belt.close(); }
+    Closing(const Closing &) = delete;
+    Closing &operator=(const Closing &) = delete;
+
+private:
+    Belt &m_belt;
+};
+
+/// Nothing when the system has no thread to give.
+template <typename Work> std::optional<std::future<Skips>> started(Work &work)
+{
+    try {
+        return std::async(std::launch::async, std::ref(work));
+    } catch (const std::system_error &) {
+        return std::nullopt;
+    }
+}
 
 } // namespace
 
@@ -142,26 +188,37 @@ void Harvest::readAlone(const std::vector<FileTask> &tasks, const Take &take)
 
 void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
 {
-    const unsigned readers = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads);
     LongLineParsers longLines;
-    Belt belt(readers);
+    Belt belt;
     std::atomic<std::size_t> next {0};
     std::atomic<std::uint64_t> done {0};
-    std::vector<Skips> skips(readers);
-    const auto work = [&](Skips &own) {
+    const auto read = [&] {
+        const Leaving leaving(belt);
+        Skips skips;
         FileReading reading(
             m_now, longLines, [&](FilePiece &&piece) { return belt.put(std::move(piece)); });
         for (std::size_t i = next++; i < tasks.size(); i = next++) {
             if (const auto problem = reading.read(tasks[i])) {
-                own.add(*problem);
+                skips.add(*problem);
             }
             done += bytesOf(tasks[i]);
         }
-        belt.leave();
+        return skips;
     };
-    std::vector<std::jthread> threads;
-    for (Skips &own : skips) {
-        threads.emplace_back(work, std::ref(own));
+    std::vector<std::future<Skips>> readers;
+    const Closing closing(belt); // before the readers are waited for, whatever happens here
+    for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads); i > 0;
+         --i) {
+        belt.enter();
+        if (auto reader = started(read)) {
+            readers.push_back(std::move(*reader));
+        } else {
+            belt.leave();
+        }
+    }
+    if (readers.empty()) {
+        readAlone(tasks, take);
+        return;
     }
     const std::uint64_t all = bytesOf(tasks);
     while (!belt.isDone()) {
@@ -172,9 +229,8 @@ void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
         }
         tell(done, all);
     }
-    threads.clear(); // waits for them
-    for (const Skips &own : skips) {
-        m_skips.add(own);
+    for (auto &reader : readers) {
+        m_skips.add(reader.get());
     }
 }
 

@@ -29,7 +29,7 @@ constexpr std::chrono::hours betweenChecks {24};
 /// happens, and the memory is bounded.
 constexpr const char *manners = "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
                                 "PRAGMA cache_size = -12288; PRAGMA temp_store = MEMORY;"
-                                "PRAGMA journal_size_limit = 4194304; PRAGMA busy_timeout = 10000";
+                                "PRAGMA journal_size_limit = 4194304";
 
 /// A name that nothing in the folder has yet.
 fs::path freeName(const fs::path &folder)

@@ -3,6 +3,8 @@
 #include "indexer/FactTable.h"
 #include "indexer/FileTable.h"
 
+#include <fmt/format.h>
+
 namespace indexer {
 
 namespace {
@@ -28,7 +30,7 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
     if (!std::filesystem::exists(file, error)) {
         return facts;
     }
-    Database database(file);
+    Database database(file, Database::ForReading {});
     Statement spent(database,
         "SELECT min(day), sum(answers), count(DISTINCT provider || ' ' || session),"
         " count(*) FROM spent");
@@ -43,10 +45,12 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
     facts.vanishedFiles =
         static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));
     facts.newestAnswer = timeOfStamp(database.number("SELECT max(end) FROM session"));
-    facts.lastRun = timeOfStamp(FactTable(database).number(lastRunFact));
+    facts.lastChange = timeOfStamp(FactTable(database).number(lastChangeFact));
     facts.skips = FileTable(database).skips();
     facts.bytes = sizeOf(file) + sizeOf(file.native() + "-wal");
-    facts.problem = database.problem();
+    if (database.problem()) {
+        facts.problem = fmt::format("cannot read {}: {}", file.native(), *database.problem());
+    }
     return facts;
 }
 
@@ -56,7 +60,7 @@ std::string historyProblem(const std::filesystem::path &file)
     if (!std::filesystem::exists(file, error)) {
         return {};
     }
-    Database database(file);
+    Database database(file, Database::ForReading {});
     Statement rows(database, "PRAGMA quick_check(1)");
     std::string said;
     while (rows.next()) {

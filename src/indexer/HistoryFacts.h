@@ -20,7 +20,7 @@ struct HistoryFacts {
     std::uint64_t files = 0;         // transcripts that were ever read
     std::uint64_t vanishedFiles = 0; // of these, those that are gone but still counted
     std::optional<TimePoint> newestAnswer;
-    std::optional<TimePoint> lastRun; // that found something new
+    std::optional<TimePoint> lastChange; // that found something new
     Skips skips;
     std::optional<std::string> problem; // why all this could not be read
 };

@@ -27,6 +27,7 @@ CREATE TABLE file (
     guard INTEGER NOT NULL,              -- hash of the bytes in front of that place
     again INTEGER NOT NULL,              -- milliseconds since 1970 when it is to be read anew, or 0
     gone INTEGER NOT NULL,               -- whether it was no longer there
+    rules INTEGER NOT NULL,              -- by which it was read
     skips BLOB NOT NULL);                -- what was left out of it
 
 -- What each of Claude Code's files tells of each answer. The truth that all sums are made of.

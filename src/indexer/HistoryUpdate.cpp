@@ -13,17 +13,15 @@ namespace {
 /// With more to read, sums are made once, from all that there is.
 constexpr std::uint64_t muchToRead = std::uint64_t {16} << 20U;
 
-/// To be raised when lines are read by other rules: then all files are read again.
-constexpr std::int64_t readingRules = 1;
-constexpr std::string_view rulesFact = "reading rules";
 /// To be raised when answers are summed by other rules, and no version tells so.
 constexpr int summingRules = 1;
 
+/// One spelling for each folder, by way of whatever links.
 std::filesystem::path wholePath(const std::filesystem::path &path)
 {
     std::error_code error;
-    const auto whole = std::filesystem::absolute(path, error);
-    return (error ? path : whole).lexically_normal();
+    const auto whole = std::filesystem::weakly_canonical(path, error);
+    return error ? path : whole;
 }
 
 std::uint64_t bytesOf(const std::vector<FileTask> &tasks)
@@ -49,26 +47,19 @@ HistoryUpdate::HistoryUpdate(Database &database, const PriceTable &prices, TimeP
 
 bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progress)
 {
-    std::vector<KnownFile> known = m_fileTable.all();
-    const bool isReadByTheseRules = m_facts.number(rulesFact) == readingRules;
-    for (KnownFile &file : known) {
-        file.again = isReadByTheseRules ? file.again : TimePoint {};
-    }
+    const std::vector<KnownFile> known = m_fileTable.all();
     const ReadPlan plan = planReading(known, find(folders), m_now);
     const std::string version = sumsVersion();
-    const bool isCurrent = isReadByTheseRules && m_facts.text(sumsFact) == version;
-    const bool isRenamed = updateThreadNames(m_database, folders.codex);
+    const bool isCurrent = m_facts.text(sumsFact) == version;
+    const bool isRenamed = updateThreadNames(m_database, folders.codex, m_skips);
     if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
         return isRenamed;
     }
     const std::vector<FileTask> toRead = tasks(plan);
-    const SumUpkeep upkeep =
-        isCurrent && bytesOf(toRead) < muchToRead ? SumUpkeep::WithEachBatch : SumUpkeep::AtTheEnd;
+    const bool isLittle = plan.moved.empty() && bytesOf(toRead) < muchToRead;
+    const SumUpkeep upkeep = isCurrent && isLittle ? SumUpkeep::WithEachBatch : SumUpkeep::AtTheEnd;
     noteMoves(plan);
     PieceStore store(m_database, m_prices, plan, m_now);
-    for (const auto &[file, path] : plan.moved) {
-        store.addMoved(file->id);
-    }
     Harvest harvest(m_now, progress);
     harvest.read(toRead, [&](FilePiece &&piece) {
         m_skips.add(piece.skips);
@@ -80,8 +71,7 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
         store.rebuildSums(version);
         m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
-    m_facts.set(rulesFact, readingRules);
-    m_facts.set(lastRunFact, m_now.time_since_epoch().count());
+    m_facts.set(lastChangeFact, m_now.time_since_epoch().count());
     return true;
 }
 
@@ -115,6 +105,7 @@ std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan)
         task.provider = file.provider;
         task.path = file.found.path;
         task.size = file.found.identity.size;
+        task.isKnown = file.known != nullptr;
         if (file.known != nullptr && !file.isFromStart) {
             task.from = file.known->mark;
             task.rollout = file.provider == Provider::Codex ? m_rollouts.told(file.known->id) : "";
@@ -125,7 +116,7 @@ std::vector<FileTask> HistoryUpdate::tasks(const ReadPlan &plan)
 
 void HistoryUpdate::noteMoves(const ReadPlan &plan)
 {
-    if (plan.moved.empty() && plan.gone.empty() && plan.back.empty()) {
+    if (plan.moved.empty() && plan.gone.empty() && plan.back.empty() && plan.same.empty()) {
         return;
     }
     Transaction transaction(m_database);
@@ -137,6 +128,14 @@ void HistoryUpdate::noteMoves(const ReadPlan &plan)
     }
     for (const KnownFile *file : plan.back) {
         m_fileTable.setGone(file->id, false);
+    }
+    for (const auto &[file, identity] : plan.same) {
+        m_fileTable.setIdentity(file->id, identity);
+    }
+    if (!plan.moved.empty()) {
+        // Titles depend on paths.
+        m_facts.set(sumsFact, "outdated");
+        m_facts.set(writtenFact, "");
     }
     transaction.commit();
 }

@@ -10,6 +10,15 @@ namespace {
 constexpr std::size_t mostWaiting = 40'000;
 constexpr std::size_t mostPieces = 500;
 
+/// In rows of the history, or what takes as much memory.
+std::size_t sizeOf(const FilePiece &piece)
+{
+    if (const auto *rollout = std::get_if<Rollout>(&piece.told)) {
+        return rollout->records.size() + rollout->counters.size() + rollout->laterPrompts.size();
+    }
+    return std::get<TranscriptPiece>(piece.told).answers.size();
+}
+
 } // namespace
 
 PieceStore::PieceStore(
@@ -32,8 +41,7 @@ PieceStore::PieceStore(
 
 bool PieceStore::add(FilePiece &&piece, SumUpkeep upkeep)
 {
-    const auto *told = std::get_if<TranscriptPiece>(&piece.told);
-    m_waiting += told == nullptr ? 0 : told->answers.size();
+    m_waiting += sizeOf(piece);
     m_pieces.push_back(std::move(piece));
     if (m_waiting > mostWaiting || m_pieces.size() > mostPieces) {
         flush(upkeep);
@@ -43,7 +51,7 @@ bool PieceStore::add(FilePiece &&piece, SumUpkeep upkeep)
 
 void PieceStore::flush(SumUpkeep upkeep)
 {
-    if (m_pieces.empty() && m_touchedSessions.empty()) {
+    if (m_pieces.empty()) {
         return;
     }
     Transaction transaction(m_database);
@@ -57,6 +65,7 @@ void PieceStore::flush(SumUpkeep upkeep)
     }
     store(upkeep);
     m_nameTable.save();
+    m_facts.set(writtenFact, "");
     transaction.commit();
     m_rollouts.clear();
     m_pieces.clear();
@@ -190,14 +199,9 @@ void PieceStore::rebuildSums(const std::string &version)
     static_cast<void>(m_sumTable.change(m_sums.all()));
     m_sessions.showAllAgain();
     m_facts.set(sumsFact, version);
+    m_facts.set(writtenFact, "");
     transaction.commit();
     m_sums.clear();
-}
-
-void PieceStore::addMoved(std::int64_t file)
-{
-    m_touchedSessions.merge(m_sessions.sessionsOf(file));
-    m_hasNewSummaries = true;
 }
 
 } // namespace indexer

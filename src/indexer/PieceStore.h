@@ -34,8 +34,6 @@ public:
     void flush(SumUpkeep upkeep);
     /// Makes all sums anew from what was stored. `version` tells what they are made by.
     void rebuildSums(const std::string &version);
-    /// Has sessions whose files have new paths be shown anew.
-    void addMoved(std::int64_t file);
 
 private:
     void resolve(FilePiece &piece);
@@ -60,7 +58,7 @@ private:
 
     // What waits to be stored.
     std::vector<FilePiece> m_pieces;
-    std::size_t m_waiting = 0; // answers in them
+    std::size_t m_waiting = 0; // rows in them
     // While it is being stored.
     std::vector<AnswerTable::Row> m_rows;
     FamilyStore::Rollouts m_rollouts; // of the pieces

@@ -34,16 +34,15 @@ void say(Outcome &outcome, std::string_view text)
     outcome.messages += fmt::format("kestrelbay-indexer: {}\n", printable(text));
 }
 
-/// A failure is all that is said then.
-Outcome failed(std::string_view text)
+/// Nothing is told then but why, and what was said before.
+Outcome failed(std::string_view text, Outcome outcome = {})
 {
-    Outcome outcome {.status = 1};
+    outcome.status = 1;
+    outcome.output.clear();
     say(outcome, text);
     return outcome;
 }
 
-/// The fact that tells whether the files are as the last run left them, and still of today.
-constexpr std::string_view writtenFact = "written";
 constexpr const char *statisticsName = "stats.json";
 constexpr const char *limitsName = "codex-limits.json";
 
@@ -121,16 +120,17 @@ Outcome doctor(const Options &options, TimePoint now)
 
 Outcome status(const Options &options, TimePoint now)
 {
-    const auto facts = [&] { return readHistoryFacts(options.data / History::fileName); };
-    switch (std::get<StatusOptions>(options.command).format) {
-    case StatusFormat::Waybar:
+    const StatusFormat format = std::get<StatusOptions>(options.command).format;
+    if (format == StatusFormat::Waybar) {
         return {.output = waybarLine(options.data, options.claude, now)};
-    case StatusFormat::Json:
-        return {.output = statusJson(facts())};
-    case StatusFormat::Text:
-        break;
     }
-    return {.output = statusText(facts(), now, terminalOf(STDOUT_FILENO))};
+    const HistoryFacts facts = readHistoryFacts(options.data / History::fileName);
+    if (facts.problem) {
+        return failed(*facts.problem);
+    }
+    return {.output = format == StatusFormat::Json
+            ? statusJson(facts)
+            : statusText(facts, now, terminalOf(STDOUT_FILENO))};
 }
 
 /// Before anything else: what cannot be read must not be taken for nothing. A folder of Codex that
@@ -153,28 +153,25 @@ std::optional<Outcome> unreadable(const Options &options, Outcome &outcome)
     return std::nullopt;
 }
 
-/// A report on folders that were named is about these alone, unless the history was named as well;
-/// and where no history can be kept, there can still be a report.
-std::unique_ptr<History> openHistory(const Options &options, Outcome &outcome)
+/// A report on folders that were named is about these alone, unless the history was named as well.
+bool isElsewhere(const Options &options)
 {
-    const bool isReport = std::holds_alternative<ReportOptions>(options.command);
-    const bool isElsewhere =
-        !options.isDataNamed && (options.isClaudeArgument || options.isCodexNamed);
-    if (isReport && isElsewhere) {
-        return std::make_unique<History>();
+    return std::holds_alternative<ReportOptions>(options.command) && !options.isDataNamed
+        && (options.isClaudeArgument || options.isCodexNamed);
+}
+
+/// The history in the data folder, or one in memory; see its problem.
+std::unique_ptr<History> updatedHistory(
+    const Options &options, const PriceTable &prices, TimePoint now, bool isInMemory)
+{
+    auto history =
+        isInMemory ? std::make_unique<History>() : std::make_unique<History>(options.data);
+    if (!history->problem()) {
+        Progress progress = standardErrorProgress();
+        history->update({options.claude, options.codex}, prices, now,
+            [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); });
     }
-    auto problem = makeFolder(options.data);
-    auto history = problem ? nullptr : std::make_unique<History>(options.data);
-    problem = problem ? problem : history->problem();
-    if (!problem) {
-        return history;
-    }
-    if (!isReport) {
-        outcome = failed(*problem);
-        return nullptr;
-    }
-    say(outcome, *problem + "; this report is of the transcripts that are there now");
-    return std::make_unique<History>();
+    return history;
 }
 
 /// Reads what is new, and then reports or writes what there is.
@@ -191,26 +188,27 @@ Outcome update(const Options &options, TimePoint now)
             fmt::format(
                 "{} is not used, the built-in prices are: {}", priceFile.native(), prices.problem));
     }
-    const auto history = openHistory(options, outcome);
-    if (history == nullptr) {
-        return outcome;
-    }
-    Progress progress = standardErrorProgress();
-    const bool isChanged = history->update({options.claude, options.codex}, prices.table, now,
-        [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); });
-    progress.finish();
-    if (const auto problem = history->problem()) {
-        return failed(*problem);
-    }
-    if (!history->remark().empty()) {
+    const bool isInMemory = isElsewhere(options);
+    auto problem = isInMemory ? std::nullopt : makeFolder(options.data);
+    auto history = problem ? nullptr : updatedHistory(options, prices.table, now, isInMemory);
+    if (history != nullptr && !history->remark().empty()) {
         say(outcome, history->remark());
     }
-    if (std::holds_alternative<ReportOptions>(options.command)) {
+    problem = problem ? problem : history->problem();
+    const bool isReport = std::holds_alternative<ReportOptions>(options.command);
+    if (problem && isReport) {
+        // Where nothing can be kept, there can still be a report.
+        say(outcome, *problem + "; this report is of the transcripts that are there now");
+        history = updatedHistory(options, prices.table, now, true);
+        problem = history->problem();
+    }
+    if (isReport && !problem) {
         outcome.output = report(options, *history, now);
-    } else if (isChanged || !isWritten(options, *history, now)) {
-        if (const auto problem = write(options, *history, now)) {
-            return failed(*problem);
-        }
+    } else if (!problem && !isWritten(options, *history, now)) {
+        problem = write(options, *history, now);
+    }
+    if (problem) {
+        return failed(*problem, std::move(outcome));
     }
     if (const std::string skipped = history->skips().sentence(); !skipped.empty()) {
         say(outcome, skipped);

@@ -105,6 +105,11 @@ void Planning::compare(const FoundFile &found, const KnownFile &known)
         }
         return;
     }
+    if (!isDue && found.identity.size == before.size && found.identity.modified == before.modified
+        && continues(found, known)) {
+        m_plan.same.emplace_back(&known, found.identity);
+        return;
+    }
     // Whoever writes without adding has changed what was there.
     const bool isRewritten = found.identity.size == before.size;
     m_plan.files.push_back({found, known.provider, &known, isDue || isRewritten});

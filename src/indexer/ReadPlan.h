@@ -21,10 +21,12 @@ struct ReadPlan {
     std::vector<const KnownFile *> gone; // to be marked as gone
     std::vector<const KnownFile *> back; // were marked so, and are there as they were
     std::vector<std::pair<const KnownFile *, std::string>> moved; // with the new path
+    /// As they were, but for numbers that a device gets anew whenever it is mounted.
+    std::vector<std::pair<const KnownFile *, FileIdentity>> same;
 
     [[nodiscard]] bool isEmpty() const
     {
-        return files.empty() && gone.empty() && back.empty() && moved.empty();
+        return files.empty() && gone.empty() && back.empty() && moved.empty() && same.empty();
     }
 };
 

@@ -319,8 +319,13 @@ void RolloutReader::addPrompt(const RolloutLine &line, TimePoint time)
     }
     if (comesFromOther && metas.front().created && time < *metas.front().created) {
         m_rollout.hasCopiedPrompts = true;
-    } else if (comesFromOther && (later.empty() || later.back().text != prompt.text)) {
-        later.push_back(std::move(prompt)); // two kinds of lines tell of each
+        return;
+    }
+    // Two kinds of lines tell of each.
+    const bool isToldAgain = !later.empty() && later.back().text == prompt.text
+        && later.back().counters == prompt.counters;
+    if (comesFromOther && !isToldAgain) {
+        later.push_back(std::move(prompt));
     }
 }
 

@@ -26,7 +26,7 @@ const std::array<Table, 8> &tables()
         {"text", {"id", "text"}},
         {"file",
             {"id", "provider", "path", "device", "inode", "size", "modified", "place", "guard",
-                "again", "gone", "skips"}},
+                "again", "gone", "rules", "skips"}},
         {"answer", {"message", "request", "file", "told"}, 3},
         {"session_part", {"session", "file", "told"}, 2},
         {"summary", {"leaf", "file", "title"}, 2},

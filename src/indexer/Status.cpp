@@ -20,14 +20,14 @@ std::string filesText(const HistoryFacts &facts)
         : fmt::format("{}, {} of them gone but still counted", all, grouped(facts.vanishedFiles));
 }
 
-std::string lastRunText(const HistoryFacts &facts, TimePoint now)
+std::string lastChangeText(const HistoryFacts &facts, TimePoint now)
 {
-    if (!facts.lastRun) {
+    if (!facts.lastChange) {
         return "never";
     }
-    const std::string clock = clockText(*facts.lastRun, now);
-    return *facts.lastRun > now ? clock + " (ahead of this computer's clock)"
-                                : fmt::format("{} ({} ago)", clock, spanText(now - *facts.lastRun));
+    const std::string clock = clockText(*facts.lastChange, now);
+    return *facts.lastChange > now ? clock + " (ahead of this computer's clock)"
+                                : fmt::format("{} ({} ago)", clock, spanText(now - *facts.lastChange));
 }
 
 std::string skippedText(const Skips &skips)
@@ -63,7 +63,7 @@ std::string statusText(const HistoryFacts &facts, TimePoint now, const Terminal 
         {"Answers", grouped(facts.answers)},
         {"Sessions", grouped(facts.sessions)},
         {"Transcripts", filesText(facts)},
-        {"Last run", lastRunText(facts, now)},
+        {"Last change", lastChangeText(facts, now)},
         {"Skipped", skippedText(facts.skips)},
     };
     std::string text;
@@ -85,7 +85,7 @@ std::string statusJson(const HistoryFacts &facts)
         {"sessions", facts.sessions},
         {"files", facts.files},
         {"vanishedFiles", facts.vanishedFiles},
-        {"lastRun", facts.lastRun ? Json(momentText(*facts.lastRun)) : Json(nullptr)},
+        {"lastChange", facts.lastChange ? Json(momentText(*facts.lastChange)) : Json(nullptr)},
         {"skipped", skipsJson(facts.skips)},
     };
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + '\n';

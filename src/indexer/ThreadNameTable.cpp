@@ -37,7 +37,7 @@ std::map<std::string, std::string, std::less<>> threadNames(Database &database)
     return names;
 }
 
-bool updateThreadNames(Database &database, const std::filesystem::path &codex)
+bool updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips)
 {
     const std::filesystem::path file = codex / "session_index.jsonl";
     FactTable facts(database);
@@ -45,13 +45,19 @@ bool updateThreadNames(Database &database, const std::filesystem::path &codex)
     if (!state || *state == facts.text(stateFact)) {
         return false;
     }
+    const auto names = readThreadNames(file);
+    if (!names) {
+        skips.add(FileSkip::Unreadable); // and tried again the next time
+        return false;
+    }
     Transaction transaction(database);
     Statement replacement(
         database, "INSERT OR REPLACE INTO thread_name (thread, name) VALUES (?, ?)");
-    for (const ThreadName &each : readThreadNames(file)) {
+    for (const ThreadName &each : *names) {
         replacement.bind(std::string_view(each.thread), std::string_view(each.name)).run();
     }
     facts.set(stateFact, *state);
+    facts.set(writtenFact, "");
     transaction.commit();
     return true;
 }

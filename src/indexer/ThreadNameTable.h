@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexer/Database.h"
+#include "indexer/Skips.h"
 
 #include <filesystem>
 #include <map>
@@ -13,6 +14,7 @@ namespace indexer {
 
 /// Reads them from Codex's folder when the file there has changed; true when it has. Names stay
 /// when the file is gone.
-[[nodiscard]] bool updateThreadNames(Database &database, const std::filesystem::path &codex);
+[[nodiscard]] bool updateThreadNames(
+    Database &database, const std::filesystem::path &codex, Skips &skips);
 
 } // namespace indexer

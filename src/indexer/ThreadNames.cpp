@@ -21,10 +21,14 @@ std::string textOf(const nlohmann::json &object, const char *key)
 
 } // namespace
 
-std::vector<ThreadName> readThreadNames(const std::filesystem::path &file)
+std::optional<std::vector<ThreadName>> readThreadNames(const std::filesystem::path &file)
 {
+    const FileContent content = readFile(file, largestIndex);
+    if (!content.bytes) {
+        return std::nullopt;
+    }
     std::map<std::string, ThreadName> newest;
-    std::istringstream lines(readFile(file, largestIndex).bytes.value_or(std::string()));
+    std::istringstream lines(*content.bytes);
     for (std::string line; std::getline(lines, line);) {
         const nlohmann::json entry = nlohmann::json::parse(line, nullptr, false);
         const std::string id = entry.is_object() ? textOf(entry, "id") : std::string();

@@ -3,6 +3,7 @@
 #include "indexer/Moment.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,9 @@ struct ThreadName {
     TimePoint time = TimePoint::min();
 };
 
-/// Reads session_index.jsonl in Codex's folder, if it is there: the newest name of each thread.
-[[nodiscard]] std::vector<ThreadName> readThreadNames(const std::filesystem::path &file);
+/// Reads session_index.jsonl in Codex's folder: the newest name of each thread. Nothing when it
+/// cannot be read.
+[[nodiscard]] std::optional<std::vector<ThreadName>> readThreadNames(
+    const std::filesystem::path &file);
 
 } // namespace indexer

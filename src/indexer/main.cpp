@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <new>
 
 namespace {
@@ -44,6 +45,8 @@ int main(int count, char **words)
         return runProgram(count, words);
     } catch (const std::bad_alloc &) {
         print(stderr, "kestrelbay-indexer: out of memory\n");
-        return 1;
+    } catch (const std::exception &error) {
+        print(stderr, std::string("kestrelbay-indexer: ") + error.what() + '\n');
     }
+    return 1;
 }

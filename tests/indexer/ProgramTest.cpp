@@ -122,6 +122,16 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
     EXPECT_NE(content(root / "data/stats.json"), "old");
 }
 
+TEST_F(Program, writesWhatAReportWasTheFirstToRead)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    EXPECT_EQ(run("--data data --claude claude"), "[0]");
+    scratch.transcript("p/b.jsonl", {Answer {.id = "m2"}.line()});
+    EXPECT_NE(run("report --data data --claude claude").find("$12.00"), std::string::npos);
+    EXPECT_EQ(run("--data data --claude claude"), "[0]");
+    EXPECT_EQ(firstDay(root / "data/stats.json").find(R"({"cost":12.0,)"), 0U);
+}
+
 TEST_F(Program, replacesOlderLimitsOnly)
 {
     scratch.rollout("a",

@@ -93,7 +93,7 @@ TEST(Status, tellsWhatIsStored)
     facts.sessions = 1;
     facts.files = 456;
     facts.vanishedFiles = 12;
-    facts.lastRun = testNow() - 90min;
+    facts.lastChange = testNow() - 90min;
     facts.skips.add(LineSkip::NotJson, 2);
     EXPECT_EQ(statusText(facts, testNow(), {}),
         "History      /h/history.sqlite? (12.4 MB)\n"
@@ -101,10 +101,10 @@ TEST(Status, tellsWhatIsStored)
         "Answers      12,345\n"
         "Sessions     1\n"
         "Transcripts  456 files, 12 of them gone but still counted\n"
-        "Last run     11:30 (1 h 30 min ago)\n"
+        "Last change  11:30 (1 h 30 min ago)\n"
         "Skipped      2 lines (2 not JSON)\n");
     const json made = json::parse(statusJson(facts));
-    EXPECT_EQ(made["lastRun"], "2026-11-21T10:30:00.000Z");
+    EXPECT_EQ(made["lastChange"], "2026-11-21T10:30:00.000Z");
     EXPECT_EQ(made["skipped"]["lines"]["notJson"], 2);
 }
 
