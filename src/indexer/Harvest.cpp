@@ -133,13 +133,19 @@ private:
     Belt &m_belt;
 };
 
-/// Nothing when the system has no thread to give.
-template <typename Work> std::optional<std::future<Skips>> started(Work &work)
+/// Starts as many readers as are worth it, or as the system has threads for.
+template <typename Read>
+void start(std::vector<std::future<Skips>> &readers, Belt &belt, Read &read)
 {
-    try {
-        return std::async(std::launch::async, std::ref(work));
-    } catch (const std::system_error &) {
-        return std::nullopt;
+    for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads); i > 0;
+         --i) {
+        belt.enter();
+        try {
+            readers.push_back(std::async(std::launch::async, std::ref(read)));
+        } catch (const std::system_error &) {
+            belt.leave();
+            return;
+        }
     }
 }
 
@@ -207,15 +213,7 @@ void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
     };
     std::vector<std::future<Skips>> readers;
     const Closing closing(belt); // before the readers are waited for, whatever happens here
-    for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads); i > 0;
-         --i) {
-        belt.enter();
-        if (auto reader = started(read)) {
-            readers.push_back(std::move(*reader));
-        } else {
-            belt.leave();
-        }
-    }
+    start(readers, belt, read);
     if (readers.empty()) {
         readAlone(tasks, take);
         return;
