@@ -8,8 +8,12 @@
 
 namespace indexer {
 
-/// When the last run was that found something new, in milliseconds since 1970.
-constexpr std::string_view lastChangeFact = "last change";
+/// When the last run was, in milliseconds since 1970.
+constexpr std::string_view lastRunFact = "last run";
+
+/// By what the sums were made, or that they no longer are what the answers are.
+constexpr std::string_view sumsFact = "sums";
+constexpr std::string_view outdatedSums = "outdated";
 
 /// What tells that the files for others are as the history is; emptied with each of its changes.
 constexpr std::string_view writtenFact = "written";

@@ -45,7 +45,9 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
     facts.vanishedFiles =
         static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));
     facts.newestAnswer = timeOfStamp(database.number("SELECT max(end) FROM session"));
-    facts.lastChange = timeOfStamp(FactTable(database).number(lastChangeFact));
+    const FactTable known(database);
+    facts.lastRun = timeOfStamp(known.number(lastRunFact));
+    facts.isIncomplete = known.text(sumsFact) == outdatedSums;
     facts.skips = FileTable(database).skips();
     facts.bytes = sizeOf(file) + sizeOf(file.native() + "-wal");
     if (database.problem()) {

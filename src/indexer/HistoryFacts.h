@@ -20,7 +20,8 @@ struct HistoryFacts {
     std::uint64_t files = 0;         // transcripts that were ever read
     std::uint64_t vanishedFiles = 0; // of these, those that are gone but still counted
     std::optional<TimePoint> newestAnswer;
-    std::optional<TimePoint> lastChange; // that found something new
+    std::optional<TimePoint> lastRun;
+    bool isIncomplete = false; // since a run was broken off, the sums are those of before
     Skips skips;
     std::optional<std::string> problem; // why all this could not be read
 };

@@ -52,6 +52,7 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     const std::string version = sumsVersion();
     const bool isCurrent = m_facts.text(sumsFact) == version;
     const bool isRenamed = updateThreadNames(m_database, folders.codex, m_skips);
+    m_facts.set(lastRunFact, m_now.time_since_epoch().count());
     if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
         return isRenamed;
     }
@@ -71,7 +72,6 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
         store.rebuildSums(version);
         m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
-    m_facts.set(lastChangeFact, m_now.time_since_epoch().count());
     return true;
 }
 
@@ -134,7 +134,7 @@ void HistoryUpdate::noteMoves(const ReadPlan &plan)
     }
     if (!plan.moved.empty()) {
         // Titles depend on paths.
-        m_facts.set(sumsFact, "outdated");
+        m_facts.set(sumsFact, outdatedSums);
         m_facts.set(writtenFact, "");
     }
     transaction.commit();

@@ -166,12 +166,12 @@ void PieceStore::store(SumUpkeep upkeep)
     }
     if (!isSummedNow) {
         m_families.put(m_rollouts);
-        m_facts.set(sumsFact, "outdated");
+        m_facts.set(sumsFact, outdatedSums);
         return;
     }
     m_families.put(m_rollouts, m_sums);
     if (!m_sumTable.change(m_sums.all())) {
-        m_facts.set(sumsFact, "outdated");
+        m_facts.set(sumsFact, outdatedSums);
     }
     m_sums.clear();
     showSessions();

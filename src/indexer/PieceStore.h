@@ -14,9 +14,6 @@
 
 namespace indexer {
 
-/// The fact that tells by what the sums were made, if they are not outdated.
-constexpr std::string_view sumsFact = "sums";
-
 /// How the sums follow when pieces are stored.
 enum class SumUpkeep {
     WithEachBatch, // best for few pieces

@@ -20,14 +20,14 @@ std::string filesText(const HistoryFacts &facts)
         : fmt::format("{}, {} of them gone but still counted", all, grouped(facts.vanishedFiles));
 }
 
-std::string lastChangeText(const HistoryFacts &facts, TimePoint now)
+std::string lastRunText(const HistoryFacts &facts, TimePoint now)
 {
-    if (!facts.lastChange) {
+    if (!facts.lastRun) {
         return "never";
     }
-    const std::string clock = clockText(*facts.lastChange, now);
-    return *facts.lastChange > now ? clock + " (ahead of this computer's clock)"
-                                : fmt::format("{} ({} ago)", clock, spanText(now - *facts.lastChange));
+    const std::string clock = clockText(*facts.lastRun, now);
+    return *facts.lastRun > now ? clock + " (ahead of this computer's clock)"
+                                : fmt::format("{} ({} ago)", clock, spanText(now - *facts.lastRun));
 }
 
 std::string skippedText(const Skips &skips)
@@ -63,13 +63,17 @@ std::string statusText(const HistoryFacts &facts, TimePoint now, const Terminal 
         {"Answers", grouped(facts.answers)},
         {"Sessions", grouped(facts.sessions)},
         {"Transcripts", filesText(facts)},
-        {"Last change", lastChangeText(facts, now)},
+        {"Last run", lastRunText(facts, now)},
         {"Skipped", skippedText(facts.skips)},
     };
     std::string text;
     for (const auto &[name, value] : rows) {
         text += inked(fmt::format("{:<11}", name), Ink::Bold, terminal) + "  " + printable(value)
             + '\n';
+    }
+    if (facts.isIncomplete) {
+        text +=
+            "\nThe sums are not up to date: a run was broken off, and the next one mends that.\n";
     }
     return text;
 }
@@ -85,7 +89,8 @@ std::string statusJson(const HistoryFacts &facts)
         {"sessions", facts.sessions},
         {"files", facts.files},
         {"vanishedFiles", facts.vanishedFiles},
-        {"lastChange", facts.lastChange ? Json(momentText(*facts.lastChange)) : Json(nullptr)},
+        {"lastRun", facts.lastRun ? Json(momentText(*facts.lastRun)) : Json(nullptr)},
+        {"incomplete", facts.isIncomplete},
         {"skipped", skipsJson(facts.skips)},
     };
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + '\n';

@@ -12,7 +12,8 @@ namespace indexer {
     const HistoryFacts &facts, TimePoint now, const Terminal &terminal);
 
 /// The same as an object: "file", "bytes", "since", "answers", "sessions", "files",
-/// "vanishedFiles", "lastChange", and "skipped" with its reasons; what is not known is null.
+/// "vanishedFiles", "lastRun", "incomplete", and "skipped" with its reasons; what is not known is
+/// null.
 [[nodiscard]] std::string statusJson(const HistoryFacts &facts);
 
 } // namespace indexer

@@ -93,7 +93,7 @@ TEST(Status, tellsWhatIsStored)
     facts.sessions = 1;
     facts.files = 456;
     facts.vanishedFiles = 12;
-    facts.lastChange = testNow() - 90min;
+    facts.lastRun = testNow() - 90min;
     facts.skips.add(LineSkip::NotJson, 2);
     EXPECT_EQ(statusText(facts, testNow(), {}),
         "History      /h/history.sqlite? (12.4 MB)\n"
@@ -101,10 +101,12 @@ TEST(Status, tellsWhatIsStored)
         "Answers      12,345\n"
         "Sessions     1\n"
         "Transcripts  456 files, 12 of them gone but still counted\n"
-        "Last change  11:30 (1 h 30 min ago)\n"
+        "Last run     11:30 (1 h 30 min ago)\n"
         "Skipped      2 lines (2 not JSON)\n");
+    facts.isIncomplete = true;
+    EXPECT_NE(statusText(facts, testNow(), {}).find("a run was broken off"), std::string::npos);
     const json made = json::parse(statusJson(facts));
-    EXPECT_EQ(made["lastChange"], "2026-11-21T10:30:00.000Z");
+    EXPECT_EQ(made["lastRun"], "2026-11-21T10:30:00.000Z");
     EXPECT_EQ(made["skipped"]["lines"]["notJson"], 2);
 }
 
