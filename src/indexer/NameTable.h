@@ -5,7 +5,8 @@
 
 namespace indexer {
 
-/// The texts of the history with the numbers that its rows know them by.
+/// The texts of the history with the numbers that its rows know them by. One that was lost leaves
+/// the others their numbers.
 class NameTable final {
 public:
     explicit NameTable(Database &database);
