@@ -15,6 +15,27 @@ namespace {
 constexpr mode_t forTheUserAlone = 0600;
 constexpr int longestWait = 10'000; // milliseconds, for others to be done
 
+/// Whether it is the file that is at fault. Our statements and what they bind are always the same,
+/// so that one that makes no sense to SQLite, or breaks a rule of the schema, met a file whose
+/// schema or content is not what we wrote; and a file that was opened for writing but cannot be
+/// written says so of itself.
+bool tellsOfDamage(int code)
+{
+    switch (code & 0xFF) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_ERROR:
+    case SQLITE_SCHEMA:
+    case SQLITE_CONSTRAINT:
+    case SQLITE_MISMATCH:
+    case SQLITE_FORMAT:
+    case SQLITE_TOOBIG:
+        return true;
+    default:
+        return code == SQLITE_READONLY;
+    }
+}
+
 /// What went wrong in words: where the system failed, its own.
 std::string words(sqlite3 *connection, int code)
 {
@@ -77,8 +98,7 @@ bool Database::check(int code)
     }
     if (!m_problem) {
         m_problem = words(m_connection, code);
-        const int kind = code & 0xFF;
-        m_isDamaged = kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB;
+        m_isDamaged = tellsOfDamage(code);
     }
     return false;
 }
@@ -89,6 +109,12 @@ void Database::setDamaged()
         m_problem = "it is damaged";
         m_isDamaged = true;
     }
+}
+
+void Database::goOn()
+{
+    m_problem.reset();
+    m_isDamaged = false;
 }
 
 std::int64_t Database::changes() const

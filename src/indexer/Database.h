@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool isDamaged() const { return m_isDamaged; }
     /// Has a database whose content makes no sense be treated as such.
     void setDamaged();
+    /// Forgets what went wrong, to look at what else can be read.
+    void goOn();
 
     /// How many rows the last statement that changes any changed.
     [[nodiscard]] std::int64_t changes() const;

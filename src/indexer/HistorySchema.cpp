@@ -98,6 +98,10 @@ std::optional<std::string> bringSchemaUpToDate(Database &database)
     if (version > newest) {
         return "it was made by a newer version of this program";
     }
+    const bool isNew = version == 0 && database.number("SELECT count(*) FROM sqlite_master") == 0;
+    if (version <= 0 && !isNew) {
+        database.setDamaged();
+    }
     for (std::int64_t step = version; step < newest && !database.problem(); ++step) {
         Transaction transaction(database);
         database.run(steps.at(static_cast<std::size_t>(step)));
