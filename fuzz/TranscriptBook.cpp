@@ -8,7 +8,7 @@ namespace {
 template <typename Value> std::string packed(const Value &value)
 {
     indexer::PackedWriter writer;
-    pack(writer, value);
+    pack(writer, value, 0);
     return writer.bytes();
 }
 
@@ -22,7 +22,7 @@ void TranscriptBook::add(indexer::TranscriptPiece piece)
         record.model.text = m_names.add(piece.names.text(told.model.text));
         const auto [place, isNew] = m_answers.emplace(key, record);
         if (!isNew) {
-            indexer::UsageRecord before = indexer::unpackUsageRecord(packed(place->second));
+            indexer::UsageRecord before = *indexer::unpackUsageRecord(packed(place->second), 0);
             merge(before, record, m_names);
             place->second = before;
         }
@@ -31,7 +31,7 @@ void TranscriptBook::add(indexer::TranscriptPiece piece)
         const auto [place, isNew] =
             m_sessions.emplace(std::string(piece.names.text(session)), facts);
         if (!isNew) {
-            indexer::SessionFacts before = indexer::unpackSessionFacts(packed(place->second));
+            indexer::SessionFacts before = *indexer::unpackSessionFacts(packed(place->second), 0);
             before.append(facts);
             place->second = std::move(before);
         }

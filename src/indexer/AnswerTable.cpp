@@ -7,7 +7,7 @@ namespace indexer {
 AnswerTable::AnswerTable(Database &database, const TextPool &names)
     : m_database(database)
     , m_names(names)
-    , m_ofMessage(database, "SELECT request, told FROM answer WHERE message = ?")
+    , m_ofMessage(database, "SELECT request, file, told FROM answer WHERE message = ?")
     , m_one(database, "SELECT told FROM answer WHERE message = ? AND request = ? AND file = ?")
     , m_insertion(database,
           "INSERT OR IGNORE INTO answer (message, request, file, told) VALUES (?, ?, ?, ?)")
@@ -18,7 +18,7 @@ AnswerTable::AnswerTable(Database &database, const TextPool &names)
 
 void AnswerTable::visitAll(const Visit &visit)
 {
-    Statement rows(m_database, "SELECT message, request, told FROM answer ORDER BY message");
+    Statement rows(m_database, "SELECT message, request, file, told FROM answer ORDER BY message");
     m_group.clear();
     std::uint64_t message = 0;
     while (rows.next()) {
@@ -27,7 +27,7 @@ void AnswerTable::visitAll(const Visit &visit)
             m_group.clear();
             message = rows.bits(0);
         }
-        m_group.push_back({rows.bits(1), unpackUsageRecord(rows.bytes(2))});
+        addToGroup({message, rows.bits(1)}, rows, 2);
     }
     visitGroup(m_group, visit);
 }
@@ -37,9 +37,25 @@ void AnswerTable::visit(std::uint64_t message, const Visit &visit)
     m_group.clear();
     m_ofMessage.bind(message);
     while (m_ofMessage.next()) {
-        m_group.push_back({m_ofMessage.bits(0), unpackUsageRecord(m_ofMessage.bytes(1))});
+        addToGroup({message, m_ofMessage.bits(0)}, m_ofMessage, 1);
     }
     visitGroup(m_group, visit);
+}
+
+std::uint64_t AnswerTable::seal(const Place &place)
+{
+    return sealPlace(
+        {place.key.message, place.key.request, static_cast<std::uint64_t>(place.file)});
+}
+
+void AnswerTable::addToGroup(AnswerKey key, const Statement &row, int column)
+{
+    if (const auto record =
+            unpackUsageRecord(row.bytes(column + 1), seal({key, row.number(column)}))) {
+        m_group.push_back({key.request, *record});
+    } else {
+        m_database.setDamaged();
+    }
 }
 
 void AnswerTable::visitGroup(std::vector<Told> &group, const Visit &visit) const
@@ -83,7 +99,7 @@ void AnswerTable::put(std::span<const Row> rows)
     PackedWriter writer;
     for (const Row &row : rows) {
         writer.clear();
-        pack(writer, row.answer.record);
+        pack(writer, row.answer.record, seal({row.answer.key, row.file}));
         m_insertion.bind(row.answer.key.message, row.answer.key.request, row.file,
             std::string_view(writer.bytes()));
         m_insertion.run();
@@ -99,10 +115,14 @@ void AnswerTable::mergeInto(const Row &row)
     UsageRecord record = row.answer.record;
     m_one.bind(key.message, key.request, row.file);
     while (m_one.next()) {
-        merge(record, unpackUsageRecord(m_one.bytes(0)), m_names);
+        if (const auto before = unpackUsageRecord(m_one.bytes(0), seal({key, row.file}))) {
+            merge(record, *before, m_names);
+        } else {
+            m_database.setDamaged();
+        }
     }
     PackedWriter writer;
-    pack(writer, record);
+    pack(writer, record, seal({key, row.file}));
     m_update.bind(std::string_view(writer.bytes()), key.message, key.request, row.file).run();
 }
 

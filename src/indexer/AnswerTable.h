@@ -27,6 +27,9 @@ public:
 
     AnswerTable(Database &database, const TextPool &names);
 
+    /// What seals what a row tells.
+    [[nodiscard]] static std::uint64_t seal(const Place &place);
+
     /// Each answer once. A line without request id belongs to the answer of its message id; where
     /// that has several requests, to the first of them by its hash.
     void visitAll(const Visit &visit);
@@ -45,6 +48,8 @@ private:
         UsageRecord record;
     };
 
+    /// Takes up a row that ends with file and what it tells, from a column on.
+    void addToGroup(AnswerKey key, const Statement &row, int column);
     void visitGroup(std::vector<Told> &group, const Visit &visit) const;
     void mergeInto(const Row &row);
 

@@ -31,6 +31,18 @@ constexpr const char *manners = "PRAGMA journal_mode = WAL; PRAGMA synchronous =
                                 "PRAGMA cache_size = -12288; PRAGMA temp_store = MEMORY;"
                                 "PRAGMA journal_size_limit = 4194304";
 
+/// Set in a new history by the transaction that everything was saved in.
+constexpr std::string_view salvagedFact = "salvaged";
+
+/// With the journals that it may have.
+void removeWhole(const fs::path &database)
+{
+    std::error_code error;
+    for (const char *part : {"-journal", "-wal", "-shm", ""}) {
+        fs::remove(database.native() + part, error);
+    }
+}
+
 /// A name that nothing in the folder has yet.
 fs::path freeName(const fs::path &folder)
 {
@@ -47,8 +59,13 @@ fs::path freeName(const fs::path &folder)
 
 History::History(const fs::path &folder)
     : m_file(folder / fileName)
+    , m_new(folder / "history-new.sqlite")
 {
     if (!lock(folder)) {
+        return;
+    }
+    if (isBuilt() || wasEmptied()) {
+        startAnew();
         return;
     }
     open();
@@ -111,37 +128,95 @@ void History::open()
     }
 }
 
-/// The damaged file and what belongs to it get names of their own.
+/// Whether a file without content stands where there was a history: SQLite would take it for new,
+/// and remove the journal that is left of the old one.
+bool History::wasEmptied() const
+{
+    std::error_code error;
+    const bool isEmpty = fs::exists(m_file, error) && fs::file_size(m_file, error) == 0;
+    const fs::path journal = m_file.native() + "-wal";
+    return isEmpty
+        && ((fs::exists(journal, error) && fs::file_size(journal, error) > 0)
+            || fs::exists(m_file.parent_path() / "stats.json", error));
+}
+
+/// Whether a run made a whole new history and was ended before it stood in its place.
+bool History::isBuilt() const
+{
+    std::error_code error;
+    if (!fs::exists(m_new, error)) {
+        return false;
+    }
+    Database database(m_new);
+    return FactTable(database).number(salvagedFact) != 0 && !database.problem();
+}
+
+/// A new file with what can be saved of the damaged one, which stays where it is until that is
+/// done: whenever the run ends, nothing is lost.
+void History::startAnew()
+{
+    const bool isReadable = !wasEmptied();
+    m_database.reset();
+    if (!isBuilt()) {
+        build(isReadable);
+    }
+    if (m_problem) {
+        removeWhole(m_new);
+    } else {
+        setAside();
+    }
+    if (!m_problem) {
+        open();
+    }
+    if (!problem()) {
+        m_remark += fmt::format("; the history is made anew from the transcripts that are still"
+                                " there and from what could be read of it: {} answers of Claude"
+                                " Code, {} threads of Codex",
+            m_database->number("SELECT count(*) FROM answer"),
+            m_database->number("SELECT count(*) FROM rollout"));
+    }
+}
+
+/// All in one transaction and without a journal that outlives it.
+void History::build(bool isReadable)
+{
+    removeWhole(m_new);
+    Database database(m_new);
+    m_problem = bringSchemaUpToDate(database);
+    Transaction transaction(database);
+    if (isReadable) {
+        salvage(m_file, database);
+    }
+    FactTable(database).set(salvagedFact, 1);
+    transaction.commit();
+    m_problem = database.problem();
+}
+
+/// The damaged file gets a name of its own, what belongs to it first: a journal must not be taken
+/// for that of another file.
 void History::setAside()
 {
-    m_database.reset();
     const fs::path kept = freeName(m_file.parent_path());
-    for (const char *part : {"", "-wal", "-shm"}) {
+    std::error_code error;
+    for (const char *part : {"-wal", "-shm", ""}) {
         const fs::path from = m_file.native() + part;
-        std::error_code error;
-        fs::rename(from, kept.native() + part, error);
-        if (error && *part == '\0') {
+        const fs::path to = kept.native() + part;
+        if (fs::exists(to, error)) {
+            fs::remove(from, error); // a run that was ended had come so far already
+        } else if (fs::exists(from, error)) {
+            fs::rename(from, to, error);
+        }
+        if (error) {
             m_problem = error.message();
             return;
         }
     }
-    m_remark = fmt::format("{} was damaged and is kept as {}; the history is made anew from the"
-                           " transcripts that are still there and from what could be read of it",
-        m_file.native(), kept.native());
-    m_damaged = kept;
-}
-
-/// A new file in the damaged one's place, with what can be saved.
-void History::startAnew()
-{
-    setAside();
-    if (m_problem) {
+    fs::rename(m_new, m_file, error);
+    if (error) {
+        m_problem = error.message();
         return;
     }
-    open();
-    if (!problem()) {
-        salvage(m_damaged, *m_database);
-    }
+    m_remark = fmt::format("{} was damaged and is kept as {}", m_file.native(), kept.native());
 }
 
 bool History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
@@ -175,6 +250,7 @@ void History::check(TimePoint now)
         m_database->setDamaged();
         return;
     }
+    m_database->run("PRAGMA wal_checkpoint(TRUNCATE)");
     facts.set("checked", now.time_since_epoch().count());
 }
 

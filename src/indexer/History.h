@@ -46,11 +46,14 @@ private:
     [[nodiscard]] bool lock(const std::filesystem::path &folder);
     void open();
     void check(TimePoint now);
-    void setAside();
     void startAnew();
+    void build(bool isReadable);
+    void setAside();
+    [[nodiscard]] bool wasEmptied() const;
+    [[nodiscard]] bool isBuilt() const;
 
-    std::filesystem::path m_file;    // empty for one in memory
-    std::filesystem::path m_damaged; // that was kept
+    std::filesystem::path m_file; // empty for one in memory
+    std::filesystem::path m_new;  // what is to take the place of a damaged one
     std::unique_ptr<Database> m_database;
     std::optional<std::string> m_problem;
     std::string m_remark;

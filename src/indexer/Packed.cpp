@@ -1,5 +1,8 @@
 #include "indexer/Packed.h"
 
+#include "indexer/HashOf.h"
+
+#include <array>
 #include <bit>
 
 namespace indexer {
@@ -10,6 +13,17 @@ constexpr unsigned bitsPerByte = 7;
 constexpr std::uint64_t lowBits = 0x7F;
 constexpr std::uint64_t moreFollows = 0x80;
 constexpr unsigned widest = 64;
+constexpr std::uint64_t odd = 0x9E3779B97F4A7C15; // spreads each bit to all above it
+
+using Seal = std::array<char, 2>;
+
+Seal sealOf(std::string_view bytes, std::uint64_t place)
+{
+    constexpr unsigned first = 48;
+    constexpr unsigned second = 56;
+    const std::uint64_t hash = (hashOf(bytes) ^ place) * odd;
+    return {static_cast<char>(hash >> first), static_cast<char>(hash >> second)};
+}
 
 } // namespace
 
@@ -37,6 +51,33 @@ void PackedWriter::text(std::string_view value)
 {
     number(value.size());
     m_bytes += value;
+}
+
+void PackedWriter::seal(std::uint64_t place)
+{
+    const Seal seal = sealOf(m_bytes, place);
+    m_bytes.append(seal.data(), seal.size());
+}
+
+std::uint64_t sealPlace(std::initializer_list<std::uint64_t> keys)
+{
+    std::uint64_t place = 0;
+    for (const std::uint64_t key : keys) {
+        place = (place + key) * odd;
+    }
+    return place;
+}
+
+std::optional<std::string_view> unsealed(std::string_view bytes, std::uint64_t place)
+{
+    constexpr std::size_t size = Seal {}.size();
+    if (bytes.size() < size) {
+        return std::nullopt;
+    }
+    const std::string_view rest = bytes.substr(0, bytes.size() - size);
+    const Seal seal = sealOf(rest, place);
+    const bool isWhole = bytes.substr(rest.size()) == std::string_view(seal.data(), seal.size());
+    return isWhole ? std::optional(rest) : std::nullopt;
 }
 
 std::uint64_t PackedReader::number()

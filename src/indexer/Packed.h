@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,10 +21,17 @@ public:
     void signedNumber(std::int64_t value);
     void real(double value);
     void text(std::string_view value);
+    /// Closes the bytes with two that `unsealed` wants to find there.
+    void seal(std::uint64_t place);
 
 private:
     std::string m_bytes;
 };
+
+/// What seals bytes to the row that they belong to.
+[[nodiscard]] std::uint64_t sealPlace(std::initializer_list<std::uint64_t> keys);
+/// The bytes in front of their seal; nothing if it is broken, or that of another place.
+[[nodiscard]] std::optional<std::string_view> unsealed(std::string_view bytes, std::uint64_t place);
 
 /// Reads them back in the same order. Bytes that end too early or make no sense give zeros and
 /// empty texts from there on.

@@ -1,93 +1,249 @@
 #include "indexer/Salvage.h"
 
-#include "indexer/UsageRecord.h"
+#include "indexer/AnswerTable.h"
+#include "indexer/NameTable.h"
+#include "indexer/RolloutPacking.h"
+#include "indexer/RolloutTable.h"
+#include "indexer/SessionTable.h"
 
 #include <algorithm>
-#include <array>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
-#include <vector>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <unordered_map>
 
 namespace indexer {
 
 namespace {
 
-/// A table, its columns, and how many of these, from the first on, tell its rows apart.
-struct Table {
-    std::string_view name;
-    std::vector<std::string_view> columns;
-    std::size_t keys = 1;
+/// After so many places that cannot be read, the rest is given up.
+constexpr int mostHoles = 4000;
+
+/// Reads what can be read of a table.
+class Remains final {
+public:
+    using Take = std::function<void(const Statement &)>;
+
+    /// `columns` begins with a key, which is a number.
+    Remains(Database &from, std::string_view table, std::string_view columns)
+        : m_from(from)
+        , m_sql(fmt::format("SELECT {0} FROM {1} WHERE {2} >= ? ORDER BY {2}", columns, table,
+              columns.substr(0, columns.find(','))))
+    {
+    }
+
+    /// Gives the rows in the order of their key, and goes on behind what cannot be read.
+    void visit(const Take &take)
+    {
+        std::optional<std::int64_t> from = std::numeric_limits<std::int64_t>::min();
+        for (int holes = 0; from && holes < mostHoles; ++holes) {
+            from = visitFrom(*from, take);
+        }
+    }
+
+private:
+    [[nodiscard]] std::optional<std::int64_t> visitFrom(std::int64_t from, const Take &take);
+    [[nodiscard]] std::optional<std::int64_t> placeBehind(std::int64_t hole);
+    [[nodiscard]] bool canReadFrom(std::int64_t key);
+
+    Database &m_from;
+    std::string m_sql;
 };
 
-/// Those that all others can be made of.
-const std::array<Table, 8> &tables()
+/// The key to go on from after what cannot be read, if that was met.
+std::optional<std::int64_t> Remains::visitFrom(std::int64_t from, const Take &take)
 {
-    static const std::array<Table, 8> all {{
-        {"text", {"id", "text"}},
-        {"file",
-            {"id", "provider", "path", "device", "inode", "size", "modified", "place", "guard",
-                "again", "gone", "rules", "skips"}},
-        {"answer", {"message", "request", "file", "told"}, 3},
-        {"session_part", {"session", "file", "told"}, 2},
-        {"summary", {"leaf", "file", "title"}, 2},
-        {"rollout", {"file", "told"}},
-        {"kin", {"thread", "file"}, 2},
-        {"thread_name", {"thread", "name"}},
-    }};
-    return all;
-}
-
-/// Copies rows in the order of their keys until there are no more, or none that can be read.
-void copy(Database &from, Database &to, const Table &table, std::string_view direction)
-{
-    const std::string columns = fmt::format("{}", fmt::join(table.columns, ", "));
-    std::string order;
-    for (std::size_t i = 0; i < table.keys; ++i) {
-        order += fmt::format("{}{} {}", i == 0 ? "" : ", ", table.columns[i], direction);
-    }
-    Statement rows(from, fmt::format("SELECT {} FROM {} ORDER BY {}", columns, table.name, order));
-    Statement insertion(to,
-        fmt::format("INSERT OR IGNORE INTO {} ({}) VALUES ({})", table.name, columns,
-            fmt::join(std::vector<std::string_view>(table.columns.size(), "?"), ", ")));
+    m_from.goOn();
+    Statement rows(m_from, m_sql);
+    rows.bind(from);
+    std::int64_t last = from;
     while (rows.next()) {
-        insertion.bindRow(rows, static_cast<int>(table.columns.size()));
+        if (rows.number(0) < last) {
+            m_from.setDamaged(); // pages in disorder could lead in circles
+            break;
+        }
+        last = rows.number(0);
+        take(rows);
+    }
+    return m_from.problem() ? placeBehind(last) : std::nullopt;
+}
+
+/// Ever longer steps, and back to the first key that can be read.
+std::optional<std::int64_t> Remains::placeBehind(std::int64_t hole)
+{
+    constexpr std::uint64_t half = std::uint64_t {1} << 63U;
+    constexpr std::uint64_t end = std::numeric_limits<std::uint64_t>::max();
+    const auto keyOf = [](std::uint64_t place) { return static_cast<std::int64_t>(place ^ half); };
+    std::uint64_t below = static_cast<std::uint64_t>(hole) ^ half;
+    std::uint64_t above = below;
+    for (std::uint64_t step = 1; above == below || !canReadFrom(keyOf(above)); step *= 2) {
+        if (above == end || step == 0) {
+            return std::nullopt;
+        }
+        below = above;
+        above = end - above < step ? end : above + step;
+    }
+    while (above - below > 1) {
+        const std::uint64_t middle = below + (above - below) / 2;
+        (canReadFrom(keyOf(middle)) ? above : below) = middle;
+    }
+    return keyOf(above);
+}
+
+bool Remains::canReadFrom(std::int64_t key)
+{
+    m_from.goOn();
+    Statement row(m_from, m_sql + " LIMIT 1");
+    row.bind(key).run();
+    return !m_from.problem();
+}
+
+/// Puts what is sound into a new history, under new numbers for its texts.
+class Salvaging final {
+public:
+    Salvaging(Database &from, Database &to)
+        : m_from(from)
+        , m_to(to)
+        , m_nameTable(to)
+        , m_answers(to, m_nameTable.names())
+        , m_sessions(to, m_nameTable.names())
+        , m_rollouts(to)
+    {
+    }
+
+    void run();
+
+private:
+    void readTexts();
+    void copy(std::string_view table, std::string_view columns, std::string_view into);
+    void copyThreadNames();
+    void takeAnswer(const Statement &row);
+    void takeSession(const Statement &row);
+    void takeRollout(const Statement &row);
+    void standInForFiles();
+    [[nodiscard]] TextId numberOf(TextId before);
+
+    Database &m_from;
+    Database &m_to;
+    NameTable m_nameTable;
+    AnswerTable m_answers;
+    SessionTable m_sessions;
+    RolloutTable m_rollouts;
+    std::unordered_map<std::int64_t, std::string> m_texts; // by their numbers before
+};
+
+void Salvaging::run()
+{
+    readTexts();
+    copy("file",
+        "id, provider, path, device, inode, size, modified, place, guard, again, gone, skips",
+        "file (id, provider, path, device, inode, size, modified, place, guard, again, gone, skips,"
+        " rules) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)"); // no rules: to be read again
+    Remains(m_from, "answer", "message, request, file, told").visit([this](const Statement &row) {
+        takeAnswer(row);
+    });
+    Remains(m_from, "session_part", "session, file, told").visit([this](const Statement &row) {
+        takeSession(row);
+    });
+    Remains(m_from, "rollout", "file, told").visit([this](const Statement &row) {
+        takeRollout(row);
+    });
+    copy("summary", "leaf, file, title", "summary (leaf, file, title) VALUES (?, ?, ?)");
+    copyThreadNames();
+    standInForFiles();
+    m_nameTable.save();
+}
+
+void Salvaging::readTexts()
+{
+    Remains(m_from, "text", "id, text").visit([this](const Statement &row) {
+        m_texts.try_emplace(row.number(0), row.bytes(1));
+    });
+}
+
+void Salvaging::copy(std::string_view table, std::string_view columns, std::string_view into)
+{
+    Statement insertion(m_to, fmt::format("INSERT OR IGNORE INTO {}", into));
+    const int count = static_cast<int>(std::ranges::count(into, '?'));
+    Remains(m_from, table, columns).visit([&](const Statement &row) {
+        insertion.bindRow(row, count);
         insertion.run();
+    });
+}
+
+/// Few and keyed by texts: from both ends is enough.
+void Salvaging::copyThreadNames()
+{
+    Statement insertion(m_to, "INSERT OR IGNORE INTO thread_name (thread, name) VALUES (?, ?)");
+    for (const char *direction : {"ASC", "DESC"}) {
+        m_from.goOn();
+        Statement rows(m_from,
+            fmt::format("SELECT thread, name FROM thread_name ORDER BY thread {}", direction));
+        while (rows.next()) {
+            insertion.bindRow(rows, 2);
+            insertion.run();
+        }
     }
 }
 
-/// Rows name texts by numbers without gaps; what was lost must not make others move up.
-void fillGaps(Database &history)
+void Salvaging::takeAnswer(const Statement &row)
 {
-    std::int64_t last = std::max(history.number("SELECT max(id) FROM text"),
-        history.number("SELECT max(session) FROM session_part"));
-    Statement answers(history, "SELECT told FROM answer");
-    while (answers.next()) {
-        const UsageRecord record = unpackUsageRecord(answers.bytes(0));
-        last = std::max<std::int64_t>(last, std::max(record.session.text, record.model.text));
+    const AnswerTable::Place place {{row.bits(0), row.bits(1)}, row.number(2)};
+    auto record = unpackUsageRecord(row.bytes(3), AnswerTable::seal(place));
+    if (record) {
+        record->session.text = numberOf(record->session.text);
+        record->model.text = numberOf(record->model.text);
+        const AnswerTable::Row answer {place.file, {place.key, *record}};
+        m_answers.put({&answer, 1});
     }
-    Statement insertion(history, "INSERT OR IGNORE INTO text (id, text) VALUES (?, ?)");
-    for (std::int64_t id = 1; id <= last; ++id) {
-        const std::string standIn = fmt::format("lost-{}", id);
-        insertion.bind(id, std::string_view(standIn)).run();
+}
+
+void Salvaging::takeSession(const Statement &row)
+{
+    const auto session = static_cast<TextId>(row.number(0));
+    const std::int64_t file = row.number(1);
+    if (auto facts = unpackSessionFacts(row.bytes(2), SessionTable::seal(file, session))) {
+        m_sessions.append(file, numberOf(session), std::move(*facts));
     }
+}
+
+void Salvaging::takeRollout(const Statement &row)
+{
+    if (const auto rollout = unpackedRollout(row.bytes(1))) {
+        m_rollouts.put(row.number(0), *rollout);
+    }
+}
+
+/// Numbers of files that were lost must not be given to others.
+void Salvaging::standInForFiles()
+{
+    m_to.run("DELETE FROM file WHERE provider NOT IN (0, 1)");
+    m_to.run("INSERT OR IGNORE INTO file (id, provider, path, device, inode, size, modified, place,"
+             " guard, again, gone, rules, skips)"
+             " SELECT file, provider, CAST('lost-' || file AS BLOB), 0, 0, 0, 0, 0, 0, 0, 1, 0, x''"
+             " FROM (SELECT file, 0 AS provider FROM answer UNION SELECT file, 0 FROM session_part"
+             " UNION SELECT file, 1 FROM rollout)");
+}
+
+/// A text that was lost gets a stand-in, so that what belongs together stays together.
+TextId Salvaging::numberOf(TextId before)
+{
+    if (before == 0) {
+        return 0;
+    }
+    const std::string &text = m_texts[before];
+    return m_nameTable.names().add(text.empty() ? fmt::format("lost-{}", before) : text);
 }
 
 } // namespace
 
 void salvage(const std::filesystem::path &damaged, Database &history)
 {
-    Transaction transaction(history);
-    for (const Table &table : tables()) {
-        // From both ends, each time as if nothing had happened: what cannot be read lies between.
-        for (const std::string_view direction : {"ASC", "DESC"}) {
-            Database source(damaged);
-            // Has SQLite look into files that are shorter than they say.
-            source.run("PRAGMA writable_schema = ON");
-            copy(source, history, table, direction);
-        }
-    }
-    fillGaps(history);
-    transaction.commit();
+    Database from(damaged);
+    // Has SQLite look into files that are shorter than they say.
+    from.run("PRAGMA writable_schema = ON");
+    Salvaging(from, history).run();
 }
 
 } // namespace indexer

@@ -105,7 +105,7 @@ void SessionFacts::tidy()
     }
 }
 
-void pack(PackedWriter &writer, const SessionFacts &facts)
+void pack(PackedWriter &writer, const SessionFacts &facts, std::uint64_t place)
 {
     for (const std::string &title : facts.titles) {
         writer.text(title);
@@ -122,11 +122,13 @@ void pack(PackedWriter &writer, const SessionFacts &facts)
         writer.signedNumber(time.time_since_epoch().count() - before);
         before = time.time_since_epoch().count();
     }
+    writer.seal(place);
 }
 
-SessionFacts unpackSessionFacts(std::string_view bytes)
+std::optional<SessionFacts> unpackSessionFacts(std::string_view bytes, std::uint64_t place)
 {
-    PackedReader reader(bytes);
+    const auto whole = unsealed(bytes, place);
+    PackedReader reader(whole.value_or(std::string_view {}));
     SessionFacts facts;
     for (std::string &title : facts.titles) {
         title = reader.text();
@@ -143,7 +145,7 @@ SessionFacts unpackSessionFacts(std::string_view bytes)
         time += reader.signedNumber();
         leaf.time = TimePoint(TimePoint::duration(time));
     }
-    return facts;
+    return reader.isSound() && reader.isAtEnd() ? std::optional(std::move(facts)) : std::nullopt;
 }
 
 void SessionMerge::add(const SessionFacts &facts, std::string_view file)

@@ -44,8 +44,11 @@ struct SessionFacts {
     void tidy();
 };
 
-void pack(PackedWriter &writer, const SessionFacts &facts);
-[[nodiscard]] SessionFacts unpackSessionFacts(std::string_view bytes);
+/// For the history, sealed to their place.
+void pack(PackedWriter &writer, const SessionFacts &facts, std::uint64_t place);
+/// Nothing for bytes that were not packed for this place.
+[[nodiscard]] std::optional<SessionFacts> unpackSessionFacts(
+    std::string_view bytes, std::uint64_t place);
 
 /// Titles of old transcripts, each with the path of its file, by the hash of the line that the
 /// session ends with.

@@ -42,13 +42,16 @@ void SessionTable::append(std::int64_t file, TextId session, SessionFacts facts)
     m_part.bind(session, file);
     std::optional<SessionFacts> before;
     while (m_part.next()) {
-        before = unpackSessionFacts(m_part.bytes(0));
+        before = unpackSessionFacts(m_part.bytes(0), seal(file, session));
+        if (!before) {
+            m_database.setDamaged();
+        }
     }
     if (before) {
         before->append(std::move(facts));
     }
     PackedWriter writer;
-    pack(writer, before ? *before : facts);
+    pack(writer, before ? *before : facts, seal(file, session));
     m_partReplacement.bind(session, file, std::string_view(writer.bytes())).run();
 }
 
@@ -88,14 +91,19 @@ void SessionTable::showAgain(const std::set<TextId> &sessions)
 {
     const Summaries known = summaries();
     Statement parts(m_database,
-        "SELECT told, path FROM session_part JOIN file ON file.id = file WHERE session = ?");
+        "SELECT told, path, file FROM session_part JOIN file ON file.id = file WHERE session = ?");
     for (const TextId session : sessions) {
         SessionMerge merged(m_names.text(session));
         parts.bind(session);
         bool hasAny = false;
         while (parts.next()) {
-            merged.add(unpackSessionFacts(parts.bytes(0)), parts.bytes(1));
-            hasAny = true;
+            if (const auto facts =
+                    unpackSessionFacts(parts.bytes(0), seal(parts.number(2), session))) {
+                merged.add(*facts, parts.bytes(1));
+                hasAny = true;
+            } else {
+                m_database.setDamaged();
+            }
         }
         if (hasAny) {
             show(Provider::Claude, session, merged.face(known));

@@ -17,6 +17,12 @@ public:
 
     SessionTable(Database &database, const TextPool &names);
 
+    /// What seals what a file tells of a session.
+    [[nodiscard]] static std::uint64_t seal(std::int64_t file, TextId session)
+    {
+        return sealPlace({static_cast<std::uint64_t>(file), session});
+    }
+
     static void visitAll(Database &database, const Visit &visit);
     [[nodiscard]] std::set<TextId> sessionsOf(std::int64_t file) const;
 

@@ -1,11 +1,23 @@
 #include "indexer/UsageRecord.h"
 
+#include "indexer/TranscriptReader.h"
+
 #include <array>
 #include <tuple>
 
 namespace indexer {
 
 namespace {
+
+/// The largest count that is ever taken from a transcript.
+constexpr std::uint64_t mostTokens = std::uint64_t {1} << 53U;
+constexpr TimePoint latestTime =
+    std::chrono::sys_days {std::chrono::year {2200} / std::chrono::January / 1};
+
+bool isPossibleTime(TimePoint time)
+{
+    return time >= earliestTime && time < latestTime;
+}
 
 /// What is told goes before what is not, whatever the lines weigh: the placeholders that some
 /// proxies write first do not even name the model. Between lines of one weight the name decides, so
@@ -72,7 +84,7 @@ void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names)
     record.isSidechain = record.isSidechain || other.isSidechain;
 }
 
-void pack(PackedWriter &writer, const UsageRecord &record)
+void pack(PackedWriter &writer, const UsageRecord &record, std::uint64_t place)
 {
     writer.number(record.standing.rank());
     writer.number(flagsOf(record));
@@ -81,11 +93,13 @@ void pack(PackedWriter &writer, const UsageRecord &record)
     for (const auto count : counts) {
         writer.number(record.usage.*count);
     }
+    writer.seal(place);
 }
 
-UsageRecord unpackUsageRecord(std::string_view bytes)
+std::optional<UsageRecord> unpackUsageRecord(std::string_view bytes, std::uint64_t place)
 {
-    PackedReader reader(bytes);
+    const auto whole = unsealed(bytes, place);
+    PackedReader reader(whole.value_or(std::string_view {}));
     UsageRecord record;
     record.standing = Standing::ofRank(reader.number());
     const std::uint64_t flags = reader.number();
@@ -95,10 +109,15 @@ UsageRecord unpackUsageRecord(std::string_view bytes)
     record.isSidechain = (flags >> sidechainShift & 1U) != 0;
     record.session = unpackTold(reader, record.standing);
     record.model = unpackTold(reader, record.standing);
+    bool isPossible = isPossibleTime(record.time()) && flags == flagsOf(record)
+        && record.speed <= Speed::Other && record.tier <= ServiceTier::Other
+        && record.ending <= Ending::Finished;
     for (const auto count : counts) {
         record.usage.*count = reader.number();
+        isPossible = isPossible && record.usage.*count <= mostTokens;
     }
-    return record;
+    return isPossible && reader.isSound() && reader.isAtEnd() ? std::optional(record)
+                                                              : std::nullopt;
 }
 
 } // namespace indexer

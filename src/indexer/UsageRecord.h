@@ -6,6 +6,8 @@
 #include "indexer/TextPool.h"
 #include "indexer/Usage.h"
 
+#include <optional>
+
 namespace indexer {
 
 /// How much a line weighs beside others that tell of the same answer: lines copied from another
@@ -74,8 +76,10 @@ struct UsageRecord {
 /// matter. The texts are those of `names`.
 void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names);
 
-/// For the history, which keeps all but the folder of Claude's answers.
-void pack(PackedWriter &writer, const UsageRecord &record);
-[[nodiscard]] UsageRecord unpackUsageRecord(std::string_view bytes);
+/// For the history, which keeps all but the folder of Claude's answers, sealed to their place.
+void pack(PackedWriter &writer, const UsageRecord &record, std::uint64_t place);
+/// Nothing for bytes that were not packed for this place, or that tell what cannot be.
+[[nodiscard]] std::optional<UsageRecord> unpackUsageRecord(
+    std::string_view bytes, std::uint64_t place);
 
 } // namespace indexer
