@@ -28,7 +28,7 @@ LocalCalendar::LocalCalendar()
 
 Day LocalCalendar::dayOf(TimePoint moment)
 {
-    using Quarters = duration<std::int64_t, std::ratio<15 * 60>>;
+    using Quarters = duration<std::int64_t, std::ratio<900>>;
     const std::int64_t quarter = floor<Quarters>(moment).time_since_epoch().count();
     if (m_hasDay && quarter == m_quarter) {
         return m_day;
