@@ -141,8 +141,7 @@ std::vector<std::uint64_t> PieceStore::touchedMessages() const
         messages.push_back(place.key.message);
     }
     std::ranges::sort(messages);
-    const auto [first, last] = std::ranges::unique(messages);
-    messages.erase(first, last);
+    messages.erase(std::unique(messages.begin(), messages.end()), messages.end());
     return messages;
 }
 
