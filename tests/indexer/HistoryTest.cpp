@@ -154,6 +154,94 @@ TEST_F(KeptHistory, isKeptWhenItIsDamaged)
     EXPECT_EQ(fs::file_size(data / "history-damaged-2.sqlite"), 9000U);
 }
 
+TEST_F(KeptHistory, isSavedFromWhateverHappensToIt)
+{
+    const std::tuple<const char *, const char *, double> cases[] = {
+        {"an impossible version", "PRAGMA user_version = -1", 3},
+        {"a version that it is not of", "PRAGMA user_version = 0", 3},
+        {"a lost table", "DROP TABLE spent", 3},
+        {"rows that do not belong to their keys",
+            "UPDATE answer SET message = message + 1; PRAGMA user_version = -1", 0},
+        {"rows that are cut", "UPDATE answer SET told = substr(told, 1, 9); DROP TABLE spent", 0},
+        {"names beyond all bounds",
+            "UPDATE text SET id = 9999999999 WHERE text = CAST('s1' AS BLOB);"
+            "DELETE FROM fact WHERE name = 'sums'",
+            3}};
+    for (const auto &[name, damage, expected] : cases) {
+        fs::remove_all(data);
+        fs::create_directory(data);
+        const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1), answer("m2", 2)});
+        EXPECT_EQ(cost(), 3) << name;
+        fs::remove(path);
+        change(damage);
+        EXPECT_EQ(cost(), expected) << name;
+        EXPECT_NE(remark, "") << name;
+        EXPECT_EQ(cost(), expected) << name;
+        EXPECT_EQ(remark, "") << name;
+    }
+}
+
+TEST_F(KeptHistory, losesOnlyThePagesThatAreLost)
+{
+    std::vector<std::string> lines;
+    for (int i = 0; i < 3000; ++i) {
+        lines.push_back(answer(fmt::format("m{}", i), 1));
+    }
+    const fs::path path = scratch.transcript("p/a.jsonl", lines);
+    EXPECT_EQ(cost(), 3000);
+    fs::remove(path);
+    change("PRAGMA wal_checkpoint(TRUNCATE)");
+    const auto size = static_cast<std::streamoff>(fs::file_size(file));
+    for (const std::streamoff part : {1, 2, 3}) {
+        std::fstream(file, std::ios::in | std::ios::out | std::ios::binary)
+                .seekp(size * part / 4 / 4096 * 4096)
+            << std::string(4096, 'x');
+    }
+    const double left = cost(testNow() + 25h);
+    EXPECT_GT(left, 2500);
+    EXPECT_LT(left, 3000);
+    EXPECT_NE(remark.find(fmt::format("{:.0f} answers", left)), std::string::npos) << remark;
+}
+
+TEST_F(KeptHistory, letsNamesKeepTheirNumbers)
+{
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    EXPECT_EQ(cost(), 1);
+    change("DELETE FROM text WHERE text = CAST('s1' AS BLOB); DELETE FROM fact");
+    fs::remove(path);
+    EXPECT_EQ(cost(), 1);
+}
+
+TEST_F(KeptHistory, isNotLostByARunThatWasEnded)
+{
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    EXPECT_EQ(cost(), 1);
+    fs::remove(path);
+    // Half made, whatever is in it; and whole, before it stood in the damaged one's place.
+    std::ofstream(data / "history-new.sqlite") << std::string(5000, 'x');
+    change("PRAGMA wal_checkpoint(TRUNCATE)");
+    EXPECT_EQ(cost(), 1);
+    EXPECT_EQ(remark, "");
+    change("INSERT INTO fact VALUES ('salvaged', '1'); PRAGMA wal_checkpoint(TRUNCATE)");
+    fs::rename(file, data / "history-new.sqlite");
+    for (const char *part : {"-wal", "-shm"}) {
+        fs::remove(file.native() + part);
+    }
+    EXPECT_EQ(cost(), 1);
+}
+
+TEST_F(KeptHistory, isNotTakenForNewWhenItWasEmptied)
+{
+    scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    EXPECT_EQ(cost(), 1);
+    const auto journal = fs::file_size(file.native() + "-wal");
+    ASSERT_GT(journal, 0U);
+    fs::resize_file(file, 0);
+    EXPECT_EQ(cost(), 1);
+    EXPECT_NE(remark, "");
+    EXPECT_EQ(fs::file_size(data / "history-damaged-1.sqlite-wal"), journal);
+}
+
 TEST_F(KeptHistory, isLeftToANewerVersion)
 {
     scratch.transcript("p/a.jsonl", {answer("m1", 1)});
