@@ -89,6 +89,9 @@ CREATE TABLE session (
 CREATE TABLE fact (name TEXT PRIMARY KEY, value BLOB NOT NULL) WITHOUT ROWID;
 )"};
 
+/// So many tables and indexes the newest version has.
+constexpr std::int64_t parts = 13;
+
 } // namespace
 
 std::optional<std::string> bringSchemaUpToDate(Database &database)
@@ -107,6 +110,9 @@ std::optional<std::string> bringSchemaUpToDate(Database &database)
         database.run(steps.at(static_cast<std::size_t>(step)));
         database.run(fmt::format("PRAGMA user_version = {}", step + 1));
         transaction.commit();
+    }
+    if (database.number("SELECT count(*) FROM sqlite_master") != parts) {
+        database.setDamaged();
     }
     return database.problem();
 }

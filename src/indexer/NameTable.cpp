@@ -18,7 +18,7 @@ void addNext(TextPool &names, std::string_view text)
     const std::size_t number = names.size();
     std::string name(text);
     while (names.add(name) != number) {
-        name = fmt::format("lost-{}{}", number, name == text ? "" : "'" + name);
+        name = name == text ? fmt::format("lost-{}", number) : name + '\'';
     }
 }
 

@@ -49,9 +49,11 @@ void SessionTable::append(std::int64_t file, TextId session, SessionFacts facts)
     }
     if (before) {
         before->append(std::move(facts));
+    } else {
+        before = std::move(facts);
     }
     PackedWriter writer;
-    pack(writer, before ? *before : facts, seal(file, session));
+    pack(writer, *before, seal(file, session));
     m_partReplacement.bind(session, file, std::string_view(writer.bytes())).run();
 }
 
