@@ -16,9 +16,12 @@ constexpr std::int64_t lostForEach = 4;
 void addNext(TextPool &names, std::string_view text)
 {
     const std::size_t number = names.size();
-    std::string name(text);
+    if (names.add(text) == number) {
+        return;
+    }
+    std::string name = fmt::format("lost-{}", number);
     while (names.add(name) != number) {
-        name = name == text ? fmt::format("lost-{}", number) : name + '\'';
+        name += '\'';
     }
 }
 
