@@ -228,6 +228,11 @@ bool History::update(const SourceFolders &folders, const PriceTable &prices, Tim
         const bool isChanged = update.run(folders, progress);
         m_skips = update.skips();
         m_files = update.files();
+        // What statistics are made of: what cannot be read must not be taken for nothing.
+        for (const char *table : {"text", "spent", "session"}) {
+            static_cast<void>(
+                m_database->number(fmt::format("SELECT count(*) FROM {} NOT INDEXED", table)));
+        }
         return isChanged;
     };
     const bool isChanged = attempt();
