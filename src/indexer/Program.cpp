@@ -65,7 +65,11 @@ std::string writtenState(const Options &options, TimePoint now)
 std::optional<std::string> write(const Options &options, const History &history, TimePoint now)
 {
     const Statistics statistics = computeStatistics(history, {}, now);
-    auto problem = replaceFile(options.data / statisticsName, statsJson(statistics));
+    // What could not be read of the history must not be told as nothing.
+    auto problem = history.problem();
+    if (!problem) {
+        problem = replaceFile(options.data / statisticsName, statsJson(statistics));
+    }
     if (const auto limits = storedLimits(history.database()); limits && !problem) {
         problem = writeLimits(options.data / limitsName, *limits, now);
     }
