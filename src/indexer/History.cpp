@@ -43,16 +43,19 @@ void removeWhole(const fs::path &database)
     }
 }
 
-/// A name that nothing in the folder has yet.
-fs::path freeName(const fs::path &folder)
+/// A name that nothing in the folder has yet. Nothing when there are many: what is damaged again
+/// and again is not to fill the disk.
+std::optional<fs::path> freeName(const fs::path &folder)
 {
+    constexpr int most = 9;
     std::error_code error;
-    for (int number = 1;; ++number) {
+    for (int number = 1; number <= most; ++number) {
         fs::path name = folder / fmt::format("history-damaged-{}.sqlite", number);
         if (!fs::exists(name, error)) {
             return name;
         }
     }
+    return std::nullopt;
 }
 
 } // namespace
@@ -196,11 +199,15 @@ void History::build(bool isReadable)
 /// for that of another file.
 void History::setAside()
 {
-    const fs::path kept = freeName(m_file.parent_path());
+    const auto kept = freeName(m_file.parent_path());
+    if (!kept) {
+        m_problem = "it is damaged, as were all that are kept beside it; remove some of those";
+        return;
+    }
     std::error_code error;
     for (const char *part : {"-wal", "-shm", ""}) {
         const fs::path from = m_file.native() + part;
-        const fs::path to = kept.native() + part;
+        const fs::path to = kept->native() + part;
         if (fs::exists(to, error)) {
             fs::remove(from, error); // a run that was ended had come so far already
         } else if (fs::exists(from, error)) {
@@ -216,7 +223,7 @@ void History::setAside()
         m_problem = error.message();
         return;
     }
-    m_remark = fmt::format("{} was damaged and is kept as {}", m_file.native(), kept.native());
+    m_remark = fmt::format("{} was damaged and is kept as {}", m_file.native(), kept->native());
 }
 
 bool History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
