@@ -77,6 +77,7 @@ std::vector<RolloutTable::Files> RolloutTable::families() const
         families[leaderOf(file)].insert(file);
     }
     std::vector<Files> result;
+    result.reserve(families.size());
     for (auto &[leader, files] : families) {
         result.push_back(std::move(files));
     }

@@ -13,7 +13,7 @@ namespace indexer {
 /// it is shown of both providers.
 class SessionTable final {
 public:
-    using Visit = std::function<void(Provider, TextId session, SessionFace &&)>;
+    using Visit = std::function<void(Provider, TextId session, const SessionFace &)>;
 
     SessionTable(Database &database, const TextPool &names);
 

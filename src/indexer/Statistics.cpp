@@ -80,16 +80,15 @@ std::vector<SessionSummary> Summing::sessions() const
     };
     std::vector<Entry> entries;
     entries.reserve(m_sessions.size());
-    SessionTable::visitAll(m_database, [&](Provider provider, TextId id, SessionFace face) {
+    SessionTable::visitAll(m_database, [&](Provider provider, TextId id, const SessionFace &face) {
         const auto found = m_sessions.find({provider, id});
         if (found == m_sessions.end()) {
             return;
         }
         const std::string_view name = m_names.names().text(id);
         const auto given = provider == Provider::Codex ? names.find(name) : names.end();
-        entries.push_back({{provider,
-                               given == names.end() || given->second.empty() ? std::move(face.title)
-                                                                             : given->second,
+        const bool isNamed = given != names.end() && !given->second.empty();
+        entries.push_back({{provider, isNamed ? given->second : face.title,
                                tidyName(folderName(face.folder)), face.end, found->second},
             name});
     });
