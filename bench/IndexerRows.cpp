@@ -104,8 +104,8 @@ QList<Row> indexerRows()
     rows += againRows(year);
     // A program that finds nothing would be the fastest.
     const bool hasCounted = before.contains("\"date\"") && year.statistics() != before;
-    rows += Row {QStringLiteral("index: runs without effect"), hasCounted ? 0.0 : 1.0, 0,
-        QString(), QString()};
+    rows += Row {QStringLiteral("index: runs without effect"), hasCounted ? 0.0 : 1.0, 0, QString(),
+        QString()};
     rows += tenYearsRow();
     return rows;
 }
