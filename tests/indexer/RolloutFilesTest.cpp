@@ -17,9 +17,6 @@ using File = RolloutLines;
 
 const std::string first = total(2, {100, 40, 10, 5});
 const std::string second = total(3, {300, 140, 10, 15});
-const std::string modelN = R"("model":"n","service_tier":null)";
-const std::string threadA = "01990000-0000-7000-8000-00000000000a";
-const std::string threadB = "01990000-0000-7000-8000-00000000000b";
 
 TEST(Rollouts, tellOfSessions)
 {
