@@ -3,6 +3,7 @@
 #include "indexer/PriceFile.h"
 #include "indexer/Scratch.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <fmt/format.h>
@@ -183,10 +184,8 @@ TEST_F(KeptHistory, isSavedFromWhateverHappensToIt)
 
 TEST_F(KeptHistory, losesOnlyThePagesThatAreLost)
 {
-    std::vector<std::string> lines;
-    for (int i = 0; i < 3000; ++i) {
-        lines.push_back(answer(fmt::format("m{}", i), 1));
-    }
+    std::vector<std::string> lines(3000);
+    std::ranges::generate(lines, [i = 0]() mutable { return answer(fmt::format("m{}", ++i), 1); });
     const fs::path path = scratch.transcript("p/a.jsonl", lines);
     EXPECT_EQ(cost(), 3000);
     fs::remove(path);
