@@ -18,7 +18,6 @@ std::optional<TimePoint> timeOfStamp(std::int64_t stamp)
 
 FileTable::FileTable(Database &database)
     : m_database(database)
-    , m_path(database, "SELECT path FROM file WHERE id = ?")
     , m_before(database, "SELECT skips, again FROM file WHERE id = ?")
     , m_mark(database,
           "UPDATE file SET device = ?, inode = ?, size = ?, modified = ?, place = ?, guard = ?,"
@@ -51,16 +50,6 @@ std::vector<KnownFile> FileTable::all() const
         }
     }
     return files;
-}
-
-std::string FileTable::path(std::int64_t id)
-{
-    m_path.bind(id);
-    std::string path;
-    while (m_path.next()) {
-        path = m_path.bytes(0);
-    }
-    return path;
 }
 
 Skips FileTable::skips() const

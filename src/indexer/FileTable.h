@@ -26,7 +26,6 @@ public:
     explicit FileTable(Database &database);
 
     [[nodiscard]] std::vector<KnownFile> all() const;
-    [[nodiscard]] std::string path(std::int64_t id);
     /// What was left out of all files.
     [[nodiscard]] Skips skips() const;
 
@@ -41,7 +40,6 @@ public:
 
 private:
     Database &m_database;
-    Statement m_path;
     Statement m_before;
     Statement m_mark;
 };

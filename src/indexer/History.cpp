@@ -226,13 +226,13 @@ void History::setAside()
     m_remark = fmt::format("{} was damaged and is kept as {}", m_file.native(), kept->native());
 }
 
-bool History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
+void History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
     const ProgressTold &progress)
 {
     const auto attempt = [&] {
         check(now);
         HistoryUpdate update(*m_database, prices, now);
-        const bool isChanged = update.run(folders, progress);
+        update.run(folders, progress);
         m_skips = update.skips();
         m_files = update.files();
         // What statistics are made of: what cannot be read must not be taken for nothing.
@@ -240,14 +240,15 @@ bool History::update(const SourceFolders &folders, const PriceTable &prices, Tim
             static_cast<void>(
                 m_database->number(fmt::format("SELECT count(*) FROM {} NOT INDEXED", table)));
         }
-        return isChanged;
     };
-    const bool isChanged = attempt();
+    attempt();
     if (!m_database->isDamaged() || m_file.empty()) {
-        return isChanged;
+        return;
     }
     startAnew();
-    return problem() ? isChanged : attempt();
+    if (!problem()) {
+        attempt();
+    }
 }
 
 /// Looks through the whole file now and then, so that damage is found before it spreads.

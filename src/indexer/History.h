@@ -38,8 +38,8 @@ public:
     /// Looks through the whole database.
     [[nodiscard]] bool isSound() const;
 
-    /// Brings it up to date; true when it is not as it was.
-    bool update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
+    /// Brings it up to date; see `problem` for what went wrong.
+    void update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
         const ProgressTold &progress = {});
 
 private:

@@ -45,16 +45,16 @@ HistoryUpdate::HistoryUpdate(Database &database, const PriceTable &prices, TimeP
 {
 }
 
-bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progress)
+void HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progress)
 {
     const std::vector<KnownFile> known = m_fileTable.all();
     const ReadPlan plan = planReading(known, find(folders), m_now);
     const std::string version = sumsVersion();
     const bool isCurrent = m_facts.text(sumsFact) == version;
-    const bool isRenamed = updateThreadNames(m_database, folders.codex, m_skips);
+    updateThreadNames(m_database, folders.codex, m_skips);
     m_facts.set(lastRunFact, m_now.time_since_epoch().count());
     if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
-        return isRenamed;
+        return;
     }
     const std::vector<FileTask> toRead = tasks(plan);
     const bool isLittle = plan.moved.empty() && bytesOf(toRead) < muchToRead;
@@ -72,7 +72,6 @@ bool HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
         store.rebuildSums(version);
         m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
-    return true;
 }
 
 /// What the sums are made by, besides the answers.

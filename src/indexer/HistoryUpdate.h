@@ -28,8 +28,8 @@ public:
     /// How many files there are.
     [[nodiscard]] std::size_t files() const { return m_files; }
 
-    /// True when the history is not as it was. What goes wrong is the database's problem.
-    bool run(const SourceFolders &folders, const ProgressTold &progress);
+    /// What goes wrong is the database's problem.
+    void run(const SourceFolders &folders, const ProgressTold &progress);
 
 private:
     [[nodiscard]] std::vector<FoundFiles> find(const SourceFolders &folders);

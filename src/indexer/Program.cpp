@@ -91,9 +91,13 @@ std::string report(const Options &options, const History &history, TimePoint now
             printable((options.codex / "sessions").native()));
     }
     std::string text = reportText(statistics, report, terminal);
-    if (isTable && report.kind == ReportKind::Daily) {
-        const std::string limits =
-            limitsText(readStoredLimits(options.data, options.claude), now, terminal);
+    // Limits are of today, and of each assistant by itself.
+    if (isTable && report.kind == ReportKind::Daily
+        && report.filter.admits(LocalCalendar().dayOf(now))) {
+        auto stored = readStoredLimits(options.data, options.claude);
+        std::erase_if(
+            stored, [&](const StoredLimits &each) { return !report.filter.admits(each.provider); });
+        const std::string limits = limitsText(stored, now, terminal);
         text += limits.empty() ? "" : '\n' + limits;
     }
     return text;

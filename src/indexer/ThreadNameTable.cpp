@@ -37,18 +37,18 @@ std::map<std::string, std::string, std::less<>> threadNames(Database &database)
     return names;
 }
 
-bool updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips)
+void updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips)
 {
     const std::filesystem::path file = codex / "session_index.jsonl";
     FactTable facts(database);
     const auto state = stateOf(file);
     if (!state || *state == facts.text(stateFact)) {
-        return false;
+        return;
     }
     const auto names = readThreadNames(file);
     if (!names) {
         skips.add(FileSkip::Unreadable); // and tried again the next time
-        return false;
+        return;
     }
     Transaction transaction(database);
     Statement replacement(
@@ -59,7 +59,6 @@ bool updateThreadNames(Database &database, const std::filesystem::path &codex, S
     facts.set(stateFact, *state);
     facts.set(writtenFact, "");
     transaction.commit();
-    return true;
 }
 
 } // namespace indexer
