@@ -3,6 +3,7 @@
 #include "core/dataFolder.h"
 #include "core/Paths.h"
 #include "platform/ExitSignals.h"
+#include "platform/keepPrivate.h"
 #include "platform/SingleInstance.h"
 #include <optional>
 #include <QApplication>
@@ -92,6 +93,7 @@ int run(QApplication &application)
 
 int main(int argc, char *argv[])
 {
+    keepPrivate();
     makeDataFolder();
     const SingleInstance instance(Paths::lock());
     if (instance.anotherRuns()) {
