@@ -19,7 +19,7 @@ constexpr rlim_t noDump = 0;
 void keepPrivate()
 {
     ::umask(S_IRWXG | S_IRWXO);
-    rlimit core { };
+    rlimit core {};
     if (::getrlimit(RLIMIT_CORE, &core) == 0) {
         core.rlim_cur = std::min(noDump, core.rlim_max);
         ::setrlimit(RLIMIT_CORE, &core);

@@ -110,4 +110,15 @@ TEST_F(States, logAFailedSaveOnceAndKeepTheOldFile)
     EXPECT_EQ(StateFile::loadState(), everythingElse());
 }
 
+TEST_F(States, areSavedThroughALinkWhichStaysOne)
+{
+    const QString elsewhere = Paths::dir() % u"/elsewhere/real.json";
+    writeFile(elsewhere, "{}");
+    ASSERT_TRUE(QFile::link(elsewhere, Paths::state()));
+    StateFile().saveState(everythingElse());
+    EXPECT_EQ(QFileInfo(Paths::state()).symLinkTarget(), elsewhere);
+    EXPECT_GT(QFileInfo(elsewhere).size(), 100);
+    EXPECT_EQ(StateFile::loadState(), everythingElse());
+}
+
 } // namespace
