@@ -1,13 +1,8 @@
 # Makes a fault in the memory handling of what is packaged hard to turn into something worse: the
 # programs read files and replies that others wrote.
 
-include(CheckCXXCompilerFlag)
-include(CheckPIESupported)
-
-check_pie_supported()
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    include(CheckCXXCompilerFlag)
     # Not every processor has each of them.
     foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
         string(MAKE_C_IDENTIFIER "KESTRELBAY_HAS${flag}" has)
@@ -16,7 +11,8 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
             add_compile_options(${flag})
         endif()
     endforeach()
-    add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    add_compile_options(-fPIE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    add_link_options(-pie)
     if(NOT APPLE)
         add_link_options(-Wl,-z,relro,-z,now)
     endif()
