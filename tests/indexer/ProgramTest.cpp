@@ -205,7 +205,7 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
     const std::string overlong = R"({"type":"user","x":")" + std::string(50'000'000, 'x') + "\"}";
     scratch.transcript("p/a.jsonl", {overlong, dense + "1]}", Answer {}.line()});
     scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n":5}})");
-#ifdef __SANITIZE_ADDRESS__ // which needs far more for itself
+#if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__ // they need far more for themselves
     const char *limit = "";
 #else
     // Kibibytes of address space: 64 MiB, and what the shared libraries take of it.
