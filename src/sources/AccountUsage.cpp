@@ -49,14 +49,6 @@ AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
     return limits;
 }
 
-AccountUsage::AccountOutcome outcomeOf(const std::optional<HttpReply> &reply, TimePoint now)
-{
-    if (reply && reply->status == tooManyRequests) {
-        return AccountUsage::Throttled();
-    }
-    return reply && reply->status == ok ? readBody(reply->body, now) : AccountUsage::Unavailable();
-}
-
 Token tokenOfFile(TimePoint now)
 {
     const auto bytes = readJSON(Paths::credentials());
@@ -90,7 +82,7 @@ private:
     {
         whenDone(HttpGet::start(request(m_source.endpoint, token), patience, this), this,
             [this](const std::optional<HttpReply> &reply) {
-                finish(outcomeOf(reply, m_source.now()));
+                finish(AccountUsage::outcomeOf(reply, m_source.now()));
             });
     }
 
@@ -106,6 +98,15 @@ private:
 };
 
 } // namespace
+
+AccountUsage::AccountOutcome AccountUsage::outcomeOf(
+    const std::optional<HttpReply> &reply, TimePoint now)
+{
+    if (reply && reply->status == tooManyRequests) {
+        return Throttled();
+    }
+    return reply && reply->status == ok ? readBody(reply->body, now) : Unavailable();
+}
 
 std::optional<QByteArray> AccountUsage::token(const QByteArray &bytes, TimePoint now)
 {

@@ -6,6 +6,8 @@
 #include <QUrl>
 #include <variant>
 
+struct HttpReply;
+
 /// Asks the account itself how much of its limits is used.
 ///
 /// The access token is the assistant's own. It is read anew for each poll, goes to the one endpoint
@@ -39,6 +41,9 @@ struct Source {
 
 /// One poll; it ends early with `owner`.
 [[nodiscard]] QFuture<AccountOutcome> fetch(const Source &source, QObject *owner);
+
+/// What came of a poll that was answered at `now`, or was not.
+[[nodiscard]] AccountOutcome outcomeOf(const std::optional<HttpReply> &reply, TimePoint now);
 
 /// The access token of a credentials file, if it is good for another minute.
 [[nodiscard]] std::optional<QByteArray> token(const QByteArray &bytes, TimePoint now);

@@ -4,17 +4,19 @@
 #include "core/readJSON.h"
 #include "sources/StatsDecoder.h"
 
-StatsLoad loadStatsFile()
+StatsLoad loadStats(const QByteArray &bytes)
 {
-    const std::optional<QByteArray> bytes = readJSON(Paths::stats());
-    if (!bytes) {
-        return StatsFailure {QStringLiteral("cannot read the file")};
-    }
-    auto decoded = decodeStats(*bytes);
+    auto decoded = decodeStats(bytes);
     if (const auto *error = std::get_if<StatsDecodeError>(&decoded)) {
         return StatsFailure {QString(u"decode failed: " % error->description)};
     }
     Stats &stats = std::get<Stats>(decoded);
     QList<SessionItem> sessions = sessionItems(stats);
     return ParsedStats {std::move(stats), std::move(sessions)};
+}
+
+StatsLoad loadStatsFile()
+{
+    const std::optional<QByteArray> bytes = readJSON(Paths::stats());
+    return bytes ? loadStats(*bytes) : StatsFailure {QStringLiteral("cannot read the file")};
 }

@@ -2,6 +2,7 @@
 
 #include "sources/SessionItem.h"
 #include "sources/Stats.h"
+#include <QByteArray>
 #include <variant>
 
 /// A statistics file as the model takes it.
@@ -21,6 +22,9 @@ struct StatsFailure {
 
 /// The outcome of one load: loaded or failed.
 using StatsLoad = std::variant<ParsedStats, StatsFailure>;
+
+/// The outcome for a file of these bytes, without a byte-order mark.
+[[nodiscard]] StatsLoad loadStats(const QByteArray &bytes);
 
 /// Reads and decodes Paths::stats(). Blocks on file input; to be called off the main thread.
 [[nodiscard]] StatsLoad loadStatsFile();

@@ -22,22 +22,22 @@ QUrl address(const QString &site, const QString &current)
     return url;
 }
 
-UpdateCheck::UpdateOutcome outcomeOf(const std::optional<HttpReply> &reply)
+} // namespace
+
+UpdateCheck::UpdateOutcome UpdateCheck::outcomeOf(const std::optional<HttpReply> &reply)
 {
     if (!reply || reply->status != ok) {
-        return UpdateCheck::Unavailable();
+        return Unavailable();
     }
     const QJsonObject body = parseObject(reply->body).value_or(QJsonObject());
     const QJsonValue version = body.value(QLatin1String("version"));
     if (!version.isString()) {
-        return UpdateCheck::Malformed();
+        return Malformed();
     }
     const QJsonValue url = body.value(QLatin1String("url"));
     return UpdateReply {
         version.toString(), url.isString() ? std::optional(url.toString()) : std::nullopt};
 }
-
-} // namespace
 
 QFuture<UpdateCheck::UpdateOutcome> UpdateCheck::fetch(
     const QString &current, const QString &site, QObject *owner)

@@ -5,6 +5,8 @@
 #include <QString>
 #include <variant>
 
+struct HttpReply;
+
 /// The newest version there is.
 struct UpdateReply {
     QString version;
@@ -27,6 +29,9 @@ struct Unavailable {
 };
 
 using UpdateOutcome = std::variant<UpdateReply, Malformed, Unavailable>;
+
+/// What came of a question that was answered, or was not.
+[[nodiscard]] UpdateOutcome outcomeOf(const std::optional<HttpReply> &reply);
 
 /// Asks once, telling the running version, over a session of its own that ends with `owner`.
 [[nodiscard]] QFuture<UpdateOutcome> fetch(
