@@ -17,11 +17,14 @@ namespace {
 /// A moment as seconds since 1970; nothing for one that no calendar knows.
 std::optional<TimePoint> moment(double seconds)
 {
-    constexpr double farthest = 1e12;
-    if (!(std::abs(seconds) < farthest)) {
+    constexpr double farthest = 1e15;
+    // Rounded first: what is kept must still be near enough when it has been written and read
+    // again.
+    const double milliseconds = std::round(seconds * 1000);
+    if (!(std::abs(milliseconds) < farthest)) {
         return std::nullopt;
     }
-    return TimePoint(std::chrono::milliseconds(std::llround(seconds * 1000)));
+    return TimePoint(std::chrono::milliseconds(static_cast<qint64>(milliseconds)));
 }
 
 /// A choice and the text it is stored as.

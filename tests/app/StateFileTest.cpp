@@ -84,6 +84,7 @@ TEST_F(States, areWrittenUnderTheKeysThatOthersRead)
 TEST_F(States, takeOnlyWhatMakesSense)
 {
     for (const char *bytes : {"", "{", "[]", "\xEF\xBB\xBFnull", R"({"left":1})", R"({"top":2})",
+             R"({"updateCheckedAt":-999999999999.9999})",
              R"({"tab":"years","view":5,"provider":"x","topmost":"no","hidden":1,"language":{},
                  "left":"1","top":2,"updateCheckedAt":1e300,"latestVersion":7,"unknown":[]})"}) {
         EXPECT_EQ(loaded(bytes), PersistedState()) << bytes;
