@@ -15,7 +15,7 @@ function(kestrelbay_warnings target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
         -Woverloaded-virtual -Wno-missing-field-initializers -Werror)
-    if(KESTRELBAY_SANITIZE)
+    if(KESTRELBAY_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
     endif()
 endfunction()

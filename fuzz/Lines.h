@@ -2,18 +2,11 @@
 
 #include "indexer/LineReader.h"
 #include "InputFile.h"
+#include "require.h"
 
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <string>
-
-/// Gives a sanitizer something to see when a rule of ours is broken.
-inline void require(bool holds)
-{
-    if (!holds) {
-        __builtin_trap();
-    }
-}
 
 /// Whether another parser takes it for sound JSON, or stops at what it is stricter about than JSON:
 /// numbers beyond its own range and half a surrogate pair.

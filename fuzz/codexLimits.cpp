@@ -1,0 +1,18 @@
+// Codex's limits, as the indexer and the hook write them.
+
+#include "sources/CodexLimits.h"
+#include "ShownLimits.h"
+#include "WidgetTarget.h"
+
+void tryInput(const QByteArray &bytes)
+{
+    const std::optional<CodexLimits> codex = CodexLimits::parse(bytes);
+    if (!codex) {
+        return;
+    }
+    const Limits &limits = codex->limits;
+    require(isSane(codex->primaryLength.count()) && isSane(codex->secondaryLength.count()));
+    require(limits.fiveHour || (!limits.sevenDay && codex->primaryLength == Limit::fiveHours));
+    require(limits.sevenDay || codex->secondaryLength == Limit::week);
+    lookAt(limits, codex->primaryLength, codex->secondaryLength);
+}

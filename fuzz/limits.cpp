@@ -1,0 +1,13 @@
+// Claude Code's limits, as its status line writes them.
+
+#include "sources/Limits.h"
+#include "ShownLimits.h"
+#include "sources/Limit.h"
+#include "WidgetTarget.h"
+
+void tryInput(const QByteArray &bytes)
+{
+    if (const std::optional<Limits> limits = Limits::parse(bytes)) {
+        lookAt(*limits, Limit::fiveHours, Limit::week);
+    }
+}

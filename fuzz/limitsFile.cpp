@@ -1,0 +1,53 @@
+// The limit file that the indexer finds in the place of its own.
+
+#include "indexer/LimitsFile.h"
+#include "indexer/Folders.h"
+#include "indexer/SafeFile.h"
+#include "require.h"
+#include "requireOwnHome.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+using namespace indexer;
+
+namespace {
+
+constexpr TimePoint now =
+    std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
+
+WrittenLimits limitsAt(TimePoint time)
+{
+    return {time, limitsJson({.time = time, .plan = "plus", .windows = {{42.5, 300, now}}})};
+}
+
+std::filesystem::path file()
+{
+    requireOwnHome();
+    const std::filesystem::path folder = defaultDataFolder();
+    require(!makeFolder(folder));
+    return folder / "codex-limits.json";
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const char *data, std::size_t size)
+{
+    static const std::filesystem::path name = file();
+    const std::string_view input(data, size);
+    std::ofstream(name, std::ios::binary) << input;
+
+    const WrittenLimits older = limitsAt(now - std::chrono::hours(1));
+    require(!writeLimits(name, older, now));
+    const std::string held = readFile(name, size + older.json.size()).bytes.value();
+    // What was kept must have told its time.
+    require(held == older.json
+        || (held == input && nlohmann::json::parse(input).at("updatedAt").is_string()));
+    require(!writeLimits(name, older, now));
+    require(readFile(name, held.size()).bytes == held);
+    // No file is as new as a reading that lies as far ahead as any may.
+    const WrittenLimits newest = limitsAt(now + limitsTolerance + std::chrono::milliseconds(1));
+    require(!writeLimits(name, newest, now));
+    require(readFile(name, newest.json.size()).bytes == newest.json);
+    return 0;
+}

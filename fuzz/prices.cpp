@@ -1,0 +1,52 @@
+// A user's own price list.
+
+#include "indexer/PriceFile.h"
+#include "require.h"
+
+#include <limits>
+#include <nlohmann/json.hpp>
+
+using namespace indexer;
+
+namespace {
+
+/// What any price and any counts give is no less than nothing, and no less for more tokens.
+void lookAt(const PriceTable &table, const std::string &model)
+{
+    constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
+    for (const auto speed : {Speed::Standard, Speed::Fast}) {
+        for (const auto tier : {ServiceTier::Standard, ServiceTier::Batch}) {
+            PricedRequest request {.model = model, .usage = {}, .speed = speed, .tier = tier};
+            const auto nothing = table.price(request);
+            require(!nothing || nothing->cost == Money());
+            request.usage = {most, most, most, most, most, 0};
+            const auto much = table.price(request);
+            require(!much || (nothing && much->cost.picodollars() >= 0));
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const char *data, std::size_t size)
+{
+    static const PriceTable builtIn = builtInPrices();
+    const std::string_view text(data, size);
+    auto parsed = parsePrices(text);
+    if (const auto *error = std::get_if<PriceFileError>(&parsed)) {
+        require(!error->text.empty() && !nlohmann::json(error->text).dump().empty());
+        return 0;
+    }
+    const auto &table = std::get<PriceTable>(parsed);
+    require(table.hash() == std::get<PriceTable>(parsePrices(text)).hash());
+    PriceTable both = builtIn;
+    both.override(table);
+    const std::uint64_t once = both.hash();
+    both.override(table);
+    require(both.hash() == once);
+    for (const auto &[model, entry] : nlohmann::json::parse(text).at("models").items()) {
+        lookAt(table, model);
+        lookAt(both, model);
+    }
+    return 0;
+}

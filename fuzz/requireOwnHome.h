@@ -1,0 +1,4 @@
+#pragma once
+
+/// Ends the program unless it runs in a home directory made for it: it writes there.
+void requireOwnHome();

@@ -1,0 +1,44 @@
+// What the sync script tells of itself.
+
+#include "scripts/SyncStatus.h"
+
+#include "core/IsoParser.h"
+#include "model/dayAndTime.h"
+#include "text/Strings.h"
+#include "WidgetTarget.h"
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+/// Times come as the script writes them; only those that are times are written anew.
+void lookAt(const std::optional<QString> &when)
+{
+    const auto moment = isoParser()(QStringView(when.value_or(QString())));
+    require(isSane(moment));
+    require(!moment || !dayAndTime(strings(), *moment, now).isEmpty());
+}
+
+} // namespace
+
+void tryInput(const QByteArray &bytes)
+{
+    constexpr auto mark = "\xEF\xBB\xBF";
+    const std::optional<SyncStatus> status = SyncStatus::parse(bytes);
+    require(bytes.startsWith(mark) || SyncStatus::parse(mark + bytes) == status);
+    if (!status) {
+        return;
+    }
+    lookAt(status->lastSync);
+    lookAt(status->historyFrom);
+    const auto document = nlohmann::json::parse(bytes.cbegin(), bytes.cend(), nullptr, false);
+    const QList<SyncLink> links = status->links.value_or(QList<SyncLink>());
+    for (qsizetype i = 0; i < links.size(); ++i) {
+        lookAt(links.at(i).seenAt);
+        // As they are told, as another parser has it.
+        if (document.is_object()) {
+            require(document["links"][static_cast<std::size_t>(i)]["id"]
+                == links.at(i).id.toStdString());
+        }
+    }
+}

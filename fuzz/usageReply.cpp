@@ -1,0 +1,21 @@
+// What the account's endpoint answers.
+
+#include "ShownLimits.h"
+#include "sources/AccountUsage.h"
+#include "sources/HttpGet.h"
+#include "sources/Limit.h"
+#include "WidgetTarget.h"
+
+using namespace AccountUsage;
+
+void tryInput(const QByteArray &bytes)
+{
+    constexpr int ok = 200;
+    const AccountOutcome outcome = outcomeOf(HttpReply {ok, bytes}, now);
+    const auto *const limits = std::get_if<Limits>(&outcome);
+    require(limits || std::holds_alternative<Malformed>(outcome));
+    if (limits) {
+        require(limits->updatedAt == now && (limits->fiveHour || limits->sevenDay));
+        lookAt(*limits, Limit::fiveHours, Limit::week);
+    }
+}
