@@ -44,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const char *data, std::size_t size)
     const std::uint64_t once = both.hash();
     both.override(table);
     require(both.hash() == once);
-    for (const auto &[model, entry] : nlohmann::json::parse(text).at("models").items()) {
+    const auto document = nlohmann::json::parse(text);
+    for (const auto &[model, entry] : document.at("models").items()) {
         lookAt(table, model);
         lookAt(both, model);
     }

@@ -11,9 +11,6 @@
 
 namespace {
 
-/// Making the formatters of a language takes long, and one language is much like another.
-constexpr qsizetype mostLanguages = 3;
-
 void lookAt(const Strings &language)
 {
     constexpr auto largest = std::numeric_limits<double>::max();
@@ -27,10 +24,8 @@ void lookAt(const Strings &language)
              TimePoint(-farthest.time_since_epoch())}) {
         (void)language.when(moment, now);
         require(!language.time(moment).isEmpty());
-        for (const char *key : {"dayShort", "dayLong", "monthShort", "monthLong", "dayTime"}) {
-            (void)language.date(moment, QLatin1String(key), MonthForm::InPhrase);
-            (void)language.date(moment, QLatin1String(key), MonthForm::StandAlone);
-        }
+        (void)language.date(moment, u"dayLong"_qs, MonthForm::InPhrase);
+        (void)language.date(moment, u"monthLong"_qs, MonthForm::StandAlone);
     }
     const QString key = QStringLiteral("periodNote");
     const QString plain = language.t(key);
@@ -52,7 +47,8 @@ void tryInput(const QByteArray &bytes)
     require(QSet<QString>(codes.cbegin(), codes.cend()).size() == codes.size());
     require(codes.size() == table.size());
     require(std::ranges::all_of(codes, [&](const QString &code) { return table.contains(code); }));
-    for (const QString &code : codes.first(std::min(codes.size(), mostLanguages))) {
-        lookAt(Strings(code, table));
+    if (!codes.isEmpty()) {
+        // One of them: to make the formatters of a language takes long.
+        lookAt(Strings(codes.at(bytes.size() % codes.size()), table));
     }
 }
