@@ -14,9 +14,9 @@ template <typename Value> std::string packed(const Value &value)
 
 } // namespace
 
-void TranscriptBook::add(indexer::TranscriptPiece piece)
+void TranscriptBook::add(const indexer::TranscriptPiece &piece)
 {
-    for (auto &[key, told] : piece.answers) {
+    for (const auto &[key, told] : piece.answers) {
         indexer::UsageRecord record = told;
         record.session.text = m_names.add(piece.names.text(told.session.text));
         record.model.text = m_names.add(piece.names.text(told.model.text));
@@ -27,7 +27,7 @@ void TranscriptBook::add(indexer::TranscriptPiece piece)
             place->second = before;
         }
     }
-    for (auto &[session, facts] : piece.sessions) {
+    for (const auto &[session, facts] : piece.sessions) {
         const auto [place, isNew] =
             m_sessions.emplace(std::string(piece.names.text(session)), facts);
         if (!isNew) {
@@ -36,7 +36,7 @@ void TranscriptBook::add(indexer::TranscriptPiece piece)
             place->second = std::move(before);
         }
     }
-    for (auto &[leaf, text] : piece.summaries) {
+    for (const auto &[leaf, text] : piece.summaries) {
         m_summaries[leaf] = text;
     }
 }

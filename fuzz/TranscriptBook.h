@@ -8,7 +8,7 @@
 /// What one transcript tells, put together from its pieces as the history does.
 class TranscriptBook final {
 public:
-    void add(indexer::TranscriptPiece piece);
+    void add(const indexer::TranscriptPiece &piece);
 
     /// All of it, the same for the same facts.
     [[nodiscard]] std::string bytes() const;

@@ -14,5 +14,8 @@ void tryInput(const QByteArray &bytes)
     require(isSane(codex->primaryLength.count()) && isSane(codex->secondaryLength.count()));
     require(limits.fiveHour || (!limits.sevenDay && codex->primaryLength == Limit::fiveHours));
     require(limits.sevenDay || codex->secondaryLength == Limit::week);
+    // In their order; one that does not tell its length stands first, whatever it is taken for.
+    require(!limits.sevenDay || codex->primaryLength == Limit::fiveHours
+        || codex->primaryLength <= codex->secondaryLength);
     lookAt(limits, codex->primaryLength, codex->secondaryLength);
 }

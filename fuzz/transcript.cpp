@@ -31,10 +31,10 @@ public:
             reader.add(line);
             indexer::TranscriptPiece piece;
             indexer::TranscriptReader(piece, now).add(line);
-            inPieces.add(std::move(piece));
+            inPieces.add(piece);
             return true;
         });
-        atOnce.add(std::move(whole));
+        atOnce.add(whole);
         require(atOnce.bytes() == inPieces.bytes());
     }
 
