@@ -73,6 +73,9 @@ History::History(const fs::path &folder)
     }
     open();
     if (m_database->isDamaged()) {
+        open(); // see update()
+    }
+    if (m_database->isDamaged()) {
         startAnew();
     }
 }
@@ -123,6 +126,7 @@ bool History::lock(const fs::path &folder)
 
 void History::open()
 {
+    m_database.reset(); // with its locks
     m_database = std::make_unique<Database>(m_file);
     m_database->run(manners);
     const auto problem = bringSchemaUpToDate(*m_database);
@@ -243,6 +247,14 @@ void History::update(const SourceFolders &folders, const PriceTable &prices, Tim
     };
     attempt();
     if (!m_database->isDamaged() || m_file.empty()) {
+        return;
+    }
+    // A disk that failed to read or to open once looks like damage, which is met again.
+    open();
+    if (!problem()) {
+        attempt();
+    }
+    if (!m_database->isDamaged()) {
         return;
     }
     startAnew();
