@@ -75,6 +75,7 @@ std::optional<std::string> write(const Options &options, const History &history,
     }
     if (!problem) {
         FactTable(history.database()).set(writtenFact, writtenState(options, now));
+        problem = history.problem();
     }
     return problem;
 }
@@ -212,6 +213,7 @@ Outcome update(const Options &options, TimePoint now)
     }
     if (isReport && !problem) {
         outcome.output = report(options, *history, now);
+        problem = history->problem(); // what could not be read is no part of it
     } else if (!problem && !isWritten(options, *history, now)) {
         problem = write(options, *history, now);
     }
