@@ -4,12 +4,12 @@
 #include "core/parseObject.h"
 #include "core/Paths.h"
 #include "core/readJSON.h"
+#include "core/replaceFile.h"
 #include "core/WidgetLog.h"
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <utility>
 
 namespace {
@@ -159,12 +159,9 @@ PersistedState StateFile::loadState()
 void StateFile::saveState(const PersistedState &state)
 {
     makeDataFolder();
-    // Never written in place: a full disk would leave half a file.
-    QSaveFile file(Paths::state());
-    const bool saved = file.open(QIODevice::WriteOnly)
-        && file.write(QJsonDocument(written(state)).toJson(QJsonDocument::Indented)) >= 0
-        && file.commit();
-    if (!saved && !std::exchange(m_saveFailed, true)) {
-        WidgetLog::write(u"state.json not saved: " % file.errorString());
+    const QByteArray bytes = QJsonDocument(written(state)).toJson(QJsonDocument::Indented);
+    const std::optional<QString> failure = replaceFile(Paths::state(), bytes);
+    if (!std::exchange(m_saveFailed, failure.has_value()) && failure) {
+        WidgetLog::write(u"state.json not saved: " % *failure);
     }
 }

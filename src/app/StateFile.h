@@ -9,7 +9,8 @@ public:
     /// start. Nothing is reported of a damaged file.
     [[nodiscard]] static PersistedState loadState();
 
-    /// Replaces the file in one step, with all of the state. A failure is logged once.
+    /// Replaces the file in one step, with all of the state. Of failures in a row the first is
+    /// logged.
     void saveState(const PersistedState &state);
 
 private:
