@@ -1,9 +1,10 @@
 #include "platform/LoginItem.h"
 
 #include "core/readJSON.h"
+#include "core/replaceFile.h"
+#include "core/WidgetLog.h"
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 LoginItem::LoginItem(QString record, QString program, Format format)
     : m_record(std::move(record))
@@ -29,14 +30,15 @@ bool LoginItem::isOn() const
 void LoginItem::setAutostart(bool on) const
 {
     if (!on) {
-        QFile::remove(m_record);
+        QFile record(m_record);
+        if (!record.remove() && record.exists()) {
+            WidgetLog::write(u"start at login not switched off: " % record.errorString());
+        }
         return;
     }
     QDir().mkpath(QFileInfo(m_record).path());
-    QSaveFile file(m_record);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(m_format.write(m_program));
-        file.commit();
+    if (const auto failure = replaceFile(m_record, m_format.write(m_program))) {
+        WidgetLog::write(u"start at login not switched on: " % *failure);
     }
 }
 
