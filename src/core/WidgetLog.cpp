@@ -3,10 +3,10 @@
 #include "core/Clock.h"
 #include "core/dataFolder.h"
 #include "core/Paths.h"
+#include "core/replaceFile.h"
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QThreadPool>
 
 namespace {
@@ -61,10 +61,8 @@ void trim(const QString &path)
     if (const qsizetype lineEnd = kept.indexOf('\n'); lineEnd >= 0) {
         kept.remove(0, lineEnd + 1);
     }
-    QSaveFile replacement(path);
-    if (replacement.open(QIODevice::WriteOnly) && replacement.write(kept) == kept.size()) {
-        replacement.commit();
-    }
+    // A log that could not be trimmed is tried with the next line.
+    static_cast<void>(replaceFile(path, kept));
 }
 
 void append(const QString &path, const QByteArray &line)
@@ -75,11 +73,14 @@ void append(const QString &path, const QByteArray &line)
     const bool isNew = !file.exists();
     // A named pipe in the file's place would hold up the queue for ever.
     if ((isNew || QFileInfo(path).isFile())
-        && file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+        && file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         if (isNew) {
             file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         }
-        file.write(line);
+        const qint64 whole = file.size();
+        if (file.write(line) != line.size()) {
+            file.resize(whole); // or the next line would go on where half of this one ends
+        }
     }
 }
 
