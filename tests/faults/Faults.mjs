@@ -15,7 +15,7 @@ import { run, scratchFolder } from '../companions/scratch.mjs';
 const ALL = process.env.KESTRELBAY_FAULTS === 'all';
 const RESULTS = process.env.KESTRELBAY_FAULTS_RESULTS;
 const SEED = Number(process.env.KESTRELBAY_SEED ?? 1);
-const CHOSEN = 5;
+const CHOSEN = 3;
 const PATIENCE = 60_000; // milliseconds; whoever takes longer hangs
 
 const BUILD = process.env.KESTRELBAY_BUILD;
@@ -37,6 +37,7 @@ export const onFiles = {
 export const onStarts = {
   start: [['EAGAIN', 'once']],
   pipe: [['EMFILE', 'once']],
+  open: [['EMFILE', 'once']],
 };
 
 /** Some of `1..count`: the ends and what lies anywhere between. */

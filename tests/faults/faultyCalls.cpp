@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sched.h>
 #include <stdio_ext.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -125,11 +126,12 @@ ssize_t copy_file_range(
     return call(fault().fate(Call::Write, file), next, from, fromPlace, file, place, size, flags);
 }
 
-/// The shell writes through a stream, and its lines come by here only while they are held back.
+/// The shell writes through a stream. What is held back there goes through fflush() alone.
 int setvbuf(FILE *stream, char *buffer, int mode, size_t size) noexcept
 {
     FOLLOWING(setvbuf);
-    return next(stream, buffer, mode == _IOLBF ? _IOFBF : mode, size);
+    const bool isHeld = mode == _IOLBF && stream == stdout;
+    return next(stream, buffer, isHeld ? _IOFBF : mode, size);
 }
 
 int fflush(FILE *stream)
@@ -168,10 +170,23 @@ int rename(const char *from, const char *to) noexcept
     return call(fault().fate(Call::Rename, from, to), next, from, to);
 }
 
+int renameat(int fromFolder, const char *from, int toFolder, const char *to) noexcept
+{
+    FOLLOWING(renameat);
+    return call(fault().fate(Call::Rename, from, to), next, fromFolder, from, toFolder, to);
+}
+
 int renameat2(
     int fromFolder, const char *from, int toFolder, const char *to, unsigned flags) noexcept
 {
     FOLLOWING(renameat2);
+    return call(fault().fate(Call::Rename, from, to), next, fromFolder, from, toFolder, to, flags);
+}
+
+/// Qt gives a file that had no name one.
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) noexcept
+{
+    FOLLOWING(linkat);
     return call(fault().fate(Call::Rename, from, to), next, fromFolder, from, toFolder, to, flags);
 }
 
@@ -199,28 +214,21 @@ pid_t fork() noexcept
     return call(fault().fate(Call::Start), next);
 }
 
-/// Qt starts programs by the bare system call.
-long syscall(long number, ...) noexcept
+/// Qt's way to start programs.
+int clone(int (*run)(void *), void *stack, int flags, void *argument, ...) noexcept
 {
-    FOLLOWING(syscall);
+    FOLLOWING(clone);
     va_list rest;
-    va_start(rest, number);
-    long words[6];
-    for (long &word : words) {
-        word = va_arg(rest, long);
-    }
+    va_start(rest, argument);
+    auto *const parentPlace = va_arg(rest, pid_t *);
+    void *const locals = va_arg(rest, void *);
+    auto *const childPlace = va_arg(rest, pid_t *);
     va_end(rest);
-    const bool isStart = number == SYS_clone || number == SYS_clone3;
-    return call(isStart ? fault().fate(Call::Start) : Fate::Goes, next, number, words[0], words[1],
-        words[2], words[3], words[4], words[5]);
+    return call(fault().fate(Call::Start), next, run, stack, flags, argument, parentPlace, locals,
+        childPlace);
 }
 
-int pipe(int ends[2]) noexcept
-{
-    FOLLOWING(pipe);
-    return call(fault().fate(Call::Pipe), next, ends);
-}
-
+/// Not pipe(), by which the sanitizers look whether memory can be read.
 int pipe2(int ends[2], int flags) noexcept
 {
     FOLLOWING(pipe2);
