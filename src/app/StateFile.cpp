@@ -161,7 +161,7 @@ void StateFile::saveState(const PersistedState &state)
     makeDataFolder();
     const QByteArray bytes = QJsonDocument(written(state)).toJson(QJsonDocument::Indented);
     const std::optional<QString> failure = replaceFile(Paths::state(), bytes);
-    if (!std::exchange(m_saveFailed, failure.has_value()) && failure) {
+    if (failure && !std::exchange(m_saveFailed, true)) {
         WidgetLog::write(u"state.json not saved: " % *failure);
     }
 }

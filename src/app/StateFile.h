@@ -9,8 +9,7 @@ public:
     /// start. Nothing is reported of a damaged file.
     [[nodiscard]] static PersistedState loadState();
 
-    /// Replaces the file in one step, with all of the state. Of failures in a row the first is
-    /// logged.
+    /// Replaces the file in one step, with all of the state. A failure is logged once.
     void saveState(const PersistedState &state);
 
 private:

@@ -2,7 +2,6 @@
 
 #include "core/readJSON.h"
 #include "core/replaceFile.h"
-#include "core/WidgetLog.h"
 #include <QDir>
 #include <QFileInfo>
 
@@ -30,16 +29,11 @@ bool LoginItem::isOn() const
 void LoginItem::setAutostart(bool on) const
 {
     if (!on) {
-        QFile record(m_record);
-        if (!record.remove() && record.exists()) {
-            WidgetLog::write(u"start at login not switched off: " % record.errorString());
-        }
+        QFile::remove(m_record);
         return;
     }
     QDir().mkpath(QFileInfo(m_record).path());
-    if (const auto failure = replaceFile(m_record, m_format.write(m_program))) {
-        WidgetLog::write(u"start at login not switched on: " % *failure);
-    }
+    static_cast<void>(replaceFile(m_record, m_format.write(m_program)));
 }
 
 void LoginItem::refreshAutostart() const

@@ -25,7 +25,7 @@ public:
     LoginItem(QString record, QString program, Format format = LoginItem::format());
 
     [[nodiscard]] bool isOn() const;
-    /// Failures are logged, and show in isOn().
+    /// Failures show in isOn() alone.
     void setAutostart(bool on) const;
     /// Writes the record again when it starts a program that has moved. One that is missing or
     /// cannot be read is left alone.

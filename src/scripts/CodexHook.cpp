@@ -2,7 +2,6 @@
 
 #include "core/Paths.h"
 #include "core/whenDone.h"
-#include "core/WidgetLog.h"
 #include "scripts/Node.h"
 #include <QFileInfo>
 #include <utility>
@@ -28,12 +27,8 @@ void CodexHook::run(bool on)
     const QString wanted = on ? QStringLiteral("on") : QStringLiteral("off");
     // Whatever comes of it, the option stays as the user has set it.
     whenDone(Node::run({Paths::codexHook(), wanted}, std::nullopt, this, 30s), this,
-        [this, wanted](const Node::Result &ended) {
+        [this](const Node::Result &) {
             m_running = false;
-            if (ended.status != 0) {
-                WidgetLog::write(u"Codex hook not switched " % wanted
-                    % u": the script ended with status " % QString::number(ended.status));
-            }
             if (const std::optional<bool> next = std::exchange(m_next, std::nullopt)) {
                 run(*next);
             }
