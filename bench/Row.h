@@ -23,3 +23,5 @@ struct Row {
 [[nodiscard]] QList<Row> hoverRows();
 [[nodiscard]] QList<Row> glideRows();
 [[nodiscard]] QList<Row> indexerRows();
+[[nodiscard]] QList<Row> statsRows();
+[[nodiscard]] QList<Row> startRows();

@@ -1,7 +1,7 @@
 #include "Trial.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include "fail.h"
+#include "ownProgram.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -10,17 +10,6 @@
 namespace {
 
 constexpr double mega = 1e6;
-
-[[noreturn]] void fail(const QString &message)
-{
-    std::fprintf(stderr, "kestrelbay-bench: %s\n", qUtf8Printable(message));
-    std::exit(1);
-}
-
-QString ownProgram(const char *name)
-{
-    return QStringLiteral(KESTRELBAY_PROGRAMS "/kestrelbay-") + QLatin1String(name);
-}
 
 /// What it prints.
 QByteArray run(const QString &program, const QStringList &arguments)
@@ -42,7 +31,8 @@ QByteArray run(const QString &program, const QStringList &arguments)
 Cost costOf(const QStringList &command)
 {
     constexpr double kilobytesInMega = 1e3;
-    const QList<QByteArray> figures = run(ownProgram("bench-run"), command).trimmed().split(' ');
+    const QList<QByteArray> figures =
+        run(ownProgram("kestrelbay-bench-run"), command).trimmed().split(' ');
     return {figures.value(0).toDouble(), figures.value(1).toDouble() / kilobytesInMega};
 }
 
@@ -51,7 +41,7 @@ Cost costOf(const QStringList &command)
 Trial::Trial(const QString &name, const QStringList &figures)
     : m_folder(QDir::current().absoluteFilePath(QStringLiteral("build/bench-data/") % name))
 {
-    run(ownProgram("bench-home"), QStringList {m_folder} + figures);
+    run(ownProgram("kestrelbay-bench-home"), QStringList {m_folder} + figures);
     QDirIterator files(
         m_folder, {QStringLiteral("*.jsonl")}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
@@ -99,10 +89,10 @@ void Trial::grow(qint64 bytes)
 
 Cost Trial::index()
 {
-    return costOf(
-        {ownProgram("indexer"), QStringLiteral("--data"), m_folder % QStringLiteral("/data"),
-            QStringLiteral("--claude"), m_folder % QStringLiteral("/claude"),
-            QStringLiteral("--codex"), m_folder % QStringLiteral("/codex")});
+    return costOf({ownProgram("kestrelbay-indexer"), QStringLiteral("--data"),
+        m_folder % QStringLiteral("/data"), QStringLiteral("--claude"),
+        m_folder % QStringLiteral("/claude"), QStringLiteral("--codex"),
+        m_folder % QStringLiteral("/codex")});
 }
 
 Cost Trial::cat()
@@ -112,7 +102,7 @@ Cost Trial::cat()
 
 Cost Trial::walk()
 {
-    return costOf({ownProgram("bench-walk"), m_folder % QStringLiteral("/claude"),
+    return costOf({ownProgram("kestrelbay-bench-walk"), m_folder % QStringLiteral("/claude"),
         m_folder % QStringLiteral("/codex")});
 }
 

@@ -60,6 +60,8 @@ constexpr std::array groups {
     Group {"change", changeRows},
     Group {"hover", hoverRows},
     Group {"glide", glideRows},
+    Group {"stats", statsRows},
+    Group {"start", startRows},
     Group {"indexer", indexerRows},
 };
 
@@ -94,7 +96,9 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     const QStringList names = QCoreApplication::arguments().mid(2);
     if (argc < 2 || !std::ranges::all_of(names, isGroup)) {
-        std::fputs("usage: kestrelbay-bench FILE [scroll|change|hover|glide|indexer]...\n", stderr);
+        std::fputs(
+            "usage: kestrelbay-bench FILE [scroll|change|hover|glide|stats|start|indexer]...\n",
+            stderr);
         return 2;
     }
     Stage::setFont();
