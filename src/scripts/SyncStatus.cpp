@@ -1,34 +1,33 @@
 #include "scripts/SyncStatus.h"
 
-#include "core/parseObject.h"
 #include "sources/TypedReader.h"
 
 namespace {
 
-using Key = QLatin1String;
+using Object = TypedReader::Object;
 
-SyncLink syncLink(TypedReader &r, const QJsonObject &in)
+SyncLink syncLink(TypedReader &r, Object in)
 {
     return {
-        .id = r.requiredText(in, Key("id")),
-        .name = r.text(in, Key("name")),
-        .os = r.text(in, Key("os")),
-        .enabled = r.flag(in, Key("enabled")),
-        .seenAt = r.text(in, Key("seenAt")),
+        .id = r.requiredText(in, "id"),
+        .name = r.text(in, "name"),
+        .os = r.text(in, "os"),
+        .enabled = r.flag(in, "enabled"),
+        .seenAt = r.text(in, "seenAt"),
     };
 }
 
-SyncStatus syncStatus(TypedReader &r, const QJsonObject &in)
+SyncStatus syncStatus(TypedReader &r, Object in)
 {
     return {
-        .id = r.text(in, Key("id")),
-        .enabled = r.flag(in, Key("enabled")),
-        .name = r.text(in, Key("name")),
-        .hasPassword = r.flag(in, Key("hasPassword")),
-        .links = r.array(in, Key("links"), syncLink),
-        .lastSync = r.text(in, Key("lastSync")),
-        .historyFrom = r.text(in, Key("historyFrom")),
-        .error = r.text(in, Key("error")),
+        .id = r.text(in, "id"),
+        .enabled = r.flag(in, "enabled"),
+        .name = r.text(in, "name"),
+        .hasPassword = r.flag(in, "hasPassword"),
+        .links = r.array(in, "links", syncLink),
+        .lastSync = r.text(in, "lastSync"),
+        .historyFrom = r.text(in, "historyFrom"),
+        .error = r.text(in, "error"),
     };
 }
 
@@ -36,13 +35,14 @@ SyncStatus syncStatus(TypedReader &r, const QJsonObject &in)
 
 std::optional<SyncStatus> SyncStatus::parse(const QByteArray &bytes)
 {
-    // Qt's parser passes over a byte-order mark itself.
-    const std::optional<QJsonObject> document =
-        bytes.size() <= most ? parseObject(bytes) : std::nullopt;
-    if (!document) {
+    if (bytes.size() > most) {
+        return std::nullopt;
+    }
+    const JsonDocument document(bytes);
+    if (!document.root()) {
         return std::nullopt;
     }
     TypedReader reader;
-    SyncStatus status = syncStatus(reader, *document);
+    SyncStatus status = reader.record(*document.root(), syncStatus);
     return reader.failed() ? std::nullopt : std::optional(std::move(status));
 }

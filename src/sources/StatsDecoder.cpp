@@ -1,125 +1,115 @@
 #include "sources/StatsDecoder.h"
 
 #include "sources/TypedReader.h"
-#include <QJsonDocument>
 
 namespace {
 
-using Key = QLatin1String;
+using Object = TypedReader::Object;
+using Value = TypedReader::Value;
 
-TokenSet tokenSet(TypedReader &r, const QJsonObject &in)
+TokenSet tokenSet(TypedReader &r, Object in)
 {
     return {
-        .input = r.number(in, Key("input")),
-        .output = r.number(in, Key("output")),
-        .cacheWrite = r.number(in, Key("cacheWrite")),
-        .total = r.number(in, Key("total")),
+        .input = r.number(in, "input"),
+        .output = r.number(in, "output"),
+        .cacheWrite = r.number(in, "cacheWrite"),
+        .total = r.number(in, "total"),
     };
 }
 
-Totals totals(TypedReader &r, const QJsonObject &in)
+Totals totals(TypedReader &r, Object in)
 {
     return {
-        .cost = r.number(in, Key("cost")),
-        .tokens = r.object(in, Key("tokens"), tokenSet),
-        .sessions = r.number(in, Key("sessions")),
+        .cost = r.number(in, "cost"),
+        .tokens = r.object(in, "tokens", tokenSet),
+        .sessions = r.number(in, "sessions"),
     };
 }
 
-StatsTotals statsTotals(TypedReader &r, const QJsonObject &in)
+StatsTotals statsTotals(TypedReader &r, Object in)
 {
     return {
-        .today = r.object(in, Key("today"), totals),
-        .yesterday = r.object(in, Key("yesterday"), totals),
-        .week = r.object(in, Key("week"), totals),
-        .lastWeek = r.object(in, Key("lastWeek"), totals),
-        .month = r.object(in, Key("month"), totals),
-        .lastMonth = r.object(in, Key("lastMonth"), totals),
+        .today = r.object(in, "today", totals),
+        .yesterday = r.object(in, "yesterday", totals),
+        .week = r.object(in, "week", totals),
+        .lastWeek = r.object(in, "lastWeek", totals),
+        .month = r.object(in, "month", totals),
+        .lastMonth = r.object(in, "lastMonth", totals),
     };
 }
 
-ProviderStats providerStats(TypedReader &r, const QJsonValue &value)
+ProviderStats providerStats(TypedReader &r, Value value)
 {
-    if (!r.expect(value, QJsonValue::Object)) {
-        return {};
-    }
-    return {.totals = r.object(value.toObject(), Key("totals"), statsTotals)};
+    return r.record(value, [](TypedReader &reader, Object in) {
+        return ProviderStats {.totals = reader.object(in, "totals", statsTotals)};
+    });
 }
 
-double modelCost(TypedReader &r, const QJsonValue &value)
+double modelCost(TypedReader &r, Value value)
 {
-    return r.expect(value, QJsonValue::Double) ? value.toDouble() : 0;
+    return r.expect(value, TypedReader::Type::DOUBLE) ? value.get_double().value_unsafe() : 0;
 }
 
-PeriodRow periodRow(TypedReader &r, const QJsonObject &in)
+PeriodRow periodRow(TypedReader &r, Object in)
 {
     return {
-        .date = r.text(in, Key("date")),
-        .start = r.text(in, Key("start")),
-        .month = r.text(in, Key("month")),
-        .cost = r.number(in, Key("cost")),
-        .tokens = r.object(in, Key("tokens"), tokenSet),
-        .estimated = r.flag(in, Key("estimated")),
-        .models = r.map<double>(in, Key("models"), modelCost),
+        .date = r.text(in, "date"),
+        .start = r.text(in, "start"),
+        .month = r.text(in, "month"),
+        .cost = r.number(in, "cost"),
+        .tokens = r.object(in, "tokens", tokenSet),
+        .estimated = r.flag(in, "estimated"),
+        .models = r.map<double>(in, "models", modelCost),
     };
 }
 
-SessionRow sessionRow(TypedReader &r, const QJsonObject &in)
+SessionRow sessionRow(TypedReader &r, Object in)
 {
     return {
-        .title = r.text(in, Key("title")),
-        .project = r.text(in, Key("project")),
-        .end = r.text(in, Key("end")),
-        .cost = r.number(in, Key("cost")),
-        .tokens = r.object(in, Key("tokens"), tokenSet),
-        .provider = r.text(in, Key("provider")),
-        .device = r.text(in, Key("device")),
+        .title = r.text(in, "title"),
+        .project = r.sharedText(in, "project"),
+        .end = r.text(in, "end"),
+        .cost = r.number(in, "cost"),
+        .tokens = r.object(in, "tokens", tokenSet),
+        .provider = r.sharedText(in, "provider"),
+        .device = r.sharedText(in, "device"),
     };
 }
 
-DeviceRow deviceRow(TypedReader &r, const QJsonObject &in)
+DeviceRow deviceRow(TypedReader &r, Object in)
 {
     return {
-        .id = r.requiredText(in, Key("id")),
-        .name = r.text(in, Key("name")),
-        .enabled = r.flag(in, Key("enabled")),
-        .cost = r.number(in, Key("cost")),
-        .isSelf = r.flag(in, Key("self")),
+        .id = r.requiredText(in, "id"),
+        .name = r.text(in, "name"),
+        .enabled = r.flag(in, "enabled"),
+        .cost = r.number(in, "cost"),
+        .isSelf = r.flag(in, "self"),
     };
 }
 
-Stats statsFile(TypedReader &r, const QJsonObject &in)
+Stats statsFile(TypedReader &r, Object in)
 {
     return {
-        .totals = r.object(in, Key("totals"), statsTotals),
-        .providers = r.map<ProviderStats>(in, Key("providers"), providerStats),
-        .days = r.array(in, Key("days"), periodRow),
-        .weeks = r.array(in, Key("weeks"), periodRow),
-        .months = r.array(in, Key("months"), periodRow),
-        .sessions = r.array(in, Key("sessions"), sessionRow),
-        .devices = r.array(in, Key("devices"), deviceRow),
+        .totals = r.object(in, "totals", statsTotals),
+        .providers = r.map<ProviderStats>(in, "providers", providerStats),
+        .days = r.array(in, "days", periodRow),
+        .weeks = r.array(in, "weeks", periodRow),
+        .months = r.array(in, "months", periodRow),
+        .sessions = r.array(in, "sessions", sessionRow),
+        .devices = r.array(in, "devices", deviceRow),
     };
-}
-
-QString place(const QJsonParseError &error)
-{
-    return error.errorString() % u" at byte " % QString::number(error.offset);
 }
 
 } // namespace
 
 std::variant<Stats, StatsDecodeError> decodeStats(const QByteArray &bytes)
 {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError) {
-        return StatsDecodeError {place(error)};
-    }
-    if (!document.isObject()) {
-        return StatsDecodeError {QStringLiteral("expected an object, found an array")};
+    const JsonDocument document(bytes);
+    if (!document.root()) {
+        return StatsDecodeError {document.problem()};
     }
     TypedReader reader;
-    Stats stats = statsFile(reader, document.object());
+    Stats stats = reader.record(*document.root(), statsFile);
     if (reader.failed()) {
         return StatsDecodeError {reader.problem()};
     }

@@ -2,98 +2,126 @@
 
 namespace {
 
-QLatin1String typeName(QJsonValue::Type type)
+using Type = TypedReader::Type;
+
+QLatin1String typeName(Type type)
 {
     switch (type) {
-    case QJsonValue::Null:
+    case Type::NULL_VALUE:
         return QLatin1String("null");
-    case QJsonValue::Bool:
+    case Type::BOOL:
         return QLatin1String("a boolean");
-    case QJsonValue::Double:
-        return QLatin1String("a number");
-    case QJsonValue::String:
+    case Type::STRING:
         return QLatin1String("a string");
-    case QJsonValue::Array:
+    case Type::ARRAY:
         return QLatin1String("an array");
-    case QJsonValue::Object:
+    case Type::OBJECT:
         return QLatin1String("an object");
-    case QJsonValue::Undefined:
+    case Type::INT64:
+    case Type::UINT64:
+    case Type::DOUBLE:
         break;
     }
-    return QLatin1String("nothing");
+    return QLatin1String("a number");
+}
+
+bool isOf(TypedReader::Value value, Type type)
+{
+    return type == Type::DOUBLE ? value.is_number() : value.type() == type;
+}
+
+/// The last member with this key.
+std::optional<TypedReader::Value> find(TypedReader::Object in, TypedReader::Key key)
+{
+    std::optional<TypedReader::Value> found;
+    for (const auto &[name, value] : in) {
+        if (name == key) {
+            found = value;
+        }
+    }
+    return found;
+}
+
+QString qString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string_view textOf(TypedReader::Value value)
+{
+    return value.get_string().value_unsafe();
 }
 
 } // namespace
 
-TypedReader::Step::Step(TypedReader &reader, QLatin1String key)
-    : m_reader(reader)
+std::optional<double> TypedReader::number(Object in, Key key)
 {
-    reader.m_path.append({key, {}, -1});
+    const std::optional<Value> value = member(in, key, Type::DOUBLE);
+    return value ? std::optional(value->get_double().value_unsafe()) : std::nullopt;
 }
 
-TypedReader::Step::Step(TypedReader &reader, QStringView name)
-    : m_reader(reader)
+std::optional<QString> TypedReader::text(Object in, Key key)
 {
-    reader.m_path.append({{}, name, -1});
+    const std::optional<Value> value = member(in, key, Type::STRING);
+    return value ? std::optional(qString(textOf(*value))) : std::nullopt;
 }
 
-TypedReader::Step::Step(TypedReader &reader, qsizetype index)
-    : m_reader(reader)
+std::optional<QString> TypedReader::sharedText(Object in, Key key)
 {
-    reader.m_path.append({{}, {}, index});
+    const std::optional<Value> value = member(in, key, Type::STRING);
+    return value ? std::optional(shared(textOf(*value))) : std::nullopt;
 }
 
-std::optional<double> TypedReader::number(const QJsonObject &in, QLatin1String key)
+std::optional<bool> TypedReader::flag(Object in, Key key)
 {
-    const QJsonValue value = member(in, key, QJsonValue::Double);
-    return value.isUndefined() ? std::nullopt : std::optional(value.toDouble());
+    const std::optional<Value> value = member(in, key, Type::BOOL);
+    return value ? std::optional(value->get_bool().value_unsafe()) : std::nullopt;
 }
 
-std::optional<QString> TypedReader::text(const QJsonObject &in, QLatin1String key)
+QString TypedReader::requiredText(Object in, Key key)
 {
-    const QJsonValue value = member(in, key, QJsonValue::String);
-    return value.isUndefined() ? std::nullopt : std::optional(value.toString());
+    const Step step(*this, {key, -1});
+    const std::optional<Value> value = find(in, key);
+    if (!value) {
+        fail(Type::STRING, QLatin1String("nothing"));
+        return {};
+    }
+    return expect(*value, Type::STRING) ? qString(textOf(*value)) : QString();
 }
 
-std::optional<bool> TypedReader::flag(const QJsonObject &in, QLatin1String key)
+bool TypedReader::expect(Value value, Type type)
 {
-    const QJsonValue value = member(in, key, QJsonValue::Bool);
-    return value.isUndefined() ? std::nullopt : std::optional(value.toBool());
-}
-
-QString TypedReader::requiredText(const QJsonObject &in, QLatin1String key)
-{
-    const Step step(*this, key);
-    const QJsonValue value = in.value(key);
-    return expect(value, QJsonValue::String) ? value.toString() : QString();
-}
-
-bool TypedReader::expect(const QJsonValue &value, QJsonValue::Type type)
-{
-    if (value.type() != type) {
-        fail(typeName(type), typeName(value.type()));
+    if (!isOf(value, type)) {
+        fail(type, typeName(value.type()));
     }
     return !failed();
 }
 
-QJsonValue TypedReader::member(const QJsonObject &in, QLatin1String key, QJsonValue::Type type)
+std::optional<TypedReader::Value> TypedReader::member(Object in, Key key, Type type)
 {
-    QJsonValue value = in.value(key);
-    if (failed() || value.isUndefined() || value.isNull()) {
-        return QJsonValue::Undefined;
+    const std::optional<Value> value = failed() ? std::nullopt : find(in, key);
+    if (!value || value->is_null()) {
+        return std::nullopt;
     }
-    if (value.type() != type) {
-        const Step step(*this, key);
-        fail(typeName(type), typeName(value.type()));
-        return QJsonValue::Undefined;
+    if (!isOf(*value, type)) {
+        const Step step(*this, {key, -1});
+        fail(type, typeName(value->type()));
+        return std::nullopt;
     }
     return value;
 }
 
-void TypedReader::fail(QLatin1String expected, QLatin1String found)
+const QString &TypedReader::shared(std::string_view text)
+{
+    const auto bytes = QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size()));
+    const auto known = m_shared.constFind(bytes);
+    return known != m_shared.cend() ? *known : *m_shared.insert(bytes, qString(text));
+}
+
+void TypedReader::fail(Type expected, QLatin1String found)
 {
     if (!failed()) {
-        m_problem = path() % u"expected " % expected % u", found " % found;
+        m_problem = path() % u"expected " % typeName(expected) % u", found " % found;
     }
 }
 
@@ -108,8 +136,7 @@ QString TypedReader::path() const
         if (!text.isEmpty()) {
             text += u'.';
         }
-        text += place.key;
-        text += place.name;
+        text += qString(place.key);
     }
     return text.isEmpty() ? text : QString(text % u": ");
 }

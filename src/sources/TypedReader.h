@@ -1,100 +1,117 @@
 #pragma once
 
-#include <optional>
-#include <QJsonArray>
-#include <QJsonObject>
+#include "sources/JsonDocument.h"
+#include <QHash>
+#include <QList>
+#include <QMap>
 #include <QVarLengthArray>
+#include <string_view>
 #include <type_traits>
 
 /// Reads typed values out of a JSON document and remembers where it is.
 ///
-/// An absent or null member is no value. The first member of a wrong type ends the reading: from
-/// then on every call gives nothing, and `problem` names the place, as in "sessions[3].cost:
-/// expected a number, found a string".
+/// An absent or null member is no value; of members with one key the last counts. The first member
+/// of a wrong type ends the reading: from then on every call gives nothing, and `problem` names the
+/// place, as in "sessions[3].cost: expected a number, found a string".
 class TypedReader final {
 public:
+    using Object = simdjson::dom::object;
+    using Value = simdjson::dom::element;
+    using Type = simdjson::dom::element_type;
+    using Key = std::string_view;
+
     [[nodiscard]] bool failed() const { return !m_problem.isEmpty(); }
     [[nodiscard]] const QString &problem() const { return m_problem; }
 
-    [[nodiscard]] std::optional<double> number(const QJsonObject &in, QLatin1String key);
-    [[nodiscard]] std::optional<QString> text(const QJsonObject &in, QLatin1String key);
-    [[nodiscard]] std::optional<bool> flag(const QJsonObject &in, QLatin1String key);
+    [[nodiscard]] std::optional<double> number(Object in, Key key);
+    [[nodiscard]] std::optional<QString> text(Object in, Key key);
+    /// A text that many records have in common; it is in memory once.
+    [[nodiscard]] std::optional<QString> sharedText(Object in, Key key);
+    [[nodiscard]] std::optional<bool> flag(Object in, Key key);
     /// A text that must be there.
-    [[nodiscard]] QString requiredText(const QJsonObject &in, QLatin1String key);
+    [[nodiscard]] QString requiredText(Object in, Key key);
+
+    /// A value that has to be an object, turned into a record by `read`.
+    template <typename Read> [[nodiscard]] auto record(Value value, Read read)
+    {
+        return expect(value, Type::OBJECT) ? read(*this, Object(value))
+                                           : std::invoke_result_t<Read, TypedReader &, Object>();
+    }
 
     /// A member object, turned into a record by `read`.
     template <typename Read>
-    [[nodiscard]] auto object(const QJsonObject &in, QLatin1String key, Read read)
-        -> std::optional<std::invoke_result_t<Read, TypedReader &, const QJsonObject &>>
+    [[nodiscard]] auto object(Object in, Key key, Read read)
+        -> std::optional<std::invoke_result_t<Read, TypedReader &, Object>>
     {
-        const QJsonValue value = member(in, key, QJsonValue::Object);
-        if (value.isUndefined()) {
+        const std::optional<Value> value = member(in, key, Type::OBJECT);
+        if (!value) {
             return std::nullopt;
         }
-        const Step step(*this, key);
-        return read(*this, value.toObject());
+        const Step step(*this, {key, -1});
+        return read(*this, Object(*value));
     }
 
     /// A member array of objects, each turned into a record by `read`.
     template <typename Read>
-    [[nodiscard]] auto array(const QJsonObject &in, QLatin1String key, Read read)
-        -> std::optional<QList<std::invoke_result_t<Read, TypedReader &, const QJsonObject &>>>
+    [[nodiscard]] auto array(Object in, Key key, Read read)
+        -> std::optional<QList<std::invoke_result_t<Read, TypedReader &, Object>>>
     {
-        const QJsonValue value = member(in, key, QJsonValue::Array);
-        if (value.isUndefined()) {
+        const std::optional<Value> value = member(in, key, Type::ARRAY);
+        if (!value) {
             return std::nullopt;
         }
-        const Step step(*this, key);
-        const QJsonArray elements = value.toArray();
-        QList<std::invoke_result_t<Read, TypedReader &, const QJsonObject &>> list;
-        list.reserve(elements.size());
-        for (qsizetype i = 0; i < elements.size() && !failed(); ++i) {
-            const Step element(*this, i);
-            const QJsonValue item = elements.at(i);
-            if (expect(item, QJsonValue::Object)) {
-                list.append(read(*this, item.toObject()));
+        const Step step(*this, {key, -1});
+        const simdjson::dom::array elements(*value);
+        QList<std::invoke_result_t<Read, TypedReader &, Object>> list;
+        list.reserve(static_cast<qsizetype>(elements.size()));
+        for (const Value item : elements) {
+            const Step element(*this, {{}, list.size()});
+            if (failed() || !expect(item, Type::OBJECT)) {
+                break;
             }
+            list.append(read(*this, Object(item)));
         }
         return list;
     }
 
     /// A member object whose every member is turned into a value by `read(reader, value)`.
-    template <typename Value, typename Read>
-    [[nodiscard]] std::optional<QMap<QString, Value>> map(
-        const QJsonObject &in, QLatin1String key, Read read)
+    template <typename Entry, typename Read>
+    [[nodiscard]] std::optional<QMap<QString, Entry>> map(Object in, Key key, Read read)
     {
-        const QJsonValue value = member(in, key, QJsonValue::Object);
-        if (value.isUndefined()) {
+        const std::optional<Value> value = member(in, key, Type::OBJECT);
+        if (!value) {
             return std::nullopt;
         }
-        const Step step(*this, key);
-        const QJsonObject members = value.toObject();
-        QMap<QString, Value> entries;
-        for (auto it = members.begin(); it != members.end() && !failed(); ++it) {
-            const QString name = it.key();
-            const Step entry(*this, name);
-            entries.insert(entries.end(), name, read(*this, QJsonValue(it.value())));
+        const Step step(*this, {key, -1});
+        QMap<QString, Entry> entries;
+        for (const auto &[name, item] : Object(*value)) {
+            if (failed()) {
+                break;
+            }
+            const Step entry(*this, {name, -1});
+            entries.insert(shared(name), read(*this, item));
         }
         return entries;
     }
 
     /// Whether a value has the type; when not, the reading has failed here.
-    bool expect(const QJsonValue &value, QJsonValue::Type type);
+    bool expect(Value value, Type type);
 
 private:
     /// One step into the document: a member's name or an element's position.
     struct Place {
-        QLatin1String key;
-        QStringView name;
+        Key key;
         qsizetype index = -1;
     };
 
     /// Keeps `m_path` right while a scope reads below a member or element.
     class Step final {
     public:
-        Step(TypedReader &reader, QLatin1String key);
-        Step(TypedReader &reader, QStringView name);
-        Step(TypedReader &reader, qsizetype index);
+        Step(TypedReader &reader, const Place &place)
+            : m_reader(reader)
+        {
+            m_reader.m_path.append(place);
+        }
         ~Step() { m_reader.m_path.removeLast(); }
         Q_DISABLE_COPY_MOVE(Step)
 
@@ -102,11 +119,12 @@ private:
         TypedReader &m_reader;
     };
 
-    [[nodiscard]] QJsonValue member(
-        const QJsonObject &in, QLatin1String key, QJsonValue::Type type);
-    void fail(QLatin1String expected, QLatin1String found);
+    [[nodiscard]] std::optional<Value> member(Object in, Key key, Type type);
+    [[nodiscard]] const QString &shared(std::string_view text);
+    void fail(Type expected, QLatin1String found);
     [[nodiscard]] QString path() const;
 
     QVarLengthArray<Place, 8> m_path;
+    QHash<QByteArray, QString> m_shared; ///< by their bytes, which are the document's
     QString m_problem;
 };

@@ -59,6 +59,16 @@ TEST(StatsLoad, takesWhateverIsMissingAsNotTold)
     EXPECT_EQ(loaded(R"({"days":[]})").stats.days, QList<PeriodRow>());
 }
 
+TEST(StatsLoad, takesWhatIsJsonInUnusualForms)
+{
+    const Stats stats = loaded(R"({"devices":[{"id":"c:\\\ud83dx 1234567890123456789012"}],
+        "months":[{"cost":123456789012345678901}]})")
+                            .stats;
+    EXPECT_EQ(stats.devices->constFirst().id, u"c:\\\uFFFDx 1234567890123456789012"_qs);
+    EXPECT_EQ(stats.months, (QList<PeriodRow> {{.cost = 123456789012345678901.0}}));
+    EXPECT_EQ(loaded(R"({"days":[],"days":null})"), ParsedStats());
+}
+
 TEST(StatsLoad, keepsEveryField)
 {
     const Stats stats = loaded(R"({
