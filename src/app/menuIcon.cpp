@@ -4,6 +4,7 @@
 #include <array>
 #include <QFile>
 #include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QSvgRenderer>
@@ -37,9 +38,6 @@ constexpr std::array drawings {
     Drawing {QLatin1String("checkmark"), QLatin1String("check")},
 };
 
-/// Sizes of menu icons, also on screens of two or three pixels a point.
-constexpr std::array sizes {16, 24, 32, 48};
-
 QByteArray svg(QLatin1String symbol)
 {
     const auto *found = std::ranges::find(drawings, symbol, &Drawing::symbol);
@@ -50,32 +48,54 @@ QByteArray svg(QLatin1String symbol)
     return open ? file.readAll() : QByteArray();
 }
 
-QPixmap drawn(QSvgRenderer &renderer, int size)
+QColor colorOf(QIcon::Mode mode)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(0, 0, size, size));
-    return pixmap;
+    const QPalette palette = QGuiApplication::palette();
+    switch (mode) {
+    case QIcon::Disabled:
+        return palette.color(QPalette::Disabled, QPalette::Text);
+    case QIcon::Active:
+    case QIcon::Selected:
+        return palette.color(QPalette::Active, QPalette::HighlightedText);
+    case QIcon::Normal:
+        break;
+    }
+    return palette.color(QPalette::Active, QPalette::Text);
 }
 
-void add(QIcon &icon, QByteArray drawing, QIcon::Mode mode, const QColor &color)
-{
-    QSvgRenderer renderer(drawing.replace("currentColor", color.name().toLatin1()));
-    for (const int size : sizes) {
-        icon.addPixmap(drawn(renderer, size), mode);
+/// Draws when it is asked to: most runs of the program never open the menu.
+class Engine final : public QIconEngine {
+public:
+    explicit Engine(QLatin1String symbol)
+        : m_symbol(symbol)
+    {
     }
-}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        QSvgRenderer renderer(
+            svg(m_symbol).replace("currentColor", colorOf(mode).name().toLatin1()));
+        renderer.render(painter, rect);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
+    [[nodiscard]] QIconEngine *clone() const override { return new Engine(*this); }
+
+private:
+    QLatin1String m_symbol;
+};
 
 } // namespace
 
 QIcon menuIcon(QLatin1String symbol)
 {
-    const QByteArray drawing = svg(symbol);
-    const QPalette palette = QGuiApplication::palette();
-    QIcon made;
-    add(made, drawing, QIcon::Normal, palette.color(QPalette::Active, QPalette::Text));
-    add(made, drawing, QIcon::Active, palette.color(QPalette::Active, QPalette::HighlightedText));
-    add(made, drawing, QIcon::Disabled, palette.color(QPalette::Disabled, QPalette::Text));
-    return made;
+    return QIcon(new Engine(symbol));
 }
