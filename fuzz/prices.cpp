@@ -10,18 +10,22 @@ using namespace indexer;
 
 namespace {
 
-/// What any price and any counts give is no less than nothing, and no less for more tokens.
+/// Tokens of any kind cost no less than nothing, at any speed.
 void lookAt(const PriceTable &table, const std::string &model)
 {
     constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
+    constexpr Usage usages[] = {{.input = most}, {.output = most}, {.cacheRead = most},
+        {.cacheCreation = most}, {.oneHour = most}, {most, most, most, most, most, most}};
     for (const auto speed : {Speed::Standard, Speed::Fast}) {
         for (const auto tier : {ServiceTier::Standard, ServiceTier::Batch}) {
             PricedRequest request {.model = model, .usage = {}, .speed = speed, .tier = tier};
             const auto nothing = table.price(request);
             require(!nothing || nothing->cost == Money());
-            request.usage = {most, most, most, most, most, 0};
-            const auto much = table.price(request);
-            require(!much || (nothing && much->cost.picodollars() >= 0));
+            for (const Usage &usage : usages) {
+                request.usage = usage;
+                const auto much = table.price(request);
+                require(!much || (nothing && much->cost.picodollars() >= 0));
+            }
         }
     }
 }

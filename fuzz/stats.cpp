@@ -15,6 +15,7 @@ namespace {
 constexpr qint64 fewestMonths = 6;
 constexpr qint64 mostBars = 14;
 constexpr qsizetype mostInLegend = 4;
+constexpr qint64 farBack = qint64 {1} << 40U; // bars
 
 bool isSane(const std::optional<TokenSet> &tokens)
 {
@@ -37,9 +38,10 @@ public:
     void show(const ParsedStats &parsed)
     {
         m_model.loadStats(parsed);
+        lookAtChart();
         for (int tab = 0; tab < m_dashboard.tabNames().size(); ++tab) {
             m_dashboard.selectTab(tab);
-            for (const qint64 steps : {qint64 {0}, qint64 {1}, qint64 {1} << 40U, qint64 {-1}}) {
+            for (const qint64 steps : {qint64 {0}, qint64 {1}, farBack, qint64 {-1}}) {
                 m_model.move(steps);
                 lookAtChart();
             }
@@ -55,6 +57,9 @@ public:
             }));
             lookAtSessions(parsed.sessions, rawValue(provider));
         }
+        // What comes next finds a page that may be out of its range.
+        m_model.selectTab(HistoryTab::Days);
+        m_model.move(farBack);
     }
 
 private:
