@@ -88,6 +88,9 @@ void ProcessRun::begin(const Options &options)
 
 void ProcessRun::finish(const std::optional<ProcessResult> &result)
 {
+    if (m_promise.future().isFinished()) {
+        return; // Qt tells twice of a stream that could not be opened
+    }
     m_promise.addResult(result);
     m_promise.finish();
     deleteLater();

@@ -54,7 +54,8 @@ void Indexer::startIndexer()
     connect(
         m_indexer.get(), &QProcess::errorOccurred, this,
         [this](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart) {
+            // Qt tells twice of a stream that could not be opened.
+            if (error == QProcess::FailedToStart && m_indexer) {
                 failedToStart();
             }
         },
