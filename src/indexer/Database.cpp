@@ -113,8 +113,10 @@ void Database::setDamaged()
 
 void Database::goOn()
 {
-    m_problem.reset();
-    m_isDamaged = false;
+    if (m_isDamaged) {
+        m_problem.reset();
+        m_isDamaged = false;
+    }
 }
 
 std::int64_t Database::changes() const

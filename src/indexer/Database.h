@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool isDamaged() const { return m_isDamaged; }
     /// Has a database whose content makes no sense be treated as such.
     void setDamaged();
-    /// Forgets what went wrong, to look at what else can be read.
+    /// Forgets that it met damage, to look at what else can be read.
     void goOn();
 
     /// How many rows the last statement that changes any changed.

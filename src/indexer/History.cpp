@@ -43,19 +43,23 @@ void removeWhole(const fs::path &database)
     }
 }
 
-/// A name that nothing in the folder has yet. Nothing when there are many: what is damaged again
-/// and again is not to fill the disk.
-std::optional<fs::path> freeName(const fs::path &folder)
+/// What a damaged file is to be called: a name that nothing has yet, or, where a run was ended
+/// after it had got its name, that one. Nothing when there are many: what is damaged again and
+/// again is not to fill the disk.
+std::optional<fs::path> nameOfDamaged(const fs::path &file)
 {
     constexpr int most = 9;
     std::error_code error;
+    const bool isNamed = !fs::exists(file, error);
+    std::optional<fs::path> last;
     for (int number = 1; number <= most; ++number) {
-        fs::path name = folder / fmt::format("history-damaged-{}.sqlite", number);
+        fs::path name = file.parent_path() / fmt::format("history-damaged-{}.sqlite", number);
         if (!fs::exists(name, error)) {
-            return name;
+            return isNamed && last ? last : name;
         }
+        last = std::move(name);
     }
-    return std::nullopt;
+    return isNamed ? last : std::nullopt;
 }
 
 } // namespace
@@ -191,8 +195,11 @@ void History::build(bool isReadable)
     Database database(m_new);
     m_problem = bringSchemaUpToDate(database);
     Transaction transaction(database);
-    if (isReadable) {
-        salvage(m_file, database);
+    if (isReadable && !m_problem) {
+        m_problem = salvage(m_file, database);
+    }
+    if (m_problem) {
+        return;
     }
     FactTable(database).set(salvagedFact, 1);
     transaction.commit();
@@ -203,7 +210,7 @@ void History::build(bool isReadable)
 /// for that of another file.
 void History::setAside()
 {
-    const auto kept = freeName(m_file.parent_path());
+    const auto kept = nameOfDamaged(m_file);
     if (!kept) {
         m_problem = "it is damaged, as were all that are kept beside it; remove some of those";
         return;

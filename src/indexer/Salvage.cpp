@@ -66,7 +66,7 @@ std::optional<std::int64_t> Remains::visitFrom(std::int64_t from, const Take &ta
         last = rows.number(0);
         take(rows);
     }
-    return m_from.problem() ? placeBehind(last) : std::nullopt;
+    return m_from.isDamaged() ? placeBehind(last) : std::nullopt;
 }
 
 /// Ever longer steps, and back to the first key that can be read.
@@ -238,12 +238,14 @@ TextId Salvaging::numberOf(TextId before)
 
 } // namespace
 
-void salvage(const std::filesystem::path &damaged, Database &history)
+std::optional<std::string> salvage(const std::filesystem::path &damaged, Database &history)
 {
     Database from(damaged);
     // Has SQLite look into files that are shorter than they say.
     from.run("PRAGMA writable_schema = ON");
     Salvaging(from, history).run();
+    from.goOn();
+    return from.problem();
 }
 
 } // namespace indexer
