@@ -2,7 +2,8 @@
 // all good.
 
 import assert from 'node:assert/strict';
-import { cpSync, existsSync, readdirSync, readFileSync, rmSync, statSync, truncateSync, writeFileSync } from 'node:fs';
+import { closeSync, cpSync, existsSync, openSync, readdirSync, readFileSync } from 'node:fs';
+import { rmSync, statSync, truncateSync, writeFileSync, writeSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
@@ -13,9 +14,11 @@ const BUILD = process.env.KESTRELBAY_BUILD;
 const INDEXER = join(BUILD, 'bin/kestrelbay-indexer');
 const OPERATIONS = join(BUILD, 'tests/fault_operations');
 const TOLD = ['stats.json', 'codex-limits.json'];
-const FILES = [...TOLD, ...['', '-wal', '-shm'].map((end) => `history.sqlite${end}`)];
+const withJournal = (name) => [name, `${name}-wal`, `${name}-shm`];
+const FILES = [...TOLD, ...withJournal('history.sqlite')];
 /** What the next run may find, and clear away. */
 const JOURNAL = 'history.sqlite-journal';
+const PAGE = 4096; // bytes of the history
 const LINE = /^kestrelbay-indexer: [^\n]+\n$/;
 
 /** A home with transcripts, and data folders of it. */
@@ -54,18 +57,22 @@ class Home {
     if (before) cpSync(before, this.data, { recursive: true, preserveTimestamps: true });
   }
 
-  /** Cuts the largest transcripts of both assistants in half, at a line's end; gives a way back. */
-  shorten() {
-    const whole = ['.claude/projects', '.codex/sessions'].map((part) => {
+  /** The largest transcripts of both assistants. */
+  transcripts() {
+    return ['.claude/projects', '.codex/sessions'].map((part) => {
       const folder = join(this.home, part);
       const files = readdirSync(folder, { recursive: true })
         .map((name) => join(folder, String(name)))
         .filter((file) => file.endsWith('.jsonl'));
-      const path = files.reduce((one, other) =>
+      return files.reduce((one, other) =>
         statSync(one).size < statSync(other).size ? other : one,
       );
-      return { path, bytes: readFileSync(path) };
     });
+  }
+
+  /** Cuts the largest transcripts in half, at a line's end; gives a way back. */
+  shorten() {
+    const whole = this.transcripts().map((path) => ({ path, bytes: readFileSync(path) }));
     for (const { path, bytes } of whole) {
       truncateSync(path, bytes.lastIndexOf(10, bytes.length / 2) + 1);
     }
@@ -158,4 +165,31 @@ test('a report', (context) => {
   };
   const calls = ['open', 'read', 'write'];
   tryFaults(context, { operation: 'report', faults: onFiles, calls, below: home.data, play });
+});
+
+test('a run over a damaged history', (context) => {
+  const home = new Home(context);
+  const before = home.indexed('before');
+  home.transcripts().forEach((path) => rmSync(path)); // the history alone knows of these
+  const file = openSync(join(before, 'history.sqlite'), 'r+');
+  writeSync(file, Buffer.alloc(PAGE), 0, PAGE, PAGE);
+  closeSync(file);
+  const [damaged] = withJournal('history-damaged-1.sqlite');
+  const play = (faulty) => {
+    home.begin(before);
+    const { status, stdout, stderr } = home.index(faulty, home.data);
+    assert.equal(stdout, '');
+    assert.match(stderr, /^(kestrelbay-indexer: [^\n]+\n){1,2}$/);
+    const next = home.index({}, home.data);
+    assert.deepEqual([next.status, next.stdout], [0, '']);
+    assert.ok(`${stderr}${next.stderr}`.includes(damaged));
+    home.indexWell();
+    home.assertWhole(before, before, [...FILES, ...withJournal(damaged)]);
+    assert.ok(existsSync(join(home.data, damaged)));
+    for (const name of TOLD) assert.equal(textOf(home.data, name), textOf(before, name));
+    return status === 0 ? 'made anew' : 'failed, old kept';
+  };
+  const operation = 'damaged history';
+  const calls = ['open', 'read', 'write', 'sync', 'rename', 'remove'];
+  tryFaults(context, { operation, faults: onFiles, calls, below: home.data, play });
 });
