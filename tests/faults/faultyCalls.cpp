@@ -51,7 +51,7 @@ bool hasMode(int flags)
 } // namespace
 
 #define FOLLOWING(name)                                                                            \
-    static const auto next = following<decltype(&::name)>(#name) // NOLINT: by its own name
+    static const auto next = following<decltype(&::name)>(#name)
 
 #define MODE(flags)                                                                                \
     mode_t mode = 0;                                                                               \
