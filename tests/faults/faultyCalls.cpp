@@ -50,8 +50,7 @@ bool hasMode(int flags)
 
 } // namespace
 
-#define FOLLOWING(name)                                                                            \
-    static const auto next = following<decltype(&::name)>(#name)
+#define FOLLOWING(name) static const auto next = following<decltype(&::name)>(#name)
 
 #define MODE(flags)                                                                                \
     mode_t mode = 0;                                                                               \
@@ -119,6 +118,7 @@ ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t place)
                                                : call(fate, next, file, bytes, size, place);
 }
 
+// NOLINTNEXTLINE(readability-function-size): its parameters are the C library's
 ssize_t copy_file_range(
     int from, off64_t *fromPlace, int file, off64_t *place, size_t size, unsigned flags)
 {
