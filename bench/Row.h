@@ -25,3 +25,5 @@ struct Row {
 [[nodiscard]] QList<Row> indexerRows();
 [[nodiscard]] QList<Row> statsRows();
 [[nodiscard]] QList<Row> startRows();
+[[nodiscard]] QList<Row> idleRows();
+[[nodiscard]] QList<Row> tickRows();

@@ -93,13 +93,30 @@ Shown::Memory Shown::memory() const
     return {megabytes("Rss:"), megabytes("Pss:")};
 }
 
-qint64 Shown::wakeUps() const
+/// How often each thread has gone to sleep, which it does once for each time that it wakes up.
+QHash<QString, qint64> Shown::sleeps() const
 {
     const QDir threads(QStringLiteral("/proc/%1/task").arg(m_process.processId()));
-    qint64 count = 0;
+    QHash<QString, qint64> counts;
     for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        count += figure(
-            threads.filePath(thread % QStringLiteral("/status")), "voluntary_ctxt_switches:");
+        counts.insert(thread,
+            figure(
+                threads.filePath(thread % QStringLiteral("/status")), "voluntary_ctxt_switches:"));
+    }
+    return counts;
+}
+
+qint64 Shown::wakeUps(std::chrono::milliseconds length)
+{
+    const QHash<QString, qint64> before = sleeps();
+    rest(length);
+    const QHash<QString, qint64> after = sleeps();
+    qint64 count = 0;
+    for (auto thread = after.begin(); thread != after.end(); ++thread) {
+        count += thread.value() - before.value(thread.key());
+    }
+    for (auto thread = before.begin(); thread != before.end(); ++thread) {
+        count += after.contains(thread.key()) ? 0 : 1; // it woke up to end
     }
     return count;
 }

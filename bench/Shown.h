@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <QHash>
 #include <QProcess>
 #include <QStringList>
 
@@ -29,14 +30,15 @@ public:
     };
     [[nodiscard]] Memory memory() const;
 
-    /// How often its threads have gone to sleep, which each does once for each time that it wakes
-    /// up.
-    [[nodiscard]] qint64 wakeUps() const;
+    /// How often its threads wake up while it is let be for this long.
+    [[nodiscard]] qint64 wakeUps(std::chrono::milliseconds length);
 
     /// Lets it be for this long; it has to live on.
     void rest(std::chrono::milliseconds length);
 
 private:
+    [[nodiscard]] QHash<QString, qint64> sleeps() const;
+
     QProcess m_process;
     double m_start = 0; ///< milliseconds of the monotonic clock
 };

@@ -110,6 +110,11 @@ TenYears::Home::Home(Panel panel)
     write(Paths::state(), QByteArray::fromStdString(state.dump()));
 }
 
+void TenYears::Home::renew()
+{
+    write(Paths::stats(), statistics());
+}
+
 TenYears::Home::~Home()
 {
     for (const QString &path : {Paths::stats(), Paths::state(), Paths::log(), Paths::lock()}) {

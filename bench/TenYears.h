@@ -18,6 +18,8 @@ class Home final {
 public:
     explicit Home(Panel panel);
     ~Home();
+    /// Writes the statistics again, as after a run of the indexer.
+    void renew();
     Home(const Home &) = delete;
     Home &operator=(const Home &) = delete;
 };

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -62,6 +62,8 @@ constexpr std::array groups {
     Group {"glide", glideRows},
     Group {"stats", statsRows},
     Group {"start", startRows},
+    Group {"idle", idleRows},
+    Group {"tick", tickRows},
     Group {"indexer", indexerRows},
 };
 
@@ -93,12 +95,14 @@ bool isGroup(const QString &name)
 int main(int argc, char *argv[])
 {
     Stage::setUp();
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     const QStringList names = QCoreApplication::arguments().mid(2);
     if (argc < 2 || !std::ranges::all_of(names, isGroup)) {
-        std::fputs(
-            "usage: kestrelbay-bench FILE [scroll|change|hover|glide|stats|start|indexer]...\n",
-            stderr);
+        std::fputs("usage: kestrelbay-bench FILE [GROUP]...\ngroups:", stderr);
+        for (const Group &group : groups) {
+            std::fprintf(stderr, " %s", group.name);
+        }
+        std::fputs("\n", stderr);
         return 2;
     }
     Stage::setFont();
