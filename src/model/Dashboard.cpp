@@ -132,9 +132,10 @@ Provider Dashboard::provider(int index)
 void Dashboard::listSessions()
 {
     const QString raw = rawValue(m_model.provider());
+    const auto isShown = [&raw](const SessionItem &session) { return session.provider == raw; };
     QList<SessionItem> shown;
-    std::ranges::copy_if(m_model.sessions(), std::back_inserter(shown),
-        [&raw](const SessionItem &session) { return session.provider == raw; });
+    shown.reserve(std::ranges::count_if(m_model.sessions(), isShown));
+    std::ranges::copy_if(m_model.sessions(), std::back_inserter(shown), isShown);
     m_sessions.setSessions(shown);
 }
 

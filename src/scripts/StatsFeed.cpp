@@ -1,5 +1,6 @@
 #include "scripts/StatsFeed.h"
 
+#include "core/giveMemoryBack.h"
 #include "core/modified.h"
 #include "core/Paths.h"
 #include "core/whenDone.h"
@@ -69,6 +70,7 @@ void StatsFeed::show(const ParsedStats &parsed, TimePoint stamp)
     m_statsStamp = stamp;
     m_statsRequested.reset();
     m_model.loadStats(parsed);
+    m_workers.start(giveMemoryBack); // of what is no longer shown, and of decoding
 }
 
 #include "moc_StatsFeed.cpp"
