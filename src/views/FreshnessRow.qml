@@ -50,7 +50,7 @@ Item {
         }
         Tip {
             text: root.readings.tip
-            visible: hover.hovered && text
+            wanted: hover.hovered && root.readings.tip
         }
     }
 }

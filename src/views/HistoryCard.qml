@@ -57,11 +57,20 @@ Column {
             shown: root.dashboard.listsSessions
             width: parent.width
 
-            SessionList {
-                emptyText: root.dashboard.texts.noSessions
-                label: root.dashboard.texts.sessions
-                sessions: root.dashboard.sessions
+            // Many never ask for them.
+            Loader {
+                id: list
+
+                readonly property bool wanted: root.dashboard.listsSessions
+
                 width: parent.width
+
+                onWantedChanged: {
+                    if (list.wanted && list.status === Loader.Null)
+                        list.setSource("SessionList.qml", {
+                            dashboard: root.dashboard
+                        });
+                }
             }
         }
     }

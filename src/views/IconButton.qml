@@ -2,10 +2,9 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kestrelbay
-import QtQuick.Controls.Basic
 
 /// A button that is only an icon, with its name as tooltip.
-AbstractButton {
+Item {
     id: root
 
     required property string label
@@ -14,46 +13,58 @@ AbstractButton {
     /// The button is on or off, and `lit` tells which.
     property bool toggles: false
 
-    readonly property color tint: root.lit ? Colors.accent
-                                           : root.hovered ? Colors.strong : Colors.icon
+    readonly property color tint: root.lit ? Colors.accent : hover.hovered ? Colors.strong : Colors.icon
 
-    hoverEnabled: true
+    signal clicked
+
+    function press(event) {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+
+    activeFocusOnTab: true
     implicitHeight: 26
     implicitWidth: 26
-    text: root.label
 
     Accessible.checkable: root.toggles
     Accessible.checked: root.toggles && root.lit
+    Accessible.focusable: true
     Accessible.name: root.label
     Accessible.role: Accessible.Button
-    Keys.onReturnPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onEnterPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
+    Accessible.onPressAction: root.clicked()
+    Keys.onEnterPressed: event => root.press(event)
+    Keys.onReturnPressed: event => root.press(event)
+    Keys.onSpacePressed: event => root.press(event)
 
-    Tip {
-        text: root.label
-        visible: (root.hovered || root.visualFocus) && !root.pressed
-    }
-
-    background: FocusRing {
-        active: root.visualFocus
+    FocusRing {
+        active: root.activeFocus
+        anchors.fill: parent
         radius: 8
     }
-    contentItem: Item {
-        transform: PressStyle {
-            held: root.pressed
-            label: root.contentItem
-        }
+    TintedIcon {
+        id: icon
 
-        TintedIcon {
-            anchors.centerIn: parent
-            icon.color: root.tint
-            icon.source: root.iconSource
+        anchors.centerIn: parent
+        color: root.tint
+        source: root.iconSource
+
+        transform: PressStyle {
+            held: tap.pressed
+            label: icon
         }
+    }
+    HoverHandler {
+        id: hover
+    }
+    TapHandler {
+        id: tap
+
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+
+        onTapped: root.clicked()
+    }
+    Tip {
+        text: root.label
+        wanted: (hover.hovered || root.activeFocus) && !tap.pressed
     }
 }

@@ -50,6 +50,6 @@ Rectangle {
     }
     Tip {
         text: root.paceTip
-        visible: hover.hovered && root.row.hasPace
+        wanted: hover.hovered && root.row.hasPace
     }
 }

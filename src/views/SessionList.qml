@@ -1,16 +1,14 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Kestrelbay
-import QtQuick.Controls.Basic
 
 /// The recent sessions, as high as they need and no higher than their bound; what goes on below fades.
 Item {
     id: root
 
-    required property SessionListModel sessions
-    required property string label
-    required property string emptyText
+    required property Dashboard dashboard
 
     implicitHeight: Math.min(list.count > 0 ? list.contentHeight : empty.implicitHeight,
                              Metrics.sessionsMaxHeight)
@@ -27,15 +25,14 @@ Item {
         highlightMoveDuration: Motion.hover
         highlightMoveVelocity: -1
         keyNavigationEnabled: true
-        model: root.sessions
+        model: root.dashboard.sessions
         objectName: "sessions"
         reuseItems: true
 
-        Accessible.name: root.label
+        Accessible.name: root.dashboard.texts.sessions
         Accessible.role: Accessible.List
-        ScrollBar.vertical: ScrollBar {
-            policy: list.contentHeight > list.height ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff
-            width: 5
+        T.ScrollBar.vertical: ScrollHandle {
+            policy: list.contentHeight > list.height ? T.ScrollBar.AsNeeded : T.ScrollBar.AlwaysOff
         }
 
         delegate: SessionRow {
@@ -75,7 +72,7 @@ Item {
         bottomPadding: 12
         color: Colors.secondary
         horizontalAlignment: Text.AlignHCenter
-        text: root.emptyText
+        text: root.dashboard.texts.noSessions
         topPadding: 12
         visible: list.count === 0
         width: root.width

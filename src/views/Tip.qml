@@ -1,41 +1,19 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
-import Kestrelbay
 
-/// What a control is called, beside it after a moment.
-ToolTip {
+/// What a control is called, beside it after a moment. Most are never looked at, so each is made when
+/// it first is.
+Loader {
     id: root
 
-    delay: 600
-    padding: 6
+    required property string text
+    required property bool wanted
 
-    background: Rectangle {
-        border.color: Colors.track
-        border.width: 1
-        color: Qt.alpha(Qt.lighter(Colors.surface, 1.6), 1)
-        radius: 7
-    }
-    contentItem: Caption {
-        size: 11
-        text: root.text
-    }
-    enter: Transition {
-        NumberAnimation {
-            duration: Motion.tip
-            easing.type: Easing.OutCubic
-            from: 0
-            property: "opacity"
-            to: 1
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            duration: Motion.tip
-            easing.type: Easing.OutCubic
-            property: "opacity"
-            to: 0
-        }
+    onWantedChanged: {
+        if (root.wanted && root.status === Loader.Null)
+            root.setSource("TipBox.qml", {
+                host: root
+            });
     }
 }

@@ -9,7 +9,7 @@ TintedIcon {
 
     required property bool busy
 
-    icon.source: "../icons/refresh-cw.svg"
+    source: "../icons/refresh-cw.svg"
     opacity: root.busy ? 1 : 0
     visible: root.opacity > 0
 

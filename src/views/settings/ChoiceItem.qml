@@ -24,8 +24,8 @@ Pressable {
 
     TintedIcon {
         anchors.verticalCenter: parent.verticalCenter
-        icon.color: Colors.primary
-        icon.source: "../icons/check.svg"
+        color: Colors.primary
+        source: "../icons/check.svg"
         size: 12
         visible: root.taken
         x: 6

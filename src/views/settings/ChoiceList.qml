@@ -82,7 +82,7 @@ Pressable {
             Layout.fillWidth: true
         }
         TintedIcon {
-            icon.source: "../icons/chevron-down.svg"
+            source: "../icons/chevron-down.svg"
         }
     }
 }

@@ -33,8 +33,8 @@ Pressable {
 
             TintedIcon {
                 anchors.centerIn: parent
-                icon.color: Colors.primary
-                icon.source: "../icons/check.svg"
+                color: Colors.primary
+                source: "../icons/check.svg"
                 size: 11
                 visible: root.ticked
             }
