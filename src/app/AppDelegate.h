@@ -67,6 +67,7 @@ private:
     void connectShell();
     void refreshMenu();
     void menuOpens();
+    void holdMenu();
     void popUpMenu(const QPoint &place);
     void statusClicked(Qt::KeyboardModifiers modifiers);
     void toggleStatsFromMenu();

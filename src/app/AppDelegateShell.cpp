@@ -4,8 +4,16 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QDesktopServices>
+#include <QGuiApplication>
+#include <QWindow>
 
 using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::chrono::milliseconds grabPause = 200ms;
+
+} // namespace
 
 void AppDelegate::connectMenu()
 {
@@ -47,9 +55,25 @@ void AppDelegate::refreshMenu()
 /// What hangs from the status item makes room for the menu that opens there.
 void AppDelegate::menuOpens()
 {
+    m_sleeper(grabPause, [this] { holdMenu(); });
     if (!m_menuFromPanel && m_widget.mode() == ViewMode::Icon && m_widget.wantsVisible()) {
         m_widget.hideWidget();
         refreshMenu();
+    }
+}
+
+/// A menu that opens while another program has the pointer and the keyboard to itself would not be
+/// told of Escape, nor of presses elsewhere, and stay for good: it gets both as soon as they are
+/// free.
+void AppDelegate::holdMenu()
+{
+    QWindow *const window = m_menu.menu().windowHandle();
+    if (QGuiApplication::platformName() != QLatin1String("xcb") || !m_menu.menu().isVisible()
+        || !window) {
+        return;
+    }
+    if (!window->setKeyboardGrabEnabled(true) || !window->setMouseGrabEnabled(true)) {
+        m_sleeper(grabPause, [this] { holdMenu(); });
     }
 }
 

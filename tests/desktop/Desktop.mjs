@@ -95,6 +95,10 @@ export class Desktop {
 
   click(frame, button = 1) {
     this.point(frame);
+    this.clickHere(button);
+  }
+
+  clickHere(button = 1) {
     xdotool('click', String(button));
   }
 
