@@ -68,7 +68,8 @@ TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
     load(0);
     EXPECT_TRUE(shows("No sessions yet"));
     load(10'000);
-    EXPECT_EQ(sessions().height(), Metrics::sessionsMaxHeight);
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return sessions().height() == Metrics::sessionsMaxHeight; }));
     const auto *rows = sessions().property("contentItem").value<QQuickItem *>();
     ASSERT_TRUE(rows);
     EXPECT_GT(rows->childItems().size(), 7);
