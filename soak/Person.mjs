@@ -1,7 +1,6 @@
 // Somebody who uses the widget without a plan: clicks, keys and wheel in the panel and the settings,
 // the tray and its menu; and who puts everything away again.
 
-import { spawnSync } from 'node:child_process';
 import { existsSync, readFileSync } from 'node:fs';
 import { homedir } from 'node:os';
 import { join } from 'node:path';
@@ -14,18 +13,17 @@ const data = join(homedir(), '.kestrelbay');
 // Not the key that ends the program.
 const KEYS = ['Tab', 'Tab', 'Tab', 'shift+Tab', 'Left', 'Right', 'Up', 'Down', 'Home', 'End', 'Prior', 'Next',
   'space', 'Return', 'Escape', 'a', 'ctrl+Tab'];
-const CLASS = '^kestrelbay$'; // of windows
+const LEAST_SETTINGS = 420; // pixels, wider than any menu
 
 const file = join(data, 'state.json');
 const state = () => (existsSync(file) ? JSON.parse(readFileSync(file, 'utf8')) : {});
 
-/** What is to be seen. A menu has the name and class of the panel, but the window manager has no part in it. */
+/** What is to be seen of the widget; a menu has no name that windows are searched by. */
 function seen() {
-  const all = windows('--class', CLASS);
-  const isMenu = ({ id }) => spawnSync('xwininfo', ['-id', String(id)], { encoding: 'utf8' }).stdout.includes('Override Redirect State: yes');
-  const panels = windows('--name', '^Kestrelbay$').map(({ id }) => id);
-  const named = all.filter(({ id }) => panels.includes(id));
-  return { settings: all.find(({ id }) => !panels.includes(id)), menu: named.find(isMenu), panel: named.find((window) => !isMenu(window)) };
+  const [panel] = windows('--name', '^Kestrelbay$');
+  const others = windows('--class', '^kestrelbay$').filter(({ id }) => id !== panel?.id);
+  const isSettings = ({ width }) => width >= LEAST_SETTINGS;
+  return { panel, settings: others.find(isSettings), menu: others.find((window) => !isSettings(window)) };
 }
 
 export class Person {
