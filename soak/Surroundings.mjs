@@ -22,6 +22,15 @@ function replace(path, content) {
   renameSync(`${path}.new`, path);
 }
 
+/** A line of a transcript as the only element, none of one that is torn. */
+function parsed(line) {
+  try {
+    return [JSON.parse(line)];
+  } catch {
+    return [];
+  }
+}
+
 export class Surroundings {
   /** How often each host was asked. */
   asked = { account: 0, site: 0 };
@@ -79,9 +88,9 @@ export class Surroundings {
   /** A transcript gets more lines like its own. */
   #work() {
     const path = this.#random.pick(this.#transcripts);
-    const said = readFileSync(path, 'utf8').split('\n').filter((line) => line.includes('"requestId"'));
+    const said = readFileSync(path, 'utf8').split('\n').filter((line) => line.includes('"requestId"')).flatMap(parsed);
     if (said.length === 0) return;
-    const answer = JSON.parse(this.#random.pick(said));
+    const answer = this.#random.pick(said);
     answer.uuid = this.#random.uuid();
     answer.requestId = `req_${this.#random.letters(22)}`;
     answer.message.id = `msg_${this.#random.letters(22)}`;
