@@ -5,6 +5,9 @@
 
 namespace {
 
+constexpr auto mark = "\xEF\xBB\xBF"; // of the byte order
+constexpr qsizetype markSize = 3;
+
 /// What Qt has written, so that simdjson takes it: instead of half a surrogate pair the replacement
 /// character, and integers of so many digits that they may be beyond 64 bits with a fraction.
 QByteArray acceptable(const QByteArray &written)
@@ -34,8 +37,9 @@ QByteArray acceptable(const QByteArray &written)
 
 } // namespace
 
-JsonDocument::JsonDocument(const QByteArray &bytes)
+JsonDocument::JsonDocument(const QByteArray &written)
 {
+    const QByteArray bytes = written.startsWith(mark) ? written.sliced(markSize) : written;
     if (parse(bytes)) {
         return;
     }

@@ -7,10 +7,11 @@
 
 /// A whole JSON text, checked and ready to be read.
 ///
-/// It is taken wherever Qt takes it. Its parts live as long as this does.
+/// It is taken wherever Qt takes it, with or without a byte-order mark. Its parts live as long as
+/// this does.
 class JsonDocument final {
 public:
-    explicit JsonDocument(const QByteArray &bytes);
+    explicit JsonDocument(const QByteArray &written);
 
     /// Its outermost value; nothing when this is no JSON.
     [[nodiscard]] const std::optional<simdjson::dom::element> &root() const { return m_root; }

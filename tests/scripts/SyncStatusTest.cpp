@@ -15,6 +15,8 @@ TEST(SyncStatus, isReadFieldByField)
         "error": "offline", "more": []})";
     EXPECT_EQ(SyncStatus::parse(text), full);
     EXPECT_EQ(SyncStatus::parse("\xEF\xBB\xBF" + text), full);
+    const QByteArray otherKey = "{\"\xEF\xBB\xBFname\": \"b\"}";
+    EXPECT_EQ(SyncStatus::parse("\xEF\xBB\xBF" + otherKey), SyncStatus::parse(otherKey));
     EXPECT_EQ(SyncStatus::parse("{}"), SyncStatus());
     const QByteArray links = QByteArray(R"({"id": "A"},)").repeated(999) + R"({"id": "A"})";
     const auto many = SyncStatus::parse("{\"links\": [" + links + "]}");
