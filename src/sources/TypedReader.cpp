@@ -1,5 +1,7 @@
 #include "sources/TypedReader.h"
 
+#include <QStringDecoder>
+
 namespace {
 
 using Type = TypedReader::Type;
@@ -44,7 +46,13 @@ std::optional<TypedReader::Value> find(TypedReader::Object in, TypedReader::Key 
 
 QString qString(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        // Of itself Qt takes that for a byte-order mark, even within a document.
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+        return decoder(bytes);
+    }
+    return QString::fromUtf8(bytes);
 }
 
 std::string_view textOf(TypedReader::Value value)

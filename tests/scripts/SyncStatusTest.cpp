@@ -15,6 +15,7 @@ TEST(SyncStatus, isReadFieldByField)
         "error": "offline", "more": []})";
     EXPECT_EQ(SyncStatus::parse(text), full);
     EXPECT_EQ(SyncStatus::parse("\xEF\xBB\xBF" + text), full);
+    EXPECT_EQ(SyncStatus::parse("{\"id\": \"\xEF\xBB\xBFz\"}")->id, u"\uFEFFz"_qs);
     const QByteArray otherKey = "{\"\xEF\xBB\xBFname\": \"b\"}";
     EXPECT_EQ(SyncStatus::parse("\xEF\xBB\xBF" + otherKey), SyncStatus::parse(otherKey));
     EXPECT_EQ(SyncStatus::parse("{}"), SyncStatus());
