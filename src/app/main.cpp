@@ -2,6 +2,7 @@
 #include "core/Clock.h"
 #include "core/dataFolder.h"
 #include "core/Paths.h"
+#include "core/useOneHeap.h"
 #include "platform/ExitSignals.h"
 #include "platform/keepPrivate.h"
 #include "platform/SingleInstance.h"
@@ -93,6 +94,7 @@ int run(QApplication &application)
 
 int main(int argc, char *argv[])
 {
+    useOneHeap();
     keepPrivate();
     makeDataFolder();
     const SingleInstance instance(Paths::lock());
