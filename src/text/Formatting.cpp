@@ -5,7 +5,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <unicode/ustring.h>
 
 namespace {
 
@@ -84,21 +83,6 @@ QString withoutAbbreviationDots(const QString &text)
         }
     }
     return kept;
-}
-
-QString lowered(const QString &text, const QString &culture)
-{
-    // No language makes a text more than three times as long.
-    QString lower(text.size() * 3, Qt::Uninitialized);
-    UErrorCode status = U_ZERO_ERROR;
-    const int length = u_strToLower(reinterpret_cast<char16_t *>(lower.data()),
-        static_cast<int>(lower.size()), QStringView(text).utf16(), static_cast<int>(text.size()),
-        culture.toLatin1().constData(), &status);
-    if (U_FAILURE(status)) {
-        return text;
-    }
-    lower.truncate(length);
-    return lower;
 }
 
 } // namespace
@@ -180,5 +164,5 @@ QString Strings::date(TimePoint moment, const QString &key, MonthForm month) con
         formatter = m_formatters.emplace(pattern, DateFormatter(m_culture, pattern)).first;
     }
     const QString written = withoutAbbreviationDots(formatter->second(moment));
-    return isAmong(lowercased, m_code) ? lowered(written, m_culture) : written;
+    return isAmong(lowercased, m_code) ? QLocale(m_culture).toLower(written) : written;
 }
