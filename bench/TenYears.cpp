@@ -37,14 +37,14 @@ Json totalsJson(const StatsTotals &totals)
         {"lastMonth", spanJson(totals.lastMonth.value())}};
 }
 
-Json periodsJson(
-    const QList<PeriodRow> &rows, const char *key, std::optional<QString> PeriodRow::*name)
+Json periodsJson(const PeriodRows &rows, const char *key, std::optional<QString> PeriodRow::*name)
 {
     Json list = Json::array();
-    for (const PeriodRow &row : rows) {
+    for (qsizetype place = 0; place < rows.size(); ++place) {
+        const PeriodRow row = rows.at(place);
         Json models = Json::object();
-        for (auto model = row.models->begin(); model != row.models->end(); ++model) {
-            models[model.key().toStdString()] = model.value();
+        for (const auto &[model, cost] : row.models.value()) {
+            models[model.toStdString()] = cost;
         }
         Json period {{key, (row.*name)->toStdString()}, {"cost", row.cost.value()},
             {"tokens", tokensJson(row.tokens.value())}};

@@ -131,12 +131,7 @@ Provider Dashboard::provider(int index)
 
 void Dashboard::listSessions()
 {
-    const QString raw = rawValue(m_model.provider());
-    const auto isShown = [&raw](const SessionItem &session) { return session.provider == raw; };
-    QList<SessionItem> shown;
-    shown.reserve(std::ranges::count_if(m_model.sessions(), isShown));
-    std::ranges::copy_if(m_model.sessions(), std::back_inserter(shown), isShown);
-    m_sessions.setSessions(shown);
+    m_sessions.setSessions(m_model.sessions(), rawValue(m_model.provider()));
 }
 
 void Dashboard::writeSessions()

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "core/TimePoint.h"
-#include "sources/Stats.h"
+#include "sources/PeriodRows.h"
 
 /// A row of the history with the moment its period begins.
 struct RawPoint {
     TimePoint date;
-    PeriodRow row;
+    const PeriodRows *rows; ///< of the statistics, which are there as long
+    qsizetype place;
 
-    bool operator==(const RawPoint &) const = default;
+    [[nodiscard]] PeriodRow row() const { return rows->at(place); }
 };

@@ -23,6 +23,29 @@ QString isolated(const QString &name)
 
 } // namespace
 
+SessionListModel::Shown SessionListModel::shownOf(
+    const QList<SessionItem> &sessions, const QString &provider)
+{
+    Shown shown {sessions, {}};
+    for (qsizetype place = 0; place < sessions.size(); ++place) {
+        if (sessions.at(place).provider == provider) {
+            shown.places.append(static_cast<int>(place));
+        }
+    }
+    return shown;
+}
+
+/// How many sessions have come at the top, where new ones do: the rows below keep theirs.
+qsizetype SessionListModel::newestCount(const Shown &before, const Shown &after)
+{
+    for (qsizetype row = 0; before.size() > 0 && row < after.size(); ++row) {
+        if (sameRow(after.at(row), before.at(0))) {
+            return row;
+        }
+    }
+    return 0;
+}
+
 SessionListModel::SessionListModel(QObject *parent)
     : QAbstractListModel(parent)
 {
@@ -30,7 +53,7 @@ SessionListModel::SessionListModel(QObject *parent)
 
 int SessionListModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_sessions.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_shown.size());
 }
 
 QVariant SessionListModel::data(const QModelIndex &index, int role) const
@@ -38,7 +61,7 @@ QVariant SessionListModel::data(const QModelIndex &index, int role) const
     if (!m_strings || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
-    const SessionItem &session = m_sessions.at(index.row());
+    const SessionItem &session = m_shown.at(index.row());
     switch (role) {
     case Title:
         return session.title.isEmpty() ? QStringLiteral("—") : session.title;
@@ -61,50 +84,47 @@ QHash<int, QByteArray> SessionListModel::roleNames() const
         {Spoken, "spoken"}};
 }
 
-void SessionListModel::setSessions(const QList<SessionItem> &sessions)
+void SessionListModel::setSessions(const QList<SessionItem> &sessions, const QString &provider)
 {
-    insertNewest(sessions);
-    const auto common = static_cast<int>(std::min(m_sessions.size(), sessions.size()));
-    for (int row = 0; row < common; ++row) {
-        const bool same = sameRow(m_sessions.at(row), sessions.at(row));
-        m_sessions[row] = sessions.at(row);
-        if (!same) {
-            Q_EMIT dataChanged(index(row), index(row));
+    const Shown before = m_shown;
+    const Shown after = shownOf(sessions, provider);
+    const qsizetype newest = newestCount(before, after);
+    // Rows whose place is needed go first, so that from the insertion on there is only the new
+    // list.
+    const qsizetype kept = std::min(before.size(), after.size() - newest);
+    if (kept < before.size()) {
+        beginRemoveRows({}, static_cast<int>(kept), rowCount() - 1);
+        m_shown.places.resize(kept);
+        endRemoveRows();
+    }
+    grow(after, 0, newest);
+    for (qsizetype row = 0; row < kept; ++row) {
+        if (!sameRow(before.at(row), after.at(newest + row))) {
+            const QModelIndex changed = index(static_cast<int>(newest + row));
+            Q_EMIT dataChanged(changed, changed);
         }
     }
-    if (m_sessions.size() > common) {
-        beginRemoveRows({}, common, rowCount() - 1);
-        m_sessions.resize(common);
-        endRemoveRows();
-    } else if (sessions.size() > common) {
-        beginInsertRows({}, common, static_cast<int>(sessions.size()) - 1);
-        m_sessions = sessions;
-        endInsertRows();
-    }
+    grow(after, newest + kept, after.size() - newest - kept);
 }
 
-/// New sessions come at the top: makes room for them, so that the rows below keep their sessions.
-void SessionListModel::insertNewest(const QList<SessionItem> &sessions)
+/// Takes over the list up to so many new rows, which begin at a row.
+void SessionListModel::grow(const Shown &list, qsizetype first, qsizetype count)
 {
-    const auto known = m_sessions.isEmpty()
-        ? sessions.cend()
-        : std::ranges::find_if(sessions, [this](const SessionItem &session) {
-              return sameRow(session, m_sessions.constFirst());
-          });
-    const auto count = static_cast<int>(std::distance(sessions.cbegin(), known));
-    if (known == sessions.cend() || count == 0) {
-        return;
+    const qsizetype size = m_shown.size() + count;
+    if (count > 0) {
+        beginInsertRows({}, static_cast<int>(first), static_cast<int>(first + count) - 1);
     }
-    beginInsertRows({}, 0, count - 1);
-    m_sessions = sessions.first(count) + m_sessions;
-    endInsertRows();
+    m_shown = {list.sessions, list.places.first(size)};
+    if (count > 0) {
+        endInsertRows();
+    }
 }
 
 void SessionListModel::setLook(std::shared_ptr<const Strings> strings, TimePoint now)
 {
     m_strings = std::move(strings);
     m_now = now;
-    if (!m_sessions.isEmpty()) {
+    if (m_shown.size() > 0) {
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
     }
 }

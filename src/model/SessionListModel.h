@@ -21,18 +21,32 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
-    /// Shows these sessions; rows that stay the same are left alone.
-    void setSessions(const QList<SessionItem> &sessions);
+    /// Shows those sessions that are of a provider; rows that stay the same are left alone.
+    void setSessions(const QList<SessionItem> &sessions, const QString &provider);
     /// Writes every row anew in this language, as seen from this moment.
     void setLook(std::shared_ptr<const Strings> strings, TimePoint now);
 
 private:
-    void insertNewest(const QList<SessionItem> &sessions);
+    /// Some sessions of a list, by their places there: thousands of rows are not copied.
+    struct Shown {
+        QList<SessionItem> sessions;
+        QList<int> places;
+
+        [[nodiscard]] qsizetype size() const { return places.size(); }
+        [[nodiscard]] const SessionItem &at(qsizetype row) const
+        {
+            return sessions.at(places.at(row));
+        }
+    };
+
+    [[nodiscard]] static Shown shownOf(const QList<SessionItem> &sessions, const QString &provider);
+    [[nodiscard]] static qsizetype newestCount(const Shown &before, const Shown &after);
+    void grow(const Shown &list, qsizetype first, qsizetype count);
     [[nodiscard]] QString detail(const SessionItem &session) const;
     /// The whole row in words, for a screen reader.
     [[nodiscard]] QString spoken(const SessionItem &session) const;
 
-    QList<SessionItem> m_sessions;
+    Shown m_shown;
     std::shared_ptr<const Strings> m_strings;
     TimePoint m_now {};
 };

@@ -1,29 +1,32 @@
 #include "model/allPoints.h"
 
 #include "core/Dates.h"
-#include <algorithm>
 
 namespace {
 
-using Rows = std::optional<QList<PeriodRow>>;
-
-/// The rows of a tab with the moment each period begins, in the file's order.
-template <typename DateOf> QList<RawPoint> dated(const Rows &rows, DateOf dateOf)
+/// The rows of a tab with the moment each period begins, in the file's order, from the first that
+/// cost something.
+template <typename DateOf>
+QList<RawPoint> dated(const std::optional<PeriodRows> &rows, DateOf dateOf)
 {
     QList<RawPoint> points;
     if (!rows) {
         return points;
     }
     points.reserve(rows->size());
-    for (const PeriodRow &row : *rows) {
-        if (const std::optional<TimePoint> date = dateOf(row)) {
-            points.append({*date, row});
+    for (qsizetype place = 0; place < rows->size(); ++place) {
+        const PeriodRow row = rows->at(place);
+        const bool counts = !points.isEmpty() || row.cost.value_or(0) > 0;
+        if (const std::optional<TimePoint> date = counts ? dateOf(row) : std::nullopt) {
+            points.append({*date, &*rows, place});
         }
     }
     return points;
 }
 
-QList<RawPoint> dated(const Stats &stats, HistoryTab tab)
+} // namespace
+
+QList<RawPoint> allPoints(const Stats &stats, HistoryTab tab)
 {
     switch (tab) {
     case HistoryTab::Days:
@@ -36,15 +39,4 @@ QList<RawPoint> dated(const Stats &stats, HistoryTab tab)
         break;
     }
     return {};
-}
-
-} // namespace
-
-QList<RawPoint> allPoints(const Stats &stats, HistoryTab tab)
-{
-    QList<RawPoint> points = dated(stats, tab);
-    const auto first = std::ranges::find_if(
-        points, [](const RawPoint &point) { return point.row.cost.value_or(0) > 0; });
-    points.erase(points.begin(), first);
-    return points;
 }

@@ -53,10 +53,13 @@ Bar pointBar(const RawPoint &point, HistoryTab tab, const Strings &strings)
 {
     Bar bar;
     setLabels(bar, point.date, tab, strings);
-    bar.cost = point.row.cost.value_or(0);
-    bar.tokens = point.row.tokens.value_or(TokenSet()).spent();
-    bar.estimated = point.row.estimated.value_or(false);
-    bar.models = point.row.models.value_or(QMap<QString, double>());
+    const PeriodRow row = point.row();
+    bar.cost = row.cost.value_or(0);
+    bar.tokens = row.tokens.value_or(TokenSet()).spent();
+    bar.estimated = row.estimated.value_or(false);
+    for (const auto &[model, cost] : row.models.value_or(QList<ModelCost>())) {
+        bar.models.insert(model, cost);
+    }
     return bar;
 }
 

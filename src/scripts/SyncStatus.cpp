@@ -24,7 +24,7 @@ SyncStatus syncStatus(TypedReader &r, Object in)
         .enabled = r.flag(in, "enabled"),
         .name = r.text(in, "name"),
         .hasPassword = r.flag(in, "hasPassword"),
-        .links = r.array(in, "links", syncLink),
+        .links = r.array<QList<SyncLink>>(in, "links", syncLink),
         .lastSync = r.text(in, "lastSync"),
         .historyFrom = r.text(in, "historyFrom"),
         .error = r.text(in, "error"),

@@ -1,31 +1,11 @@
 #pragma once
 
-#include <optional>
-#include <QList>
+#include "sources/PeriodRows.h"
 #include <QMap>
-#include <QString>
 
 // The statistics file, `stats.json`, field by field as the indexer writes it. An empty optional
 // means "not told", which is not the same as 0 or "". Counts are doubles, as all numbers of the
 // file.
-
-/// Token counts of some span. Cache reads are part of `total` only.
-struct TokenSet {
-    std::optional<double> input;
-    std::optional<double> output;
-    std::optional<double> cacheWrite;
-    std::optional<double> total;
-
-    /// The tokens that count as spent: input, output and cache writes; the total only when those
-    /// three give nothing.
-    [[nodiscard]] double spent() const
-    {
-        const double parts = input.value_or(0) + output.value_or(0) + cacheWrite.value_or(0);
-        return parts > 0 ? parts : total.value_or(0);
-    }
-
-    bool operator==(const TokenSet &) const = default;
-};
 
 /// What one span cost, in US dollars.
 struct Totals {
@@ -53,19 +33,6 @@ struct ProviderStats {
     std::optional<StatsTotals> totals;
 
     bool operator==(const ProviderStats &) const = default;
-};
-
-/// One bar of the history: a day has `date`, a week `start` (its first day), a month `month`.
-struct PeriodRow {
-    std::optional<QString> date;
-    std::optional<QString> start;
-    std::optional<QString> month;
-    std::optional<double> cost;
-    std::optional<TokenSet> tokens;
-    std::optional<bool> estimated;
-    std::optional<QMap<QString, double>> models; ///< model id → cost
-
-    bool operator==(const PeriodRow &) const = default;
 };
 
 /// One recent session.
@@ -96,10 +63,10 @@ struct DeviceRow {
 struct Stats {
     std::optional<StatsTotals> totals;                     ///< both providers together
     std::optional<QMap<QString, ProviderStats>> providers; ///< by raw name
-    std::optional<QList<PeriodRow>> days;
-    std::optional<QList<PeriodRow>> weeks;
-    std::optional<QList<PeriodRow>> months;
-    std::optional<QList<SessionRow>> sessions;
+    std::optional<PeriodRows> days;
+    std::optional<PeriodRows> weeks;
+    std::optional<PeriodRows> months;
+    std::optional<QList<SessionRow>> sessions; ///< not kept beyond the list made of them
     std::optional<QList<DeviceRow>> devices;
 
     bool operator==(const Stats &) const = default;

@@ -50,6 +50,20 @@ double modelCost(TypedReader &r, Value value)
     return r.expect(value, TypedReader::Type::DOUBLE) ? value.get_double().value_unsafe() : 0;
 }
 
+std::optional<QList<ModelCost>> modelCosts(TypedReader &r, Object in)
+{
+    const auto told = r.map<double>(in, "models", modelCost);
+    if (!told) {
+        return std::nullopt;
+    }
+    QList<ModelCost> costs;
+    costs.reserve(told->size());
+    for (auto model = told->cbegin(); model != told->cend(); ++model) {
+        costs.append({model.key(), *model});
+    }
+    return costs;
+}
+
 PeriodRow periodRow(TypedReader &r, Object in)
 {
     return {
@@ -59,7 +73,7 @@ PeriodRow periodRow(TypedReader &r, Object in)
         .cost = r.number(in, "cost"),
         .tokens = r.object(in, "tokens", tokenSet),
         .estimated = r.flag(in, "estimated"),
-        .models = r.map<double>(in, "models", modelCost),
+        .models = modelCosts(r, in),
     };
 }
 
@@ -92,11 +106,11 @@ Stats statsFile(TypedReader &r, Object in)
     return {
         .totals = r.object(in, "totals", statsTotals),
         .providers = r.map<ProviderStats>(in, "providers", providerStats),
-        .days = r.array(in, "days", periodRow),
-        .weeks = r.array(in, "weeks", periodRow),
-        .months = r.array(in, "months", periodRow),
-        .sessions = r.array(in, "sessions", sessionRow),
-        .devices = r.array(in, "devices", deviceRow),
+        .days = r.array<PeriodRows>(in, "days", periodRow),
+        .weeks = r.array<PeriodRows>(in, "weeks", periodRow),
+        .months = r.array<PeriodRows>(in, "months", periodRow),
+        .sessions = r.array<QList<SessionRow>>(in, "sessions", sessionRow),
+        .devices = r.array<QList<DeviceRow>>(in, "devices", deviceRow),
     };
 }
 

@@ -12,6 +12,7 @@ StatsLoad loadStats(const QByteArray &bytes)
     }
     Stats &stats = std::get<Stats>(decoded);
     QList<SessionItem> sessions = sessionItems(stats);
+    stats.sessions.reset(); // the list says it all, in a third of the memory
     return ParsedStats {std::move(stats), std::move(sessions)};
 }
 

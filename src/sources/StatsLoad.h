@@ -7,7 +7,7 @@
 
 /// A statistics file as the model takes it.
 struct ParsedStats {
-    Stats stats;
+    Stats stats; ///< all but its sessions
     QList<SessionItem> sessions;
 
     bool operator==(const ParsedStats &) const = default;

@@ -51,10 +51,9 @@ public:
         return read(*this, Object(*value));
     }
 
-    /// A member array of objects, each turned into a record by `read`.
-    template <typename Read>
-    [[nodiscard]] auto array(Object in, Key key, Read read)
-        -> std::optional<QList<std::invoke_result_t<Read, TypedReader &, Object>>>
+    /// A member array of objects, each turned into a record by `read` and appended to a list.
+    template <typename List, typename Read>
+    [[nodiscard]] std::optional<List> array(Object in, Key key, Read read)
     {
         const std::optional<Value> value = member(in, key, Type::ARRAY);
         if (!value) {
@@ -62,7 +61,7 @@ public:
         }
         const Step step(*this, {key, -1});
         const simdjson::dom::array elements(*value);
-        QList<std::invoke_result_t<Read, TypedReader &, Object>> list;
+        List list;
         list.reserve(static_cast<qsizetype>(elements.size()));
         for (const Value item : elements) {
             const Step element(*this, {{}, list.size()});

@@ -22,12 +22,12 @@ protected:
     static ParsedStats parsed(int days = 1)
     {
         ParsedStats made;
-        made.stats.days = QList<PeriodRow>();
+        made.stats.days = PeriodRows();
         for (int before = days - 1; before >= 0; --before) {
             PeriodRow row;
             row.date = QDate(2026, 3, 5).addDays(-before).toString(Qt::ISODate);
             row.cost = 1;
-            *made.stats.days << row;
+            made.stats.days->append(row);
         }
         for (const char *provider : {"claude", "codex", "claude", "other"}) {
             SessionItem item;

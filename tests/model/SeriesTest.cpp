@@ -13,19 +13,19 @@ using namespace std::chrono;
 /// This many periods of the tab up to the one of 1 March 2026, which cost 1, 2, 3 …
 Stats counted(HistoryTab tab, int count)
 {
-    Stats stats;
-    auto &rows = tab == HistoryTab::Weeks ? stats.weeks
-        : tab == HistoryTab::Months       ? stats.months
-                                          : stats.days;
-    rows = QList<PeriodRow>();
+    PeriodRows rows;
     for (int before = count - 1; before >= 0; --before) {
         const QDate last(2026, 3, 1);
         PeriodRow row {.cost = count - before};
         row.month = last.addMonths(-before).toString(u"yyyy-MM");
         row.date = last.addDays(-before).toString(Qt::ISODate);
         row.start = last.addDays(qint64(-7) * before).toString(Qt::ISODate);
-        *rows << row;
+        rows.append(row);
     }
+    Stats stats;
+    (tab == HistoryTab::Weeks           ? stats.weeks
+            : tab == HistoryTab::Months ? stats.months
+                                        : stats.days) = rows;
     return stats;
 }
 
@@ -90,14 +90,15 @@ TEST(Series, beginsWithTheFirstPeriodThatCostSomething)
     PeriodRow full = row("2026-03-03", 2.5);
     full.tokens = TokenSet {10, 5, 2, 99};
     full.estimated = true;
-    full.models = QMap<QString, double> {{u"o3"_qs, 2.5}};
+    full.models = QList<ModelCost> {{u"o3"_qs, 2.5}};
     PeriodRow untold = row("2026-03-04", {});
     untold.tokens = TokenSet {0, {}, {}, 1234};
     Stats stats;
     stats.days = QList<PeriodRow> {row("2026-02-27", 0), row("2026-03-01", -1), row("yesterday", 9),
         full, row("2026-13-04", 1), PeriodRow(), untold, row("2026-03-02", 0)};
     // In the file's order.
-    const QList<Bar> bars {{0, u"3.03"_qs, u"3 марта 2026"_qs, 2.5, 17, true, *full.models, false},
+    const QList<Bar> bars {
+        {0, u"3.03"_qs, u"3 марта 2026"_qs, 2.5, 17, true, {{u"o3"_qs, 2.5}}, false},
         {1, u"4.03"_qs, u"4 марта 2026"_qs, 0, 1234, false, {}, false},
         {2, u"2.03"_qs, u"2 марта 2026"_qs, 0, 0, false, {}, false}};
     EXPECT_TRUE(series(stats, HistoryTab::Days).bars == bars);
@@ -108,7 +109,7 @@ TEST(Series, beginsWithTheFirstPeriodThatCostSomething)
 TEST(Series, namesTheCostliestModelsOfThePage)
 {
     // What the models cost on the page, two of them on two days; then the legend.
-    using Models = QMap<QString, double>;
+    using Models = QList<ModelCost>;
     const std::tuple<Models, Models, const char *> rows[] = {
         {{{u"gpt-b"_qs, 3}, {u"gpt-d"_qs, 0.04}}, {{u"gpt-a"_qs, 3}, {u"gpt-c"_qs, 5}},
             "GPT-c: 45% GPT-a: 27% GPT-b: 27%"},
@@ -121,10 +122,15 @@ TEST(Series, namesTheCostliestModelsOfThePage)
         {{{u"o1"_qs, 1}}, {{u"o2"_qs, -1}}, ""},
         {{{u"o1"_qs, 1e308}}, {{u"o1"_qs, 1e308}, {u"o2"_qs, -1e308}}, ""}}; // beyond all numbers
     for (const auto &[first, second, names] : rows) {
-        Stats stats = counted(HistoryTab::Days, 15);
-        stats.days->first().models = Models {{u"scrolled-off"_qs, 1000}};
-        stats.days->last().models = first;
-        (*stats.days)[5].models = second;
+        QList<PeriodRow> days;
+        for (int day = 0; day < 15; ++day) {
+            days << counted(HistoryTab::Days, 15).days->at(day);
+        }
+        days.first().models = Models {{u"scrolled-off"_qs, 1000}};
+        days.last().models = first;
+        days[5].models = second;
+        Stats stats;
+        stats.days = days;
         QStringList texts;
         for (const LegendItem &item : series(stats, HistoryTab::Days).legend) {
             EXPECT_EQ(item.id, texts.size()) << names;

@@ -29,7 +29,7 @@ protected:
             item.id = sessions.size();
             sessions << item;
         }
-        m_model.setSessions(sessions);
+        m_model.setSessions(sessions, {});
     }
 
     QString shown(int row, SessionListModel::Role role) const
@@ -52,7 +52,7 @@ TEST_F(Sessions, areWrittenAsSeenFromNow)
         item.end = end;
         item.project = u"kestrelbay"_qs;
         item.device = u"laptop"_qs;
-        m_model.setSessions({item});
+        m_model.setSessions({item}, {});
         // Names keep their own writing direction to themselves.
         EXPECT_EQ(shown(0, SessionListModel::Detail),
             u"\u2068kestrelbay\u2069 · %1 · \u2068laptop\u2069"_qs.arg(QLatin1String(time)));
@@ -60,7 +60,7 @@ TEST_F(Sessions, areWrittenAsSeenFromNow)
     SessionItem bare;
     bare.cost = 1234.4;
     bare.spent = 1.25e6;
-    m_model.setSessions({bare});
+    m_model.setSessions({bare}, {});
     EXPECT_EQ(shown(0, SessionListModel::Title), u"—");
     EXPECT_EQ(shown(0, SessionListModel::Detail), u"");
     EXPECT_EQ(shown(0, SessionListModel::Spoken), u"$1,234, 1.3M tok");

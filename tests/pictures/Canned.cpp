@@ -56,7 +56,7 @@ QList<PeriodRow> history(int count, int daysEach)
             .cost = cost,
             .tokens = tokens(cost),
             .estimated = ago > 10,
-            .models = QMap<QString, double> {{u"claude-opus-4-5"_qs, cost * 0.715},
+            .models = QList<ModelCost> {{u"claude-opus-4-5"_qs, cost * 0.715},
                 {u"claude-sonnet-4-5"_qs, cost * 0.264}, {u"claude-haiku-4-5"_qs, cost * 0.021}}};
     }
     return rows;

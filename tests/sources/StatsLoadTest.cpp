@@ -77,8 +77,8 @@ TEST(StatsLoad, keepsEveryField)
                   "lastWeek":{"cost":4},"month":{"cost":5},"lastMonth":{}},
         "providers":{"claude":{"totals":{"week":{"cost":7}}},"other":{}},
         "days":[{"date":"2026-03-05","cost":1,"estimated":true,"models":{"b":2,"a":1}}],
-        "weeks":[{"start":"2026-03-02"}],
-        "months":[{"month":"2026-03","cost":9007199254740993}],
+        "weeks":[{"start":"2026-03-02","tokens":{}}],
+        "months":[{"month":"2026-03","cost":9007199254740993},{"models":{}}],
         "devices":[{"id":"A","name":"n","enabled":false,"cost":2,"self":true}]})")
                             .stats;
     const auto span = [](double cost) { return Totals {.cost = cost}; };
@@ -87,11 +87,12 @@ TEST(StatsLoad, keepsEveryField)
     const QMap<QString, ProviderStats> providers {
         {u"claude"_qs, {StatsTotals {.week = span(7)}}}, {u"other"_qs, {}}};
     EXPECT_EQ(stats.providers, providers);
-    const QMap<QString, double> models {{u"a"_qs, 1}, {u"b"_qs, 2}};
-    EXPECT_EQ(stats.days, (QList<PeriodRow> {{u"2026-03-05"_qs, {}, {}, 1, {}, true, models}}));
-    EXPECT_EQ(stats.weeks, QList<PeriodRow> {{.start = u"2026-03-02"_qs}});
-    EXPECT_EQ(
-        stats.months, (QList<PeriodRow> {{.month = u"2026-03"_qs, .cost = 9007199254740992}}));
+    const QList<ModelCost> models {{u"a"_qs, 1}, {u"b"_qs, 2}};
+    EXPECT_EQ(stats.days->at(0), (PeriodRow {u"2026-03-05"_qs, {}, {}, 1, {}, true, models}));
+    EXPECT_EQ(stats.weeks->at(0), (PeriodRow {.start = u"2026-03-02"_qs, .tokens = TokenSet()}));
+    const PeriodRow month {.month = u"2026-03"_qs, .cost = 9007199254740992};
+    EXPECT_EQ(stats.months->at(0), month);
+    EXPECT_EQ(stats.months->at(1), PeriodRow {.models = QList<ModelCost>()});
     EXPECT_EQ(stats.devices, (QList<DeviceRow> {{u"A"_qs, u"n"_qs, false, 2, true}}));
 }
 

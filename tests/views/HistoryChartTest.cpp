@@ -24,13 +24,14 @@ protected:
     /// This many days, the newest, 5 March, costing as much as there are; and their last month.
     void load(int days)
     {
-        ParsedStats parsed;
-        parsed.stats.days = QList<PeriodRow>();
+        QList<PeriodRow> rows;
         for (int i = 1; i <= days; ++i) {
             const QString date = QDate(2026, 3, 5).addDays(i - days).toString(Qt::ISODate);
-            *parsed.stats.days << PeriodRow {.date = date, .month = date.left(7), .cost = i};
+            rows << PeriodRow {.date = date, .month = date.left(7), .cost = i};
         }
-        parsed.stats.months = parsed.stats.days->mid(days - 1);
+        ParsedStats parsed;
+        parsed.stats.days = rows;
+        parsed.stats.months = rows.mid(days - 1);
         m_model->loadStats(parsed);
     }
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "sources/TokenSet.h"
+#include <QList>
+#include <QString>
+
+/// What one model cost, in US dollars.
+struct ModelCost {
+    QString model; ///< its id
+    double cost = 0;
+
+    bool operator==(const ModelCost &) const = default;
+};
+
+/// One bar of the history: a day has `date`, a week `start` (its first day), a month `month`.
+struct PeriodRow {
+    std::optional<QString> date;
+    std::optional<QString> start;
+    std::optional<QString> month;
+    std::optional<double> cost;
+    std::optional<TokenSet> tokens;
+    std::optional<bool> estimated;
+    std::optional<QList<ModelCost>> models; ///< each model once, by id
+
+    bool operator==(const PeriodRow &) const = default;
+};
