@@ -49,12 +49,11 @@ void BarShape::setGrowth(double growth)
     update();
 }
 
-void BarShape::paint(QPainter *painter)
+void BarShape::draw(QPainter &painter) const
 {
-    const double scale = painter->deviceTransform().m11();
+    const double scale = painter.deviceTransform().m11();
     const double top = snapped(height() - m_column.height * m_growth, scale);
     const QRectF box(snapped(-x(), scale), top, snapped(m_column.width, scale), height() - top);
-    painter->setRenderHint(QPainter::Antialiasing);
     const QPainterPath outline = rounded(box);
     double bottom = box.bottom();
     double share = 0;
@@ -67,7 +66,7 @@ void BarShape::paint(QPainter *painter)
         const double begin = high && seamed ? bottom - seam : bottom;
         QPainterPath piece;
         piece.addRect(box.left(), end, box.width(), begin - end);
-        painter->fillPath(outline.intersected(piece), part.shade);
+        painter.fillPath(outline.intersected(piece), part.shade);
         bottom = end;
         seamed = high;
     }

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "views/ChartColumn.h"
-#include <QQuickPaintedItem>
+#include "views/DrawnItem.h"
 
 /// Draws one bar into a box of whole pixels around its place in the plot.
-class BarShape : public QQuickPaintedItem {
+class BarShape : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(ChartColumn column READ column WRITE setColumn NOTIFY columnChanged REQUIRED)
     Q_PROPERTY(double growth READ growth WRITE setGrowth NOTIFY growthChanged)
 
 public:
-    using QQuickPaintedItem::QQuickPaintedItem;
+    using DrawnItem::DrawnItem;
 
     [[nodiscard]] const ChartColumn &column() const { return m_column; }
     void setColumn(const ChartColumn &column);
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] double growth() const { return m_growth; }
     void setGrowth(double growth);
 
-    void paint(QPainter *painter) override;
+    void draw(QPainter &painter) const override;
 
 Q_SIGNALS:
     void columnChanged();

@@ -16,7 +16,4 @@ Text {
     horizontalAlignment: Text.AlignLeft
     maximumLineCount: 1
     textFormat: Text.PlainText
-
-    Accessible.role: Accessible.StaticText
-    Accessible.name: text
 }

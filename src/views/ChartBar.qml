@@ -73,7 +73,5 @@ Item {
         text: root.column.label
         visible: root.column.labelShown
         x: Math.max(Math.min(place, Metrics.chartWidth + root.margin - width), -root.margin) - root.x
-
-        Accessible.ignored: true
     }
 }

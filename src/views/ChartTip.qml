@@ -57,22 +57,16 @@ Pop {
                 color: Colors.secondary
                 size: 11
                 text: root.tip.title
-
-                Accessible.ignored: true
             }
             Caption {
                 font.weight: Font.DemiBold
                 size: 13
                 text: root.tip.cost
-
-                Accessible.ignored: true
             }
             Caption {
                 color: Colors.tertiary
                 size: 11
                 text: root.tip.tokens
-
-                Accessible.ignored: true
             }
         }
     }

@@ -38,8 +38,6 @@ Item {
         text: root.readings.text
         width: Math.min(implicitWidth, root.width - x)
         x: 12
-
-        Accessible.ignored: true
     }
     Item {
         height: parent.height

@@ -28,7 +28,7 @@ HistoryChart {
         anchors.topMargin: -9
         radius: 8
     }
-    Caption {
+    SpokenCaption {
         anchors.bottom: line.top
         anchors.bottomMargin: 2
         color: Colors.tertiary
@@ -60,8 +60,6 @@ HistoryChart {
         size: root.labelSize
         topPadding: 8
         y: Metrics.areaHeight
-
-        Accessible.ignored: true
     }
     InputView {
         cell: root.cell

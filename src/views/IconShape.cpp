@@ -19,7 +19,7 @@ void IconShape::setColor(const QColor &color)
     update();
 }
 
-void IconShape::paint(QPainter *painter)
+void IconShape::draw(QPainter &painter) const
 {
     QFile file(u':' % qmlContext(this)->resolvedUrl(m_source).path());
     if (!file.open(QIODevice::ReadOnly)) {
@@ -27,8 +27,8 @@ void IconShape::paint(QPainter *painter)
         return;
     }
     QSvgRenderer drawing(file.readAll().replace("currentColor", m_color.name().toLatin1()));
-    painter->setOpacity(m_color.alphaF());
-    drawing.render(painter, boundingRect());
+    painter.setOpacity(m_color.alphaF());
+    drawing.render(&painter, boundingRect());
 }
 
 #include "moc_IconShape.cpp"

@@ -1,18 +1,18 @@
 #pragma once
 
+#include "views/DrawnItem.h"
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QUrl>
 
 /// Draws an icon of the module in one colour, as large as the item.
-class IconShape : public QQuickPaintedItem {
+class IconShape : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QUrl source READ source WRITE setSource NOTIFY sourceChanged REQUIRED)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
 
 public:
-    using QQuickPaintedItem::QQuickPaintedItem;
+    using DrawnItem::DrawnItem;
 
     /// A drawing within the program, told from where the item is used; its colour is
     /// `currentColor`.
@@ -21,7 +21,7 @@ public:
     [[nodiscard]] const QColor &color() const { return m_color; }
     void setColor(const QColor &color);
 
-    void paint(QPainter *painter) override;
+    void draw(QPainter &painter) const override;
 
 Q_SIGNALS:
     void sourceChanged();

@@ -20,8 +20,6 @@ Item {
         id: line
 
         size: 11
-
-        Accessible.ignored: true
     }
     Flow {
         id: flow

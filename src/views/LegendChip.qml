@@ -35,7 +35,5 @@ Item {
         text: root.modelData.text
         width: Math.min(implicitWidth, root.widest - x)
         x: 12
-
-        Accessible.ignored: true
     }
 }

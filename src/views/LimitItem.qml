@@ -25,8 +25,6 @@ Item {
         color: Colors.secondary
         size: 13
         text: root.row.label
-
-        Accessible.ignored: true
     }
     Roll {
         id: percent
@@ -37,8 +35,6 @@ Item {
         size: 13
         text: root.row.percent
         value: root.row.value
-
-        Accessible.ignored: true
     }
     LimitTrack {
         id: track
@@ -58,8 +54,6 @@ Item {
         size: 11
         text: root.row.note
         width: root.width
-
-        Accessible.ignored: true
     }
     Caption {
         id: runout
@@ -71,7 +65,5 @@ Item {
         text: root.row.runout
         width: root.width
         y: root.stacked ? note.y + note.height : note.y
-
-        Accessible.ignored: true
     }
 }

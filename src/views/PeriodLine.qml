@@ -20,6 +20,9 @@ Item {
         text: root.period.cost
         value: root.period.amount
         width: Math.min(implicitWidth, root.width / 2)
+
+        Accessible.name: money.text
+        Accessible.role: Accessible.StaticText
     }
     Column {
         id: notes
@@ -30,7 +33,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
 
-        Caption {
+        SpokenCaption {
             color: Colors.secondary
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 9
@@ -41,12 +44,12 @@ Item {
         Row {
             spacing: 5
 
-            Caption {
+            SpokenCaption {
                 color: Colors.tertiary
                 size: 11
                 text: root.period.prevLabel
             }
-            Caption {
+            SpokenCaption {
                 color: Colors.tertiary
                 size: 11
                 text: root.period.prevCost

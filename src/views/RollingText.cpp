@@ -1,22 +1,25 @@
 #include "views/RollingText.h"
 
-QList<RollGlyph> RollingText::glyphs() const
+#include <cmath>
+#include <QFontMetricsF>
+#include <QPainter>
+
+namespace {
+
+/// The sign at a place, where texts of different lengths end at the same place.
+QString signAt(const QString &text, qsizetype place, qsizetype places)
 {
-    const qsizetype places = std::max(m_before.size(), m_shown.size());
-    const auto at = [places](const QString &text, qsizetype place) {
-        const qsizetype i = place - (places - text.size());
-        return i < 0 ? QString() : QString(text.at(i));
-    };
-    QList<RollGlyph> list;
-    list.reserve(places);
-    for (qsizetype place = 0; place < places; ++place) {
-        RollGlyph glyph;
-        glyph.before = at(m_before, place);
-        glyph.after = at(m_shown, place);
-        glyph.rolls = glyph.before != glyph.after;
-        list.append(glyph);
-    }
-    return list;
+    const qsizetype i = place - (places - text.size());
+    return i < 0 ? QString() : QString(text.at(i));
+}
+
+} // namespace
+
+RollingText::RollingText(QQuickItem *parent)
+    : DrawnItem(parent)
+{
+    connect(this, &RollingText::shownChanged, this, &RollingText::fit);
+    connect(this, &RollingText::lookChanged, this, &RollingText::fit);
 }
 
 void RollingText::setText(const QString &text)
@@ -47,6 +50,13 @@ void RollingText::setValue(double value)
     Q_EMIT valueChanged();
 }
 
+void RollingText::setProgress(double progress)
+{
+    m_progress = progress;
+    Q_EMIT progressChanged();
+    update();
+}
+
 void RollingText::roll()
 {
     m_pending = false;
@@ -61,3 +71,42 @@ void RollingText::roll()
     Q_EMIT shownChanged();
     Q_EMIT rolled();
 }
+
+void RollingText::fit()
+{
+    const QFontMetricsF metrics(m_font);
+    double width = 0;
+    for (const QChar sign : m_shown) {
+        width += metrics.horizontalAdvance(sign);
+    }
+    setImplicitSize(std::ceil(width), std::ceil(metrics.height()));
+    update();
+}
+
+void RollingText::draw(QPainter &painter) const
+{
+    const QFontMetricsF metrics(m_font);
+    const double height = std::ceil(metrics.height());
+    const double travelled = m_direction * m_progress * height;
+    const qsizetype places = std::max(m_before.size(), m_shown.size());
+    painter.setFont(m_font);
+    painter.setPen(m_color);
+    double left = 0;
+    for (qsizetype place = 0; place < places; ++place) {
+        const QString before = signAt(m_before, place, places);
+        const QString after = signAt(m_shown, place, places);
+        const double width = metrics.horizontalAdvance(after);
+        const QPointF rest(left, metrics.ascent());
+        if (before == after) {
+            painter.drawText(rest, after);
+        } else {
+            painter.setClipRect(QRectF(left, 0, width, height));
+            painter.drawText(rest - QPointF(0, travelled), before);
+            painter.drawText(rest + QPointF(0, m_direction * height - travelled), after);
+            painter.setClipping(false);
+        }
+        left += width;
+    }
+}
+
+#include "moc_RollingText.cpp"

@@ -47,8 +47,6 @@ Item {
         minimumPixelSize: 9
         text: root.modelData
         width: Math.min(implicitWidth, root.width - 4)
-
-        Accessible.ignored: true
         transform: PressStyle {
             held: tap.pressed
             label: label

@@ -66,7 +66,7 @@ Item {
         anchors.margins: -6
         radius: 9
     }
-    Caption {
+    SpokenCaption {
         id: empty
 
         bottomPadding: 12

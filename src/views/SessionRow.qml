@@ -49,8 +49,6 @@ Item {
             anchors.top: parent.top
             size: 13
             text: root.title
-
-            Accessible.ignored: true
         }
         Caption {
             id: money
@@ -60,8 +58,6 @@ Item {
             size: 13
             font.weight: Font.DemiBold
             text: root.cost
-
-            Accessible.ignored: true
         }
         Caption {
             anchors.bottom: parent.bottom
@@ -71,8 +67,6 @@ Item {
             color: Colors.tertiary
             size: 11
             text: root.detail
-
-            Accessible.ignored: true
         }
         Caption {
             id: spent
@@ -82,8 +76,6 @@ Item {
             color: Colors.tertiary
             size: 11
             text: root.tokens
-
-            Accessible.ignored: true
         }
     }
 }

@@ -38,7 +38,7 @@ Item {
             }
         }
     }
-    Caption {
+    SpokenCaption {
         id: message
 
         bottomPadding: 18

@@ -22,8 +22,6 @@ Column {
         size: 11
         text: root.cell.label
         width: root.width
-
-        Accessible.ignored: true
     }
     Roll {
         color: root.prominent ? Colors.primary : Colors.secondary
@@ -32,8 +30,6 @@ Column {
         text: root.cell.cost
         value: root.cell.amount
         width: root.width
-
-        Accessible.ignored: true
     }
     Roll {
         color: Colors.tertiary
@@ -41,7 +37,5 @@ Column {
         text: root.cell.tokens
         value: root.cell.spent
         width: root.width
-
-        Accessible.ignored: true
     }
 }

@@ -12,6 +12,4 @@ IconShape {
     color: Colors.secondary
     implicitHeight: root.size
     implicitWidth: root.size
-
-    Accessible.ignored: true
 }

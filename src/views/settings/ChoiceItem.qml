@@ -39,7 +39,5 @@ Pressable {
     contentItem: Caption {
         text: root.text
         verticalAlignment: Text.AlignVCenter
-
-        Accessible.ignored: true
     }
 }

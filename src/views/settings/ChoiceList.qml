@@ -77,8 +77,6 @@ Pressable {
 
         Caption {
             text: root.text
-
-            Accessible.ignored: true
             Layout.fillWidth: true
         }
         TintedIcon {

@@ -12,7 +12,7 @@ SettingsRow {
 
     label: root.page.texts.label("syncDeviceId")
 
-    Caption {
+    SpokenCaption {
         color: Colors.secondary
         elide: Text.ElideMiddle
         font.family: Qt.platform.os === "osx" ? "Menlo" : "monospace"

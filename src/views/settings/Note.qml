@@ -4,7 +4,7 @@ import QtQuick
 import Kestrelbay
 
 /// What explains a setting, on as many lines as it needs.
-Caption {
+SpokenCaption {
     color: Colors.secondary
     elide: Text.ElideNone
     lineHeight: 1.15

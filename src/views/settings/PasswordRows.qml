@@ -56,7 +56,7 @@ FocusScope {
             label: root.page.texts.label("syncPassword")
             visible: root.page.hasPassword
 
-            Caption {
+            SpokenCaption {
                 color: Colors.secondary
                 text: root.page.texts.label("syncPasswordSet")
             }

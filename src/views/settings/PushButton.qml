@@ -32,7 +32,6 @@ Pressable {
         text: root.text
         verticalAlignment: Text.AlignVCenter
 
-        Accessible.ignored: true
         transform: PressStyle {
             held: root.down
             label: root.contentItem

@@ -16,7 +16,7 @@ Column {
     Accessible.name: root.title
     Accessible.role: Accessible.Grouping
 
-    Caption {
+    SpokenCaption {
         color: Colors.secondary
         font.weight: Font.DemiBold
         leftPadding: 4

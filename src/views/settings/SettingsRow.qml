@@ -30,7 +30,7 @@ Item {
         width: root.width - 28
         x: 14
 
-        Caption {
+        SpokenCaption {
             maximumLineCount: 2
             size: 13
             text: root.label

@@ -54,8 +54,6 @@ Pressable {
                 size: 13
                 text: root.text
                 width: parent.width
-
-                Accessible.ignored: true
             }
             Caption {
                 color: Colors.secondary
@@ -63,8 +61,6 @@ Pressable {
                 text: root.about
                 visible: root.about
                 width: parent.width
-
-                Accessible.ignored: true
             }
         }
     }

@@ -48,8 +48,6 @@ Pressable {
                 text: root.text
                 width: parent.width
                 wrapMode: Text.Wrap
-
-                Accessible.ignored: true
             }
             Note {
                 text: root.note
