@@ -9,7 +9,6 @@ StatusItem::StatusItem(TrayWatch &trays, QMenu &menu, QObject *parent)
     : QObject(parent)
     , m_trays(trays)
     , m_menu(menu)
-    , m_ring(StatusRing::icon({}))
     , m_iconKey(StatusRing::key({}))
 {
     connect(&trays, &TrayWatch::changed, this, &StatusItem::followTray);
@@ -27,9 +26,9 @@ void StatusItem::show(const std::optional<double> &percent, const QString &toolT
 {
     if (const QString key = StatusRing::key(percent); key != m_iconKey) {
         m_iconKey = key;
-        m_ring = StatusRing::icon(percent);
+        m_percent = percent;
         if (m_icon) {
-            m_icon->setIcon(m_ring);
+            m_icon->setIcon(StatusRing::icon(m_percent));
         }
     }
     if (toolTip != m_toolTip) {
@@ -56,7 +55,7 @@ void StatusItem::followTray()
 void StatusItem::appear()
 {
     m_trays.settle();
-    m_icon = std::make_unique<QSystemTrayIcon>(m_ring);
+    m_icon = std::make_unique<QSystemTrayIcon>(StatusRing::icon(m_percent));
     m_icon->setToolTip(m_toolTip);
     // Also where the menu opens at a right press alone: a tray that lives on the bus reads it
     // there.

@@ -45,7 +45,7 @@ private:
     TrayWatch &m_trays;
     QMenu &m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
-    QIcon m_ring;
-    QString m_iconKey;
+    std::optional<double> m_percent;
+    QString m_iconKey; ///< of the ring for it
     QString m_toolTip;
 };

@@ -1,13 +1,12 @@
 #include "app/menuIcon.h"
 
+#include "views/drawIcon.h"
 #include <algorithm>
 #include <array>
-#include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
-#include <QSvgRenderer>
 
 namespace {
 
@@ -38,14 +37,11 @@ constexpr std::array drawings {
     Drawing {QLatin1String("checkmark"), QLatin1String("check")},
 };
 
-QByteArray svg(QLatin1String symbol)
+QString fileOf(QLatin1String symbol)
 {
     const auto *found = std::ranges::find(drawings, symbol, &Drawing::symbol);
     Q_ASSERT(found != drawings.end());
-    QFile file(QLatin1String(":/qt/qml/Kestrelbay/icons/") % found->file % QLatin1String(".svg"));
-    const bool open = file.open(QIODevice::ReadOnly);
-    Q_ASSERT(open);
-    return open ? file.readAll() : QByteArray();
+    return found->file;
 }
 
 QColor colorOf(QIcon::Mode mode)
@@ -73,9 +69,7 @@ public:
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
-        QSvgRenderer renderer(
-            svg(m_symbol).replace("currentColor", colorOf(mode).name().toLatin1()));
-        renderer.render(painter, rect);
+        drawIcon(*painter, fileOf(m_symbol), rect, colorOf(mode));
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override

@@ -44,6 +44,9 @@ void BarShape::setColumn(const ChartColumn &column)
 
 void BarShape::setGrowth(double growth)
 {
+    if (growth == m_growth) {
+        return;
+    }
     m_growth = growth;
     Q_EMIT growthChanged();
     update();

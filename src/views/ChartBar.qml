@@ -11,11 +11,11 @@ Item {
     required property HistoryChart chart
     /// How far a label may stick out of the plot.
     required property real margin
+    /// For how many milliseconds the bars have grown.
+    required property real grown
 
     readonly property chartColumn column: root.chart.columns[root.index]
     readonly property bool hovered: root.chart.hovered === root.index
-
-    property real growth: 1
 
     height: Metrics.areaHeight
     width: root.column.width
@@ -25,35 +25,9 @@ Item {
     Accessible.name: root.column.spoken
     Accessible.role: Accessible.ListItem
 
-    Connections {
-        function onAppeared() {
-            growing.restart();
-        }
-
-        target: root.chart
-    }
-    SequentialAnimation {
-        id: growing
-
-        PropertyAction {
-            property: "growth"
-            target: root
-            value: 0
-        }
-        PauseAnimation {
-            duration: Motion.reduced ? 0 : Motion.growDelay(root.index)
-        }
-        NumberAnimation {
-            duration: Motion.grow
-            easing.type: Easing.OutCubic
-            property: "growth"
-            target: root
-            to: 1
-        }
-    }
     BarShape {
         column: root.column
-        growth: root.growth
+        growth: Motion.growth(root.index, root.grown)
         opacity: root.chart.opacities[root.index]
 
         Behavior on opacity {

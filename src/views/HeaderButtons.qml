@@ -15,14 +15,14 @@ Row {
     readonly property real buttonWidth: Math.min(26, Math.floor(root.room / root.count))
 
     IconButton {
-        iconSource: "icons/refresh-cw.svg"
+        iconName: "refresh-cw"
         label: root.dashboard.texts.refresh
         width: root.buttonWidth
 
         onClicked: root.actions.refreshRequested()
     }
     IconButton {
-        iconSource: "icons/circle-arrow-up.svg"
+        iconName: "circle-arrow-up"
         label: root.dashboard.texts.update
         lit: true
         visible: root.dashboard.updateOffered
@@ -31,7 +31,7 @@ Row {
         onClicked: root.actions.updateRequested()
     }
     IconButton {
-        iconSource: "icons/chart-column.svg"
+        iconName: "chart-column"
         label: root.dashboard.texts.statistics
         lit: root.dashboard.expanded
         toggles: true
@@ -40,14 +40,14 @@ Row {
         onClicked: root.actions.expandRequested()
     }
     IconButton {
-        iconSource: "icons/settings.svg"
+        iconName: "settings"
         label: root.dashboard.texts.settings
         width: root.buttonWidth
 
         onClicked: root.actions.settingsRequested()
     }
     IconButton {
-        iconSource: root.dashboard.pinned ? "icons/pin.svg" : "icons/pin-off.svg"
+        iconName: root.dashboard.pinned ? "pin" : "pin-off"
         label: root.dashboard.pinned ? root.dashboard.texts.unpin : root.dashboard.texts.pin
         lit: root.dashboard.pinned
         visible: root.dashboard.pinnable
@@ -56,7 +56,7 @@ Row {
         onClicked: root.actions.pinRequested()
     }
     IconButton {
-        iconSource: "icons/eye-off.svg"
+        iconName: "eye-off"
         label: root.dashboard.texts.hide
         width: root.buttonWidth
 

@@ -12,6 +12,9 @@ HistoryChart {
     /// On either side of the plot, to the edges of the panel's body.
     readonly property real margin: (Metrics.wideBody - Metrics.chartWidth) / 2
 
+    /// For how many milliseconds the bars have grown since they appeared; at first they are there.
+    property real grown: Infinity
+
     activeFocusOnTab: true
     implicitHeight: Metrics.areaHeight + labels.height
     implicitWidth: Metrics.chartWidth
@@ -21,6 +24,17 @@ HistoryChart {
     Accessible.name: root.label
     Accessible.role: Accessible.List
 
+    onAppeared: growing.restart()
+
+    NumberAnimation {
+        id: growing
+
+        duration: Motion.growDelay(root.count - 1) + Motion.grow
+        from: 0
+        property: "grown"
+        target: root
+        to: duration
+    }
     FocusRing {
         active: root.activeFocus
         anchors.fill: parent
@@ -50,6 +64,7 @@ HistoryChart {
 
         ChartBar {
             chart: root
+            grown: root.grown
             margin: root.margin
         }
     }

@@ -8,7 +8,7 @@ Item {
     id: root
 
     required property string label
-    required property url iconSource
+    required property string iconName
     property bool lit: false
     /// The button is on or off, and `lit` tells which.
     property bool toggles: false
@@ -46,7 +46,7 @@ Item {
 
         anchors.centerIn: parent
         color: root.tint
-        source: root.iconSource
+        name: root.iconName
 
         transform: PressStyle {
             held: tap.pressed

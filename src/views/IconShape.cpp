@@ -1,34 +1,16 @@
 #include "views/IconShape.h"
 
-#include <QFile>
-#include <QPainter>
-#include <QQmlContext>
-#include <QSvgRenderer>
+#include "views/drawIcon.h"
 
-void IconShape::setSource(const QUrl &source)
+IconShape::IconShape(QQuickItem *parent)
+    : DrawnItem(parent)
 {
-    m_source = source;
-    Q_EMIT sourceChanged();
-    update();
-}
-
-void IconShape::setColor(const QColor &color)
-{
-    m_color = color;
-    Q_EMIT colorChanged();
-    update();
+    connect(this, &IconShape::changed, this, &QQuickItem::update);
 }
 
 void IconShape::draw(QPainter &painter) const
 {
-    QFile file(u':' % qmlContext(this)->resolvedUrl(m_source).path());
-    if (!file.open(QIODevice::ReadOnly)) {
-        qWarning("no icon %s", qUtf8Printable(m_source.toString()));
-        return;
-    }
-    QSvgRenderer drawing(file.readAll().replace("currentColor", m_color.name().toLatin1()));
-    painter.setOpacity(m_color.alphaF());
-    drawing.render(&painter, boundingRect());
+    drawIcon(painter, m_name, boundingRect(), m_color);
 }
 
 #include "moc_IconShape.cpp"

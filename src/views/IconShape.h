@@ -2,32 +2,23 @@
 
 #include "views/DrawnItem.h"
 #include <QColor>
-#include <QUrl>
 
-/// Draws an icon of the module in one colour, as large as the item.
+/// Draws an icon in one colour, as large as the item.
 class IconShape : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QUrl source READ source WRITE setSource NOTIFY sourceChanged REQUIRED)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY changed REQUIRED)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
 
 public:
-    using DrawnItem::DrawnItem;
-
-    /// A drawing within the program, told from where the item is used; its colour is
-    /// `currentColor`.
-    [[nodiscard]] const QUrl &source() const { return m_source; }
-    void setSource(const QUrl &source);
-    [[nodiscard]] const QColor &color() const { return m_color; }
-    void setColor(const QColor &color);
+    explicit IconShape(QQuickItem *parent = nullptr);
 
     void draw(QPainter &painter) const override;
 
 Q_SIGNALS:
-    void sourceChanged();
-    void colorChanged();
+    void changed();
 
 private:
-    QUrl m_source;
+    QString m_name; ///< such as "refresh-cw"
     QColor m_color;
 };

@@ -1,7 +1,9 @@
 #include "views/MotionFace.h"
 
 #include "views/theme/Motion.h"
+#include <algorithm>
 #include <cmath>
+#include <QEasingCurve>
 
 namespace {
 
@@ -77,6 +79,15 @@ int MotionFace::growDelay(int i)
 {
     const std::optional<Motion::Ease> ease = Motion::grow(i);
     return ease ? milliseconds(ease->delay) : 0;
+}
+
+double MotionFace::growth(int i, double milliseconds)
+{
+    if (grow() == 0) {
+        return 1;
+    }
+    const double progress = (milliseconds - growDelay(i)) / grow();
+    return QEasingCurve(QEasingCurve::OutCubic).valueForProgress(std::clamp(progress, 0.0, 1.0));
 }
 
 int MotionFace::transition()

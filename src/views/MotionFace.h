@@ -39,6 +39,8 @@ public:
     [[nodiscard]] static int grow();
     /// How long element i of a row waits before it grows.
     Q_INVOKABLE [[nodiscard]] static int growDelay(int i);
+    /// How much of it element i of a row has grown, 0…1, so long after the first one began.
+    Q_INVOKABLE [[nodiscard]] static double growth(int i, double milliseconds);
     /// How long `unfold` and `pop` take; they go on whether or not motion is reduced.
     [[nodiscard]] static int transition();
     [[nodiscard]] static double pressScale();

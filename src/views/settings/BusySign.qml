@@ -9,7 +9,7 @@ TintedIcon {
 
     required property bool busy
 
-    source: "../icons/refresh-cw.svg"
+    name: "refresh-cw"
     opacity: root.busy ? 1 : 0
     visible: root.opacity > 0
 

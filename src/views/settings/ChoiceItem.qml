@@ -25,7 +25,7 @@ Pressable {
     TintedIcon {
         anchors.verticalCenter: parent.verticalCenter
         color: Colors.primary
-        source: "../icons/check.svg"
+        name: "check"
         size: 12
         visible: root.taken
         x: 6

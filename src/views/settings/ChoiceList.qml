@@ -80,7 +80,7 @@ Pressable {
             Layout.fillWidth: true
         }
         TintedIcon {
-            source: "../icons/chevron-down.svg"
+            name: "chevron-down"
         }
     }
 }

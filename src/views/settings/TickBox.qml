@@ -34,7 +34,7 @@ Pressable {
             TintedIcon {
                 anchors.centerIn: parent
                 color: Colors.primary
-                source: "../icons/check.svg"
+                name: "check"
                 size: 11
                 visible: root.ticked
             }
