@@ -14,6 +14,7 @@ HistoryChart {
 
     /// For how many milliseconds the bars have grown since they appeared; at first they are there.
     property real grown: Infinity
+    readonly property bool growing: growth.running
 
     activeFocusOnTab: true
     implicitHeight: Metrics.areaHeight + labels.height
@@ -24,10 +25,10 @@ HistoryChart {
     Accessible.name: root.label
     Accessible.role: Accessible.List
 
-    onAppeared: growing.restart()
+    onAppeared: growth.restart()
 
     NumberAnimation {
-        id: growing
+        id: growth
 
         duration: Motion.growDelay(root.count - 1) + Motion.grow
         from: 0

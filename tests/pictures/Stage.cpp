@@ -14,14 +14,15 @@
 
 namespace {
 
-/// Whether something is between being shown and not.
-bool isFading(const QQuickItem &item)
+/// Whether something is between being shown and not, or grows.
+bool isMoving(const QQuickItem &item)
 {
     const QVariant reveal = item.property("reveal");
-    const bool here =
+    const bool fades =
         reveal.isValid() && reveal.toReal() != (item.property("shown").toBool() ? 1 : 0);
     const QList<QQuickItem *> children = item.childItems();
-    return here || std::ranges::any_of(children, [](const QQuickItem *c) { return isFading(*c); });
+    return fades || item.property("growing").toBool()
+        || std::ranges::any_of(children, [](const QQuickItem *c) { return isMoving(*c); });
 }
 
 } // namespace
@@ -76,7 +77,7 @@ bool Stage::settle()
     }
     const auto isAtRest = [this] {
         return m_window->isExposed() && m_window->size() == m_window->contentSize().toSize()
-            && !isFading(*m_window->rootObject());
+            && !isMoving(*m_window->rootObject());
     };
     const QDeadlineTimer deadline(10'000);
     while (!isAtRest() && !deadline.hasExpired()) {

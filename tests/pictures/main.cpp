@@ -6,6 +6,7 @@
 
 #include "pictures/Scene.h"
 #include "pictures/SettingsScene.h"
+#include "views/theme/Motion.h"
 #include <cstdio>
 #include <QDir>
 #include <QGuiApplication>
@@ -64,6 +65,7 @@ void save(const QImage &view, const QString &file)
 
 void take(const Scene &scene, const QString &language, const QString &file)
 {
+    Motion::setReduced(true); // a picture shows where it ends
     Stage stage;
     stage.model().setLanguage(language);
     scene.prepare(stage);
