@@ -4,6 +4,7 @@
 
 #include "FakeClock.h"
 #include "model/Dashboard.h"
+#include "sources/StatsDecoder.h"
 #include "views/ChartLayout.h"
 #include "views/theme/Metrics.h"
 #include "WidgetTarget.h"
@@ -122,6 +123,8 @@ void tryInput(const QByteArray &bytes)
             require(isSane(told.at(place)));
         }
     }
+    const auto decoded = std::get<Stats>(decodeStats(bytes)).sessions;
+    require(parsed.sessions.size() == decoded.value_or(QList<SessionRow>()).size());
     for (qsizetype i = 0; i < parsed.sessions.size(); ++i) {
         const SessionItem &session = parsed.sessions.at(i);
         require(session.id == i && std::isfinite(session.cost) && !std::isnan(session.spent));

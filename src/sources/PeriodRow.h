@@ -1,16 +1,8 @@
 #pragma once
 
+#include "sources/ModelCost.h"
 #include "sources/TokenSet.h"
 #include <QList>
-#include <QString>
-
-/// What one model cost, in US dollars.
-struct ModelCost {
-    QString model; ///< its id
-    double cost = 0;
-
-    bool operator==(const ModelCost &) const = default;
-};
 
 /// One bar of the history: a day has `date`, a week `start` (its first day), a month `month`.
 struct PeriodRow {

@@ -9,6 +9,8 @@ DrawnItem::DrawnItem(QQuickItem *parent)
     : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
+    setSmooth(false);
+    connect(this, &QQuickItem::smoothChanged, this, &QQuickItem::update);
 }
 
 QSGNode *DrawnItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData * /*data*/)
@@ -29,6 +31,7 @@ QSGNode *DrawnItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData * /*data*
 
     std::unique_ptr<QSGImageNode> drawn(
         old ? static_cast<QSGImageNode *>(old.release()) : window()->createImageNode());
+    drawn->setFiltering(smooth() ? QSGTexture::Linear : QSGTexture::Nearest);
     drawn->setOwnsTexture(true);
     drawn->setTexture(window()->createTextureFromImage(image));
     drawn->setSourceRect(image.rect());

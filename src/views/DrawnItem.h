@@ -3,7 +3,8 @@
 #include <QQuickItem>
 
 /// An item that is drawn into one image: half the memory of a QQuickPaintedItem, whose texture and
-/// canvas are two. It is drawn anew after `update()` and when its size changes.
+/// canvas are two. It is drawn anew after `update()` and when its size changes. Unless it is to be
+/// `smooth` it keeps its sharp edges also where it stands between two pixels.
 class DrawnItem : public QQuickItem {
     Q_OBJECT
 

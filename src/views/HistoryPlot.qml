@@ -12,8 +12,8 @@ HistoryChart {
     /// On either side of the plot, to the edges of the panel's body.
     readonly property real margin: (Metrics.wideBody - Metrics.chartWidth) / 2
 
-    /// For how many milliseconds the bars have grown since they appeared; at first they are there.
-    property real grown: Infinity
+    /// For how many milliseconds the bars have grown since they appeared.
+    property real grown: 0
     readonly property bool growing: growth.running
 
     activeFocusOnTab: true
@@ -65,7 +65,8 @@ HistoryChart {
 
         ChartBar {
             chart: root
-            grown: root.grown
+            // Only while they do: bars may come at any time.
+            grown: root.growing ? root.grown : Infinity
             margin: root.margin
         }
     }

@@ -47,8 +47,11 @@ Item {
         anchors.centerIn: parent
         color: root.tint
         name: root.iconName
+        smooth: pressing.xScale < 1
 
         transform: PressStyle {
+            id: pressing
+
             held: tap.pressed
             label: icon
         }

@@ -3,12 +3,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kestrelbay
 
-/// A text that changes in sight: its digits roll in the direction of its value.
+/// A text that changes in sight: its digits roll in the direction of its value, or, where it is no
+/// number, the old text fades into the new.
 Item {
     id: root
 
     required property string text
     property real value: 0
+    property alias digits: rolling.digits
     property alias size: resting.size
     property alias color: resting.color
     property alias font: resting.font

@@ -6,11 +6,17 @@
 
 namespace {
 
-/// The sign at a place, where texts of different lengths end at the same place.
-QString signAt(const QString &text, qsizetype place, qsizetype places)
+/// One place of a text that changes. Texts of different lengths end at the same place.
+struct Place {
+    QString sign;               ///< nothing where the text has not begun
+    std::optional<double> left; ///< where it stands in the whole text, kerning and all
+};
+
+Place placeOf(const QString &text, qsizetype place, qsizetype places, const QFontMetricsF &metrics)
 {
     const qsizetype i = place - (places - text.size());
-    return i < 0 ? QString() : QString(text.at(i));
+    return i < 0 ? Place()
+                 : Place {text.at(i), metrics.horizontalAdvance(text, static_cast<int>(i))};
 }
 
 } // namespace
@@ -75,37 +81,47 @@ void RollingText::roll()
 void RollingText::fit()
 {
     const QFontMetricsF metrics(m_font);
-    double width = 0;
-    for (const QChar sign : m_shown) {
-        width += metrics.horizontalAdvance(sign);
-    }
+    const double width =
+        std::max(metrics.horizontalAdvance(m_before), metrics.horizontalAdvance(m_shown));
     setImplicitSize(std::ceil(width), std::ceil(metrics.height()));
     update();
 }
 
 void RollingText::draw(QPainter &painter) const
 {
-    const QFontMetricsF metrics(m_font);
-    const double height = std::ceil(metrics.height());
-    const double travelled = m_direction * m_progress * height;
-    const qsizetype places = std::max(m_before.size(), m_shown.size());
     painter.setFont(m_font);
     painter.setPen(m_color);
-    double left = 0;
-    for (qsizetype place = 0; place < places; ++place) {
-        const QString before = signAt(m_before, place, places);
-        const QString after = signAt(m_shown, place, places);
-        const double width = metrics.horizontalAdvance(after);
+    if (m_digits) {
+        drawRolling(painter);
+        return;
+    }
+    const QPointF rest(0, QFontMetricsF(m_font).ascent());
+    painter.setOpacity(1 - m_progress);
+    painter.drawText(rest, m_before);
+    painter.setOpacity(m_progress);
+    painter.drawText(rest, m_shown);
+}
+
+void RollingText::drawRolling(QPainter &painter) const
+{
+    const QFontMetricsF metrics(m_font);
+    const QSizeF size(implicitWidth(), implicitHeight());
+    const QPointF leaving(0, -m_direction * m_progress * size.height());
+    const QPointF coming(0, m_direction * (1 - m_progress) * size.height());
+    painter.setClipRect(QRectF(QPointF(), size));
+    const qsizetype places = std::max(m_before.size(), m_shown.size());
+    for (qsizetype i = 0; i < places; ++i) {
+        const Place before = placeOf(m_before, i, places, metrics);
+        const Place after = placeOf(m_shown, i, places, metrics);
+        const double from = before.left.value_or(after.left.value_or(0));
+        const double left = std::lerp(from, after.left.value_or(from), m_progress);
         const QPointF rest(left, metrics.ascent());
-        if (before == after) {
-            painter.drawText(rest, after);
+        if (before.sign == after.sign) {
+            painter.drawText(rest, after.sign);
         } else {
-            painter.setClipRect(QRectF(left, 0, width, height));
-            painter.drawText(rest - QPointF(0, travelled), before);
-            painter.drawText(rest + QPointF(0, m_direction * height - travelled), after);
-            painter.setClipping(false);
+            painter.drawText(rest + leaving, before.sign);
+            painter.drawText(rest + coming, after.sign);
         }
-        left += width;
     }
 }
 

@@ -5,12 +5,14 @@
 #include <QFont>
 
 /// Watches a text and draws its change: each place that differs rolls in the direction of the
-/// value. Places are paired from the right, as the digits of a number are.
+/// value, or all of it fades into the new. Places are paired from the right, as the digits of a
+/// number are.
 class RollingText : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged REQUIRED)
     Q_PROPERTY(double value READ value WRITE setValue NOTIFY valueChanged)
+    Q_PROPERTY(bool digits MEMBER m_digits NOTIFY lookChanged)
     Q_PROPERTY(QString shown READ shown NOTIFY shownChanged)
     Q_PROPERTY(QFont font MEMBER m_font NOTIFY lookChanged)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged)
@@ -44,12 +46,14 @@ Q_SIGNALS:
 private:
     void roll();
     void fit();
+    void drawRolling(QPainter &painter) const;
 
     QString m_text;
     double m_value = 0;
     QString m_shown;
     QString m_before;
     double m_shownValue = 0;
+    bool m_digits = true;
     QFont m_font;
     QColor m_color;
     double m_progress = 1;

@@ -10,8 +10,9 @@ void drawIcon(QPainter &painter, const QString &name, const QRectF &box, const Q
     constexpr double side = 24; // of every recording
     QFile file(QLatin1String(":/qt/qml/Kestrelbay/icons/") % name % QLatin1String(".pic"));
     QPicture recording;
-    if (!file.open(QIODevice::ReadOnly) || !recording.load(&file)) {
-        qWarning("no icon %s", qUtf8Printable(name));
+    const bool loaded = file.open(QIODevice::ReadOnly) && recording.load(&file);
+    Q_ASSERT_X(loaded, "drawIcon", qUtf8Printable(name));
+    if (!loaded) {
         return;
     }
     const double scale = painter.deviceTransform().m11();

@@ -61,6 +61,37 @@ TEST_F(Panel, isCompactOrWide)
     EXPECT_EQ(m_stage.window().width(), qRound(Metrics::wideBody) + 28);
 }
 
+/// Whether each of so many bars has grown, however and whenever they came.
+bool areGrown(QQuickItem &panel, qsizetype count)
+{
+    QList<double> growths;
+    const std::function<void(const QQuickItem &)> look = [&](const QQuickItem &item) {
+        const QVariant growth = item.property("growth");
+        if (growth.isValid()) {
+            growths << growth.toDouble();
+        }
+        std::ranges::for_each(item.childItems(), [&](const QQuickItem *child) { look(*child); });
+    };
+    look(panel);
+    return growths == QList<double>(count, 1);
+}
+
+TEST_F(Panel, growsItsBarsWhenTheyComeAndWhenMoreDo)
+{
+    m_model.setExpanded(true);
+    for (const bool reduced : {true, false}) {
+        Motion::setReduced(reduced);
+        for (const int days : {1, 14, 3}) {
+            m_model.loadStats(Canned::statistics({.days = days, .sessions = 1}));
+            EXPECT_TRUE(m_stage.settle());
+            const qsizetype bars = m_model.series().bars.size();
+            EXPECT_TRUE(areGrown(*m_stage.window().rootObject(), bars)) << days << ' ' << reduced;
+            Motion::setReduced(false); // what was still grows none the less
+            EXPECT_TRUE(areGrown(*m_stage.window().rootObject(), bars)) << days << ' ' << reduced;
+        }
+    }
+}
+
 TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
 {
     m_model.setExpanded(true);

@@ -48,20 +48,33 @@ TEST(RollingText, goesFromOneTextToTheOtherInTheDirectionOfTheValue)
     EXPECT_EQ(drawn(rolling, 0.75), upwards); // the same way back
 }
 
-TEST(RollingText, pairsPlacesFromTheRight)
+TEST(RollingText, goesBetweenTextsOfAnyLength)
 {
-    const std::tuple<const char *, const char *, bool> rows[] = {// text, next, last place stays
-        {"9%", "29%", true}, {"100%", "7%", true}, {"$7", "$8", false}, {"", "$8", false}};
-    for (const auto &[text, next, stays] : rows) {
-        RollingText rolling;
-        show(rolling, "–", 0);
-        show(rolling, text, 0);
-        show(rolling, next, 1);
-        EXPECT_EQ(drawn(rolling, 1), still(next)) << next;
-        const int end = static_cast<int>(rolling.implicitWidth());
-        const QRect last(end - 4, 0, 4, 40);
-        EXPECT_EQ(drawn(rolling, 0.5).copy(last) == still(next).copy(last), stays) << next;
+    const std::pair<const char *, const char *> rows[] = {{"9%", "29%"}, {"100%", "7%"},
+        {"$99.50", "$100"}, {"", "$8"}, {"$8", ""}, {"7.2M", "7.3M"}};
+    for (const auto &[text, next] : rows) {
+        for (const bool digits : {true, false}) {
+            RollingText rolling;
+            rolling.setProperty("digits", digits);
+            show(rolling, "-", 0);
+            show(rolling, text, 0);
+            show(rolling, next, 1);
+            EXPECT_EQ(drawn(rolling, 0), still(text)) << text;
+            EXPECT_EQ(drawn(rolling, 1), still(next)) << next;
+            EXPECT_NE(drawn(rolling, 0.5), still(next)) << next;
+        }
     }
+}
+
+TEST(RollingText, leavesPlacesThatStay)
+{
+    RollingText rolling;
+    show(rolling, "17", 17);
+    show(rolling, "27", 27);
+    const auto end = static_cast<int>(rolling.implicitWidth());
+    const QRect last(end - 5, 0, 5, 40);
+    EXPECT_NE(drawn(rolling, 0.5), still("27"));
+    EXPECT_EQ(drawn(rolling, 0.5).copy(last), still("27").copy(last));
 }
 
 TEST(RollingText, rollsOnlyWhereOneTextTakesThePlaceOfAnother)

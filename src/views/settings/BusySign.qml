@@ -11,6 +11,7 @@ TintedIcon {
 
     name: "refresh-cw"
     opacity: root.busy ? 1 : 0
+    smooth: true
     visible: root.opacity > 0
 
     Behavior on opacity {
