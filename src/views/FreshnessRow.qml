@@ -48,7 +48,7 @@ Item {
         }
         Tip {
             text: root.readings.tip
-            wanted: hover.hovered && root.readings.tip
+            wanted: hover.hovered && root.readings.tip !== ""
         }
     }
 }

@@ -1,5 +1,5 @@
-// kestrelbay-record-icons FOLDER FILE...: turns each drawing, an SVG of 24 by 24, into a recording of
-// how it is painted, in black. So the program that shows it needs no SVG reader.
+// kestrelbay-record-icons FOLDER FILE...: turns each drawing, an SVG of 24 by 24, into a recording
+// of how it is painted, in black. So the program that shows it needs no SVG reader.
 
 #include <QFile>
 #include <QFileInfo>
