@@ -36,9 +36,8 @@ TEST(DatesInStrings, followTheTranslatedPattern)
         {"fr", "tr-TR", "'I' yyyy", "ı 2025"},
         // Only dots right behind a letter go, and one of them.
         {"en", "en-US", "'.𝐀. a..' d. 'é. 1. 😀.'", ".𝐀 a. 14. é 1. 😀."},
-        // No pattern, a letter that no pattern knows, a culture that nobody knows.
-        {"en", "en-US", "", ""}, {"en", "en-US", "d n", ""},
-        {"en", "Köln@x=;=", "d yyyy", "14 2025"}};
+        // No pattern, a culture that nobody knows.
+        {"en", "en-US", "", ""}, {"en", "Köln@x=;=", "d yyyy", "14 2025"}};
     for (const auto &row : rows) {
         const Strings strings = withPattern(row.code, row.culture, row.pattern);
         const auto written = [&](MonthForm form) {
