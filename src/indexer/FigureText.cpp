@@ -33,12 +33,10 @@ std::string grouped(std::uint64_t number)
 
 std::string costText(const std::optional<Money> &cost)
 {
-    return cost ? dollarsText(cost->dollars()) : "?";
-}
-
-std::string dollarsText(double dollars)
-{
-    return fmt::format("${:.2f}", dollars);
+    constexpr Money::Amount perDollar = 100;
+    return cost ? fmt::format("${}.{:02}", cost->cents() / perDollar,
+               static_cast<unsigned>(cost->cents() % perDollar))
+                : "?";
 }
 
 std::string bytesText(std::uint64_t bytes)

@@ -13,7 +13,6 @@ namespace indexer {
 
 /// "$4.20", or "?" for a cost that is not known.
 [[nodiscard]] std::string costText(const std::optional<Money> &cost);
-[[nodiscard]] std::string dollarsText(double dollars);
 
 /// "12.4 MB", in powers of 1000.
 [[nodiscard]] std::string bytesText(std::uint64_t bytes);

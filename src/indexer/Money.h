@@ -16,10 +16,15 @@ public:
     {
     }
 
+    /// From dollars as a file states them; no less than nothing.
+    [[nodiscard]] static Money ofDollars(double dollars);
+
     [[nodiscard]] bool operator==(const Money &) const = default;
     [[nodiscard]] Amount picodollars() const { return m_pico; }
     /// In dollars, rounded to the millionth.
     [[nodiscard]] double dollars() const;
+    /// Rounded to the cent, half a cent up.
+    [[nodiscard]] Amount cents() const;
 
     Money &operator+=(const Money &other);
 

@@ -47,7 +47,7 @@ std::string text(const Facts &facts)
 {
     std::string line;
     if (facts.isOfToday && facts.totals->today) {
-        line = dollarsText(*facts.totals->today);
+        line = costText(Money::ofDollars(*facts.totals->today));
     }
     if (facts.fullest) {
         line += (line.empty() ? "" : " · ") + fmt::format("{:.0f}%", *facts.fullest);
@@ -61,7 +61,7 @@ std::string totalsLines(const StoredTotals &totals, bool isOfToday, TimePoint no
     if (isOfToday) {
         for (const auto &[name, cost] : {std::pair("Today", totals.today),
                  {"This week", totals.week}, {"This month", totals.month}}) {
-            lines += fmt::format("{}: {}\n", name, cost ? dollarsText(*cost) : "?");
+            lines += fmt::format("{}: {}\n", name, cost ? costText(Money::ofDollars(*cost)) : "?");
         }
     }
     const auto age = std::max(now - totals.writtenAt, std::chrono::milliseconds {0});
