@@ -2,7 +2,7 @@
 
 import { at, dayOf, HOUR, MINUTE } from './days.mjs';
 import { codexModelOn } from './models.mjs';
-import { costOf } from './prices.mjs';
+import { costOf, isAssumed } from './prices.mjs';
 import { PROJECTS, PROMPTS, TITLES } from './texts.mjs';
 
 // Since when each response has a record of its own; before there were only totals.
@@ -24,7 +24,7 @@ class Thread {
 
   /** `session` is the one that its usage is booked to; `fields` go into the first line. */
   constructor(home, { session, day, now, fields = {} }) {
-    Object.assign(this, { home, session, day, now, model: codexModelOn(day) });
+    Object.assign(this, { home, session, day, now, ...codexModelOn(day) });
     this.id = home.random.uuid();
     const stamp = new Date(now - new Date(now).getTimezoneOffset() * MINUTE).toISOString();
     const name = `rollout-${stamp.slice(0, 19).replaceAll(':', '-')}-${this.id}.jsonl`;
@@ -54,14 +54,14 @@ class Thread {
 
   startTurn(text) {
     this.turn = this.home.random.uuid();
-    this.say('turn_context', { turn_id: this.turn, cwd: this.session.cwd, model: this.model });
+    this.say('turn_context', { turn_id: this.turn, cwd: this.session.cwd, model: this.spelledAs });
     const content = [{ type: 'input_text', text }];
     this.say('response_item', { type: 'message', role: 'user', content });
   }
 
   respond({ cached, long = false }) {
     const { random } = this.home;
-    const written = this.model.startsWith('gpt-6') ? random.whole(0, 3_000) : 0;
+    const written = /^gpt-(5\.6|6)/.test(this.model) ? random.whole(0, 3_000) : 0;
     const fresh = long ? 290_000 : random.whole(400, 20_000);
     const output = random.mostlySmall(150, 6_000);
     const counts = [cached + written + fresh, cached, written, output, Math.floor(output / 3)];
@@ -84,6 +84,7 @@ class Thread {
       model: this.model,
       usage: tokens,
       cost: costOf(this.model, dayOf(time), tokens),
+      estimated: isAssumed(this.model, dayOf(time), tokens),
     });
     this.now += random.whole(10, 90) * 1000;
   }

@@ -28,13 +28,22 @@ const ERAS = [
 const CODEX_ERAS = [
   ['', 'gpt-5.2-codex'],
   ['2026-04-25', 'gpt-5.5'],
+  ['2026-07-10', 'gpt-5.6-terra'],
+  ['2026-07-20', 'gpt-5.6-luna'],
+  ['2026-08-01', 'gpt-5.6-terra'],
+  ['2026-08-10', 'gpt-5.6-codex'],
+  ['2026-08-23', 'gpt-5.6-sol', 'gpt-5.6'],
+  ['2026-09-05', 'gpt-6-astra', 'gpt-6-astra-2026-09-03'],
   ['2026-09-24', 'gpt-6-sol'],
   ['2026-10-01', 'gpt-6.1-sol'],
   ['2026-11-19', 'gpt-6.2-sol'],
+  ['2026-11-21', 'gpt-6.2-astra'],
 ];
 
+/** The model, and how transcripts write its id. */
 export function codexModelOn(day) {
-  return CODEX_ERAS.filter(([from]) => from <= day).at(-1)[1];
+  const [, model, spelledAs = model] = CODEX_ERAS.filter(([from]) => from <= day).at(-1);
+  return { model, spelledAs };
 }
 
 /** `size` is small, medium, large or top. */

@@ -20,17 +20,27 @@ const RATES = [
   [['claude-haiku-5-5'], '2026-10-07', 0.1, 0.5, 0.125, 0.2, 0.01],
   [['claude-haiku-4-5'], '', 1, 5, 1.25, 2, 0.1],
   [['claude-haiku-3-5'], '', 0.8, 4, 1, 1.6, 0.08],
-  // Codex writes its cache for one time only, and for nothing before GPT-6.
+  // Codex writes its cache for one time only, and for nothing before GPT-5.6.
   [['gpt-5.2-codex'], '', 1.75, 14, 0, 0, 0.175],
   [['gpt-5.5'], '2026-04-23', 5, 30, 0, 0, 0.5],
+  [['gpt-5.6-terra'], '', 2.5, 15, 3.125, 0, 0.25],
+  [['gpt-5.6-terra'], '2026-07-30', 2, 12, 2.5, 0, 0.2],
+  [['gpt-5.6-luna'], '', 1, 6, 1.25, 0, 0.1],
+  [['gpt-5.6-luna'], '2026-07-30', 0.2, 1.2, 0.25, 0, 0.02],
+  [['gpt-5.6-sol', 'gpt-5.6-codex'], '', 5, 30, 6.25, 0, 0.5],
+  [['gpt-5.6-sol', 'gpt-5.6-codex'], '2026-08-21', 4, 20, 5, 0, 0.4],
+  [['gpt-6-astra'], '2026-09-03', 10, 50, 12.5, 0, 1],
   [['gpt-6-sol'], '2026-09-22', 2, 10, 2.5, 0, 0.2],
   [['gpt-6.1-sol'], '2026-09-29', 2, 10, 2.5, 0, 0.1],
   [['gpt-6.2-sol'], '2026-11-17', 2, 10, 2.5, 0, 0.1],
+  [['gpt-6.2-astra'], '2026-11-17', 8, 40, 10, 0, 0.4],
 ];
 
 // Above so many prompt tokens the whole request costs other rates.
 const LONG_RATES = {
   'claude-haiku-5-5': [100_000, 0.5, 2.5, 0.625, 1, 0.05],
+  'gpt-6-astra': [272_000, 20, 75, 25, 0, 2],
+  'gpt-6.2-astra': [272_000, 16, 60, 20, 0, 0.8],
   'gpt-6-sol': [272_000, 4, 15, 5, 0, 0.4],
   'gpt-6.1-sol': [272_000, 4, 15, 5, 0, 0.2],
   'gpt-6.2-sol': [272_000, 4, 15, 5, 0, 0.2],
@@ -75,6 +85,12 @@ export function costOf(model, day, usage, mode = {}) {
   }
   if (mode.tier === 'batch') return cost / 2n;
   return (mode.tier ?? 'standard') === 'standard' ? cost : null;
+}
+
+/** Whether somebody had to guess a rate that this needs. */
+export function isAssumed(model, day, usage) {
+  const isOver = model === 'gpt-5.6-sol' && day >= '2026-11-22';
+  return isOver || model === 'gpt-5.6-codex' || (model === 'gpt-6.2-astra' && usage.read > 0);
 }
 
 export function dollars(picoDollars) {

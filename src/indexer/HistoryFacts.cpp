@@ -2,8 +2,12 @@
 
 #include "indexer/FactTable.h"
 #include "indexer/FileTable.h"
+#include "indexer/SumTable.h"
 
+#include <algorithm>
 #include <fmt/format.h>
+#include <set>
+#include <utility>
 
 namespace indexer {
 
@@ -31,16 +35,13 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
         return facts;
     }
     Database database(file, Database::ForReading {});
-    Statement spent(database,
-        "SELECT min(day), sum(answers), count(DISTINCT provider || ' ' || session),"
-        " count(*) FROM spent");
-    while (spent.next()) {
-        if (spent.number(3) > 0) {
-            facts.since = Day(std::chrono::days(static_cast<int>(spent.number(0))));
-        }
-        facts.answers = spent.bits(1);
-        facts.sessions = spent.bits(2);
-    }
+    std::set<std::pair<Provider, TextId>> sessions;
+    SumTable(database).visitAll([&](const SumKey &key, const Sum &sum) {
+        facts.since = std::min(facts.since.value_or(key.day), key.day);
+        facts.answers += sum.answers;
+        sessions.emplace(key.provider, key.session);
+    });
+    facts.sessions = sessions.size();
     facts.files = static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file"));
     facts.vanishedFiles =
         static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));

@@ -87,10 +87,26 @@ CREATE TABLE session (
     PRIMARY KEY (provider, session)) WITHOUT ROWID;
 
 CREATE TABLE fact (name TEXT PRIMARY KEY, value BLOB NOT NULL) WITHOUT ROWID;
+)",
+    R"(
+-- The sums in one text, sealed to their place.
+DROP TABLE spent;
+CREATE TABLE spent (
+    provider INTEGER NOT NULL,
+    session INTEGER NOT NULL,
+    day INTEGER NOT NULL,                -- the local day, counted from 1970
+    model INTEGER NOT NULL,
+    told BLOB NOT NULL,
+    PRIMARY KEY (provider, session, day, model)) WITHOUT ROWID;
+UPDATE fact SET value = CAST('outdated' AS BLOB) WHERE name = 'sums';
+
+-- What a thread is called by its file goes behind a title of Codex's own, unless that is the prompt.
+ALTER TABLE session ADD COLUMN prompt BLOB NOT NULL DEFAULT x'';
+CREATE TABLE thread_title (thread BLOB PRIMARY KEY, title BLOB NOT NULL) WITHOUT ROWID;
 )"};
 
 /// So many tables and indexes the newest version has.
-constexpr std::int64_t parts = 13;
+constexpr std::int64_t parts = 14;
 
 } // namespace
 

@@ -62,14 +62,41 @@ public:
         return value;
     }
 
-    Rates rates(const json &object, const std::string &place)
+    /// The texts of a list, which has to hold nothing else; of `known` ones only, if there are any.
+    std::vector<std::string> texts(const json &object, std::string_view key,
+        const std::string &place, std::initializer_list<std::string_view> known = {})
+    {
+        std::vector<std::string> result;
+        const auto found = object.find(key);
+        if (found == object.end()) {
+            return result;
+        }
+        const bool isList = found->is_array()
+            && std::all_of(
+                found->begin(), found->end(), [](const json &each) { return each.is_string(); });
+        result = isList ? found->get<std::vector<std::string>>() : result;
+        const bool isKnown = known.size() == 0
+            || std::all_of(result.begin(), result.end(), [&known](const std::string &each) {
+                   return std::find(known.begin(), known.end(), each) != known.end();
+               });
+        if (!isList || !isKnown) {
+            fail(place,
+                fmt::format(
+                    "\"{}\" must be a list of names{}", key, known.size() == 0 ? "" : " of rates"));
+        }
+        return result;
+    }
+
+    Rates rates(
+        const json &object, const std::string &place, const std::vector<std::string> &assumed)
     {
         const auto rate = [&](std::string_view key) -> Rate {
             const auto found = object.find(key);
             if (found != object.end() && found->is_null()) {
-                return std::nullopt;
+                return {};
             }
-            return std::llround(number(object, key, highestRate, place) * picoPerUnit);
+            return {std::llround(number(object, key, highestRate, place) * picoPerUnit),
+                std::find(assumed.begin(), assumed.end(), key) != assumed.end()};
         };
         return {.input = rate("input"),
             .output = rate("output"),
@@ -93,7 +120,8 @@ PriceRow Reader::row(const json &object, const std::string &place)
         fail(place, "a price must be an object");
         return row;
     }
-    knownKeys(object, {"validFrom", "input", "output", "write5m", "write1h", "read", "longPrompt"},
+    knownKeys(object,
+        {"validFrom", "input", "output", "write5m", "write1h", "read", "longPrompt", "assumed"},
         place);
     if (const auto from = object.find("validFrom"); from != object.end() && !from->is_null()) {
         const auto date =
@@ -103,7 +131,9 @@ PriceRow Reader::row(const json &object, const std::string &place)
         }
         row.validFrom = date.value_or(row.validFrom);
     }
-    row.rates = rates(object, place);
+    const auto assumed =
+        texts(object, "assumed", place, {"input", "output", "write5m", "write1h", "read"});
+    row.rates = rates(object, place, assumed);
     if (const auto longer = object.find("longPrompt"); longer != object.end()) {
         const std::string inner = place + " longPrompt";
         if (!longer->is_object()) {
@@ -114,7 +144,7 @@ PriceRow Reader::row(const json &object, const std::string &place)
         constexpr double longest = 1e9;
         row.longPrompt =
             LongPrompt {static_cast<std::uint64_t>(number(*longer, "above", longest, inner)),
-                rates(*longer, inner)};
+                rates(*longer, inner, assumed)};
     }
     return row;
 }
@@ -127,7 +157,7 @@ ModelPrices Reader::model(const json &object, const std::string &place)
         fail(place, "must be an object with a list \"prices\"");
         return model;
     }
-    knownKeys(object, {"prices", "fastMultiplier"}, place);
+    knownKeys(object, {"prices", "fastMultiplier", "aliases"}, place);
     if (rows->empty()) {
         fail(place, "\"prices\" must not be empty");
     }
@@ -138,6 +168,7 @@ ModelPrices Reader::model(const json &object, const std::string &place)
         model.fastThousandths =
             std::llround(number(object, "fastMultiplier", highestFactor, place) * thousandths);
     }
+    model.aliases = texts(object, "aliases", place);
     return model;
 }
 

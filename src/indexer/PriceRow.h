@@ -9,7 +9,10 @@ namespace indexer {
 
 /// A price per token in picodollars (a millionth of the usual dollars per million tokens), if it is
 /// known.
-using Rate = std::optional<std::int64_t>;
+struct Rate {
+    std::optional<std::int64_t> picodollars;
+    bool isAssumed = false; // nobody stated it
+};
 
 struct Rates {
     Rate input;

@@ -16,6 +16,7 @@ namespace indexer {
 struct ModelPrices {
     std::vector<PriceRow> rows;                  // oldest first
     std::optional<std::int64_t> fastThousandths; // what fast mode multiplies with, where known
+    std::vector<std::string> aliases;            // other ids of the same model
 };
 
 /// What is to be priced: one request to a model.
@@ -28,10 +29,11 @@ struct PricedRequest {
     bool isSum = false; // of several requests: its size tells nothing of theirs
 };
 
-/// A price, and whether the true one may be higher.
+/// A price, and how sure it is.
 struct Price {
     Money cost;
-    bool isEstimated = false;
+    bool isTooLow = false;  // the true one may be higher
+    bool isAssumed = false; // nobody stated a rate that it was made by
 };
 
 /// The list prices of all known models over time.
@@ -39,6 +41,9 @@ class PriceTable final {
 public:
     /// Nothing where the price is not known: there is no guessing.
     [[nodiscard]] std::optional<Price> price(const PricedRequest &request) const;
+
+    /// The id that the table lists a model by; one that it does not know stays as it is.
+    [[nodiscard]] std::string_view baseId(std::string_view model) const;
 
     /// Tells this table from others.
     [[nodiscard]] std::uint64_t hash() const;
@@ -49,9 +54,12 @@ public:
     void override(const PriceTable &other);
 
 private:
-    [[nodiscard]] const ModelPrices *find(std::string_view model) const;
+    using Models = std::map<std::string, ModelPrices, std::less<>>;
 
-    std::map<std::string, ModelPrices, std::less<>> m_models;
+    [[nodiscard]] Models::const_iterator find(std::string_view model) const;
+
+    Models m_models;
+    std::map<std::string, std::string, std::less<>> m_aliases; // and what they stand for
 };
 
 } // namespace indexer

@@ -62,9 +62,10 @@ std::string writtenState(const Options &options, TimePoint now)
         stateOf(options.data / statisticsName), stateOf(options.data / limitsName));
 }
 
-std::optional<std::string> write(const Options &options, const History &history, TimePoint now)
+std::optional<std::string> write(
+    const Options &options, const History &history, const PriceTable &prices, TimePoint now)
 {
-    const Statistics statistics = computeStatistics(history, {}, now);
+    const Statistics statistics = computeStatistics(history, prices, {}, now);
     // What could not be read of the history must not be told as nothing.
     auto problem = history.problem();
     if (!problem) {
@@ -80,10 +81,11 @@ std::optional<std::string> write(const Options &options, const History &history,
     return problem;
 }
 
-std::string report(const Options &options, const History &history, TimePoint now)
+std::string report(
+    const Options &options, const History &history, const PriceTable &prices, TimePoint now)
 {
     const auto &report = std::get<ReportOptions>(options.command);
-    const Statistics statistics = computeStatistics(history, report.filter, now);
+    const Statistics statistics = computeStatistics(history, prices, report.filter, now);
     const Terminal terminal = terminalOf(STDOUT_FILENO);
     const bool isTable = report.format == ReportFormat::Table;
     if (statistics.days.empty() && isTable) {
@@ -212,10 +214,10 @@ Outcome update(const Options &options, TimePoint now)
         problem = history->problem();
     }
     if (isReport && !problem) {
-        outcome.output = report(options, *history, now);
+        outcome.output = report(options, *history, prices.table, now);
         problem = history->problem(); // what could not be read is no part of it
     } else if (!problem && !isWritten(options, *history, now)) {
-        problem = write(options, *history, now);
+        problem = write(options, *history, prices.table, now);
     }
     if (problem) {
         return failed(*problem, std::move(outcome));

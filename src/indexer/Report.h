@@ -20,7 +20,8 @@ namespace indexer {
     const Statistics &statistics, const ReportOptions &options, const Terminal &terminal);
 
 /// An array of rows. Of "models", each is its cost alone or, where models were asked for, an object
-/// with its tokens and its cost; a cost that is not known is null.
+/// with its tokens, its cost and the reason why that is an estimate; a cost that is not known is
+/// null, and so is the reason where there is none.
 [[nodiscard]] std::string reportJson(const Statistics &statistics, const ReportOptions &options);
 
 /// A line of names and a line for each row or, where models were asked for, for each model of each

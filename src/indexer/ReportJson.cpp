@@ -24,10 +24,26 @@ void putFigures(Json &row, const TokenSums &tokens, const std::optional<Money> &
     row["cost"] = costJson(cost);
 }
 
+Json reasonJson(Doubt doubt)
+{
+    switch (doubt) {
+    case Doubt::Incomplete:
+        return "incomplete";
+    case Doubt::Assumed:
+        return "assumed";
+    case Doubt::Unknown:
+        return "unknown";
+    case Doubt::None:
+        break;
+    }
+    return nullptr;
+}
+
 Json modelJson(const ModelSpending &spending)
 {
     Json model = Json::object();
     putFigures(model, spending.tokens, spending.cost);
+    model["reason"] = reasonJson(spending.doubt);
     return model;
 }
 

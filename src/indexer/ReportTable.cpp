@@ -115,8 +115,9 @@ std::string ReportRows::text(const Terminal &terminal)
     addModels(m_sum);
     std::string text = m_table.text(terminal);
     if (m_sum.isEstimated) {
-        text += "\n* Some of this usage has no known price or was not recorded to its end, so the"
-                " true cost is higher.\n";
+        text +=
+            "\n* An estimate: some of this usage has no known price or an assumed one, or was not"
+            " recorded to its end.\n";
     }
     return text;
 }

@@ -1,15 +1,31 @@
 #include "indexer/Spending.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace indexer {
 
 namespace {
 
+constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+
+std::uint64_t narrowed(Sum::Wide tokens)
+{
+    return static_cast<std::uint64_t>(std::min<Sum::Wide>(tokens, largest));
+}
+
 std::uint64_t sum(std::uint64_t a, std::uint64_t b)
 {
     const std::uint64_t result = a + b;
-    return result < a ? std::numeric_limits<std::uint64_t>::max() : result;
+    return result < a ? largest : result;
+}
+
+Doubt doubtOf(const Sum &sum)
+{
+    return sum.unpriced > 0 ? Doubt::Unknown
+        : sum.assumed > 0   ? Doubt::Assumed
+        : sum.estimated > 0 ? Doubt::Incomplete
+                            : Doubt::None;
 }
 
 void addTo(std::optional<Money> &total, std::optional<Money> part)
@@ -40,6 +56,7 @@ ModelSpending &ModelSpending::operator+=(const ModelSpending &other)
 {
     tokens += other.tokens;
     addTo(cost, other.cost);
+    doubt = std::max(doubt, other.doubt);
     return *this;
 }
 
@@ -58,16 +75,17 @@ void Spending::add(std::string_view model, const Sum &sum)
     if (sum.used == 0) {
         return;
     }
-    const TokenSums used {.input = sum.input,
-        .output = sum.output,
-        .cacheWrite = sum.cacheWrite,
-        .cacheRead = sum.cacheRead};
+    const TokenSums used {.input = narrowed(sum.input),
+        .output = narrowed(sum.output),
+        .cacheWrite = narrowed(sum.cacheWrite),
+        .cacheRead = narrowed(sum.cacheRead)};
     const bool isPriced = sum.used > sum.unpriced;
     auto found = models.find(model);
     if (found == models.end()) {
         found = models.emplace(model, ModelSpending {}).first;
     }
-    found->second += {used, isPriced ? std::optional(Money(sum.picodollars)) : std::nullopt};
+    found->second +=
+        {used, isPriced ? std::optional(Money(sum.picodollars)) : std::nullopt, doubtOf(sum)};
     tokens += used;
 }
 

@@ -23,10 +23,19 @@ struct TokenSums {
     TokenSums &operator+=(const TokenSums &other);
 };
 
+/// Why a cost is an estimate; what comes later here says more.
+enum class Doubt : std::uint8_t {
+    None,
+    Incomplete, // some of it was not recorded to its end, or not request by request
+    Assumed,    // nobody stated some of its prices
+    Unknown     // some of its prices are not known
+};
+
 /// What one model used.
 struct ModelSpending {
     TokenSums tokens;
     std::optional<Money> cost; // nothing when none of its prices is known
+    Doubt doubt = Doubt::None;
 
     ModelSpending &operator+=(const ModelSpending &other);
 };
@@ -34,9 +43,9 @@ struct ModelSpending {
 /// What was used and what that cost, of a span of time or a session.
 struct Spending {
     TokenSums tokens;
-    /// By model id, as the transcripts write it.
+    /// By model id.
     std::map<std::string, ModelSpending, std::less<>> models;
-    /// Whether the true cost is likely to be higher.
+    /// Whether the true cost is likely to be another.
     bool isEstimated = false;
 
     [[nodiscard]] bool isEmpty() const { return models.empty(); }

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <map>
 #include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace indexer {
@@ -23,7 +24,7 @@ using Days = std::map<Day, Period>;
 /// Adds up the sums of a history by days and sessions.
 class Summing final {
 public:
-    Summing(const History &history, const StatisticsFilter &filter);
+    Summing(const History &history, const PriceTable &prices, const StatisticsFilter &filter);
 
     [[nodiscard]] const Days &days() const { return m_days; }
     [[nodiscard]] const Days &days(Provider provider) const
@@ -35,16 +36,20 @@ public:
 
 private:
     void add(const SumKey &key, const Sum &sum);
+    [[nodiscard]] std::string_view modelOf(const SumKey &key);
 
     Database &m_database;
+    const PriceTable &m_prices;
     NameTable m_names;
+    std::unordered_map<TextId, std::string_view> m_models; // that were asked for
     Days m_days;
     std::array<Days, providerNames.size()> m_byProvider;
     std::map<SessionKey, Spending> m_sessions;
 };
 
-Summing::Summing(const History &history, const StatisticsFilter &filter)
+Summing::Summing(const History &history, const PriceTable &prices, const StatisticsFilter &filter)
     : m_database(history.database())
+    , m_prices(prices)
     , m_names(history.database())
 {
     SumTable(m_database).visitAll([&](const SumKey &key, const Sum &sum) {
@@ -57,7 +62,7 @@ Summing::Summing(const History &history, const StatisticsFilter &filter)
 void Summing::add(const SumKey &key, const Sum &sum)
 {
     const SessionKey session(key.provider, key.session);
-    const std::string_view model = m_names.names().text(key.model);
+    const std::string_view model = modelOf(key);
     for (Days *days : {&m_days, &m_byProvider.at(static_cast<std::size_t>(key.provider))}) {
         Period &period = (*days)[key.day];
         period.start = key.day;
@@ -69,6 +74,16 @@ void Summing::add(const SumKey &key, const Sum &sum)
     if (key.session != 0) {
         m_sessions[session].add(model, sum);
     }
+}
+
+/// One name for all the ids of a model: transcripts write it in several ways.
+std::string_view Summing::modelOf(const SumKey &key)
+{
+    const auto [known, isNew] = m_models.try_emplace(key.model);
+    if (isNew) {
+        known->second = m_prices.baseId(m_names.names().text(key.model));
+    }
+    return known->second;
 }
 
 std::vector<SessionSummary> Summing::sessions() const
@@ -161,9 +176,10 @@ Totals totalsOf(const Days &all, Day today)
 
 } // namespace
 
-Statistics computeStatistics(const History &history, const StatisticsFilter &filter, TimePoint now)
+Statistics computeStatistics(
+    const History &history, const PriceTable &prices, const StatisticsFilter &filter, TimePoint now)
 {
-    const Summing summing(history, filter);
+    const Summing summing(history, prices, filter);
     const Days &all = summing.days();
     LocalCalendar calendar;
     const Day today = calendar.dayOf(now);

@@ -50,8 +50,9 @@ struct Statistics {
     std::array<Totals, providerNames.size()> byProvider;
 };
 
-/// From what a history holds, as far as the filter lets it through.
-[[nodiscard]] Statistics computeStatistics(
-    const History &history, const StatisticsFilter &filter, TimePoint now);
+/// From what a history holds, as far as the filter lets it through. Models are named as the prices
+/// list them.
+[[nodiscard]] Statistics computeStatistics(const History &history, const PriceTable &prices,
+    const StatisticsFilter &filter, TimePoint now);
 
 } // namespace indexer

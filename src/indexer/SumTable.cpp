@@ -4,24 +4,15 @@ namespace indexer {
 
 namespace {
 
-constexpr std::int64_t dollar = 1'000'000'000'000; // in picodollars
-
 std::int64_t numberOf(Day day)
 {
     return day.time_since_epoch().count();
 }
 
-/// Reads what stands in a row from a column on.
-Sum readSum(const Statement &row, int column)
+std::uint64_t placeOf(const SumKey &key)
 {
-    Sum sum;
-    for (const auto count : {&Sum::answers, &Sum::used, &Sum::unpriced, &Sum::estimated,
-             &Sum::input, &Sum::output, &Sum::cacheWrite, &Sum::cacheRead}) {
-        sum.*count = row.bits(column++);
-    }
-    sum.picodollars = Money::Amount {row.number(column)} * dollar;
-    sum.picodollars += row.number(column + 1);
-    return sum;
+    return sealPlace({static_cast<std::uint64_t>(key.provider), key.session,
+        static_cast<std::uint64_t>(numberOf(key.day)), key.model});
 }
 
 } // namespace
@@ -33,30 +24,28 @@ SumTable::SumTable(Database &database)
 
 void SumTable::visitAll(const Visit &visit) const
 {
-    Statement rows(m_database,
-        "SELECT provider, session, day, model, answers, used, unpriced, estimated, input, output,"
-        " cache_write, cache_read, dollars, picodollars FROM spent");
-    constexpr int firstOfSum = 4;
+    Statement rows(m_database, "SELECT provider, session, day, model, told FROM spent");
     while (rows.next()) {
-        visit({static_cast<Provider>(rows.number(0)), static_cast<TextId>(rows.number(1)),
-                  Day(std::chrono::days(static_cast<int>(rows.number(2)))),
-                  static_cast<TextId>(rows.number(3))},
-            readSum(rows, firstOfSum));
+        const SumKey key {static_cast<Provider>(rows.number(0)),
+            static_cast<TextId>(rows.number(1)),
+            Day(std::chrono::days(static_cast<int>(rows.number(2)))),
+            static_cast<TextId>(rows.number(3))};
+        if (const auto sum = unpackSum(rows.bytes(4), placeOf(key))) {
+            visit(key, *sum);
+        } else {
+            m_database.setDamaged();
+        }
     }
 }
 
 bool SumTable::change(const std::map<SumKey, Sum> &differences)
 {
-    Statement held(m_database,
-        "SELECT answers, used, unpriced, estimated, input, output, cache_write, cache_read,"
-        " dollars, picodollars FROM spent"
-        " WHERE provider = ? AND session = ? AND day = ? AND model = ?");
-    Statement removal(m_database,
-        "DELETE FROM spent WHERE provider = ? AND session = ? AND day = ? AND model = ?");
+    constexpr const char *place = " WHERE provider = ? AND session = ? AND day = ? AND model = ?";
+    Statement held(m_database, std::string("SELECT told FROM spent") + place);
+    Statement removal(m_database, std::string("DELETE FROM spent") + place);
     Statement replacement(m_database,
-        "INSERT OR REPLACE INTO spent (provider, session, day, model, answers, used, unpriced,"
-        " estimated, input, output, cache_write, cache_read, dollars, picodollars)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+        "INSERT OR REPLACE INTO spent (provider, session, day, model, told)"
+        " VALUES (?, ?, ?, ?, ?)");
     bool isSound = true;
     for (const auto &[key, difference] : differences) {
         if (difference == Sum {}) {
@@ -67,17 +56,18 @@ bool SumTable::change(const std::map<SumKey, Sum> &differences)
         Sum sum = difference;
         held.bind(provider, key.session, day, key.model);
         while (held.next()) {
-            sum += readSum(held, 0);
+            const auto before = unpackSum(held.bytes(0), placeOf(key));
+            isSound = isSound && before;
+            sum += before.value_or(Sum {});
         }
         if (sum == Sum {}) {
             removal.bind(provider, key.session, day, key.model).run();
             continue;
         }
         isSound = isSound && sum.isPossible();
-        replacement.bind(provider, key.session, day, key.model, sum.answers, sum.used, sum.unpriced,
-            sum.estimated, sum.input, sum.output, sum.cacheWrite, sum.cacheRead,
-            static_cast<std::int64_t>(sum.picodollars / dollar),
-            static_cast<std::int64_t>(sum.picodollars % dollar));
+        PackedWriter writer;
+        pack(writer, sum, placeOf(key));
+        replacement.bind(provider, key.session, day, key.model, std::string_view(writer.bytes()));
         replacement.run();
     }
     return isSound;

@@ -1,5 +1,6 @@
 #include "indexer/Sums.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -7,16 +8,20 @@ namespace indexer {
 
 namespace {
 
-constexpr std::array counts {&Sum::answers, &Sum::used, &Sum::unpriced, &Sum::estimated,
-    &Sum::input, &Sum::output, &Sum::cacheWrite, &Sum::cacheRead};
+constexpr std::array counts {
+    &Sum::answers, &Sum::used, &Sum::unpriced, &Sum::assumed, &Sum::estimated};
+constexpr std::array amounts {
+    &Sum::input, &Sum::output, &Sum::cacheWrite, &Sum::cacheRead, &Sum::picodollars};
+constexpr unsigned halfOfWide = 64;
 
 } // namespace
 
 bool Sum::isPossible() const
 {
     constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    return answers > 0 && answers <= most && used <= answers && unpriced <= used
-        && estimated <= answers && picodollars >= 0;
+    return answers > 0 && answers <= most && used <= answers && unpriced <= used && assumed <= used
+        && estimated <= answers
+        && std::ranges::all_of(amounts, [this](auto amount) { return this->*amount >= 0; });
 }
 
 Sum &Sum::operator+=(const Sum &other)
@@ -24,7 +29,9 @@ Sum &Sum::operator+=(const Sum &other)
     for (const auto count : counts) {
         this->*count += other.*count;
     }
-    picodollars += other.picodollars;
+    for (const auto amount : amounts) {
+        this->*amount += other.*amount;
+    }
     return *this;
 }
 
@@ -34,8 +41,39 @@ Sum Sum::operator-() const
     for (const auto count : counts) {
         negative.*count = -(this->*count);
     }
-    negative.picodollars = -picodollars;
+    for (const auto amount : amounts) {
+        negative.*amount = -(this->*amount);
+    }
     return negative;
+}
+
+void pack(PackedWriter &writer, const Sum &sum, std::uint64_t place)
+{
+    for (const auto count : counts) {
+        writer.number(sum.*count);
+    }
+    for (const auto amount : amounts) {
+        writer.number(static_cast<std::uint64_t>(sum.*amount));
+        writer.number(static_cast<std::uint64_t>(sum.*amount >> halfOfWide));
+    }
+    writer.seal(place);
+}
+
+std::optional<Sum> unpackSum(std::string_view bytes, std::uint64_t place)
+{
+    const auto whole = unsealed(bytes, place);
+    PackedReader reader(whole.value_or(std::string_view {}));
+    Sum sum;
+    for (const auto count : counts) {
+        sum.*count = reader.number();
+    }
+    for (const auto amount : amounts) {
+        sum.*amount = reader.number();
+        sum.*amount += static_cast<Sum::Wide>(static_cast<std::int64_t>(reader.number()))
+            << halfOfWide;
+    }
+    return reader.isSound() && reader.isAtEnd() && sum.isPossible() ? std::optional(sum)
+                                                                    : std::nullopt;
 }
 
 Sums::Sums(const PriceTable &prices, const TextPool &names)
@@ -72,10 +110,12 @@ Sum Sums::sumOf(const UsageRecord &record) const
     // A request that used nothing cost nothing, whoever answered it.
     const bool isUsed = record.usage != Usage {};
     const bool isUnpriced = isUsed && !price;
-    const bool isEstimated = isUnpriced || record.isIncomplete() || (price && price->isEstimated);
+    const bool isEstimated = isUnpriced || record.isIncomplete()
+        || (price && (price->isTooLow || (isUsed && price->isAssumed)));
     return {.answers = 1,
         .used = isUsed ? 1U : 0U,
         .unpriced = isUnpriced ? 1U : 0U,
+        .assumed = isUsed && price && price->isAssumed ? 1U : 0U,
         .estimated = isEstimated ? 1U : 0U,
         .input = record.usage.input,
         .output = record.usage.output,

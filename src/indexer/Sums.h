@@ -2,11 +2,14 @@
 
 #include "indexer/LocalCalendar.h"
 #include "indexer/Money.h"
+#include "indexer/Packed.h"
 #include "indexer/PriceTable.h"
 #include "indexer/UsageRecord.h"
 
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <string_view>
 
 namespace indexer {
 
@@ -20,17 +23,21 @@ struct SumKey {
     [[nodiscard]] auto operator<=>(const SumKey &) const = default;
 };
 
-/// What answers used and cost. Taking away what was added leaves no trace: counts wrap around.
+/// What answers used and cost. Taking away what was added leaves no trace: numbers of answers wrap
+/// around, and the others are wide enough for any number of answers.
 struct Sum {
+    using Wide = Money::Amount;
+
     std::uint64_t answers = 0;
     std::uint64_t used = 0;      // of these, those that used anything
     std::uint64_t unpriced = 0;  // of these, those without a known price
-    std::uint64_t estimated = 0; // answers whose true cost is likely to be higher
-    std::uint64_t input = 0;
-    std::uint64_t output = 0;
-    std::uint64_t cacheWrite = 0;
-    std::uint64_t cacheRead = 0;
-    Money::Amount picodollars = 0;
+    std::uint64_t assumed = 0;   // and those whose price nobody stated
+    std::uint64_t estimated = 0; // answers whose true cost is likely to be another
+    Wide input = 0;
+    Wide output = 0;
+    Wide cacheWrite = 0;
+    Wide cacheRead = 0;
+    Wide picodollars = 0;
 
     [[nodiscard]] bool operator==(const Sum &) const = default;
     /// Whether there are as many as there can be, and not fewer than none.
@@ -39,6 +46,11 @@ struct Sum {
     Sum &operator+=(const Sum &other);
     [[nodiscard]] Sum operator-() const;
 };
+
+/// For the history, sealed to their place.
+void pack(PackedWriter &writer, const Sum &sum, std::uint64_t place);
+/// Nothing for bytes that were not packed for this place, or that tell what cannot be.
+[[nodiscard]] std::optional<Sum> unpackSum(std::string_view bytes, std::uint64_t place);
 
 /// Adds up answers by provider, session, local day and model.
 class Sums final {

@@ -9,15 +9,9 @@ const BUCKETS = ['input', 'output', 'cacheWrite', 'cacheRead'];
 const money = (cost) => (cost === null ? null : Math.round(Math.round(cost * 1e9) / 1000));
 const amounts = (row) => Object.fromEntries(BUCKETS.map((bucket) => [bucket, row[bucket]]));
 
-/** Cost by model; the spellings of one model may have rows of their own. */
-function modelCosts(models) {
-  const costs = {};
-  for (const [id, cost] of Object.entries(models)) {
-    const model = id.replace(/^.*\/|-\d{8}(?=$|\[)|\[1m\]/g, '');
-    costs[model] = cost === null ? (costs[model] ?? null) : (costs[model] ?? 0) + money(cost);
-  }
-  return costs;
-}
+/** Cost by model; all spellings of one are one. */
+const modelCosts = (models) =>
+  Object.fromEntries(Object.entries(models).map(([model, cost]) => [model, money(cost)]));
 
 const dayRow = (day) => ({
   date: day.date,

@@ -16,6 +16,8 @@ TEST(Prices, followModelTimeSizeAndSpeed)
 {
     const Usage input {.input = million};
     const Usage read {.cacheRead = million};
+    const Usage write {.cacheCreation = 100'000};
+    const Usage longWrite {.input = 1, .cacheCreation = million};
     const Usage shortPrompt {.output = million, .cacheRead = 60'000, .cacheCreation = 40'000};
     Usage longPrompt = shortPrompt;
     longPrompt.input = 1;
@@ -26,6 +28,7 @@ TEST(Prices, followModelTimeSizeAndSpeed)
         const char *time = "2026-11-20T00:00:00Z";
         Speed speed = Speed::Standard;
         ServiceTier tier = ServiceTier::Standard;
+        bool isAssumed = false;
     } rows[] = {
         {"claude-opus-5-5", all, 37.2},
         {.model = "claude-opus-5-5", .usage = all, .dollars = 74.4, .speed = Speed::Fast},
@@ -42,19 +45,35 @@ TEST(Prices, followModelTimeSizeAndSpeed)
         // Writes that no lifetime is told for are short ones; a total below its parts is ignored.
         {"claude-opus-5-5", {.cacheCreation = 3 * million, .oneHour = million}, 18},
         {"claude-opus-5-5", {.cacheCreation = 1, .fiveMinutes = million, .oneHour = million}, 13},
-        // Codex: long prompts, writes without a price, and a promotion that may have ended.
+        // Codex: long prompts, writes with and without a price, and rates that nobody stated.
         {"gpt-6.2-sol", {.input = 272'000, .output = million}, 10.544},
         {"gpt-6.2-sol", {.input = 172'001, .cacheRead = 100'000}, 0.708004},
         {"gpt-5.5", {.input = 1}, 0.000005},
         {"gpt-5.5", {.input = 1, .cacheCreation = 1}, {}},
         {.model = "gpt-5.4", .usage = {.input = 1}, .dollars = 0.000005, .speed = Speed::Fast},
         {.model = "gpt-5.2", .usage = {.input = 1}, .dollars = {}, .speed = Speed::Fast},
-        {"gpt-5.6-sol", input, 8, "2026-11-21T23:59:59Z"},
-        {"gpt-5.6-sol", input, {}, "2026-11-22T00:00:00Z"},
-        // Names.
-        {"anthropic/claude-haiku-4-5-20251001[1m]", input, 1},
-        {"claude-opus-5-5-x", input, {}},
-        {"", input, {}},
+        {"gpt-6-astra", write, 1.25},
+        {"gpt-6-astra", longWrite, 25.00002},
+        {"gpt-6-luna", longWrite, 0.2500002},
+        {"gpt-6.1-terra", longWrite, 2.500002},
+        {"gpt-5.6-terra", write, 0.3125, "2026-07-29T23:59:59Z"},
+        {"gpt-5.6-terra", {.output = million, .cacheRead = 272'001}, 18.1088004},
+        {"gpt-5.6-luna", write, 0.125, "2026-07-29T23:59:59Z"},
+        {"gpt-5.6-luna", longWrite, 0.5000004},
+        {"gpt-5.6-sol", write, 0.5, "2026-11-21T23:59:59Z"},
+        {.model = "gpt-5.6-sol",
+            .usage = write,
+            .dollars = 0.5,
+            .time = "2026-11-22T00:00:00Z",
+            .isAssumed = true},
+        {.model = "gpt-5.6-codex-max", .usage = write, .dollars = 0.5, .isAssumed = true},
+        {"gpt-6.2-astra", write, 1},
+        {.model = "gpt-6.2-astra",
+            .usage = {.cacheRead = 1},
+            .dollars = 0.0000004,
+            .isAssumed = true},
+        {"gpt-5.1-codex-mini", read, 0.025},
+        {"gpt-5.3-codex-spark", input, {}},
     };
     const PriceTable prices = builtInPrices();
     for (const auto &row : rows) {
@@ -65,7 +84,28 @@ TEST(Prices, followModelTimeSizeAndSpeed)
             // To the millionth.
             EXPECT_NEAR(cost->cost.dollars(), *row.dollars, 0.51e-6)
                 << row.model << ' ' << row.time;
+            EXPECT_EQ(cost->isAssumed, row.isAssumed) << row.model << ' ' << row.time;
         }
+    }
+}
+
+TEST(Prices, areOfTheModelWhateverItsIdIsDressedIn)
+{
+    const PriceTable prices = builtInPrices();
+    const std::pair<const char *, const char *> rows[] = {{"claude-opus-5[1m]", "claude-opus-5"},
+        {"anthropic/claude-haiku-4-5-20251001[1m]", "claude-haiku-4-5"},
+        {"openai/gpt-5.4-2026-03-05", "gpt-5.4"}, {"gpt-5.6-2026-06-01", "gpt-5.6-sol"},
+        // A price that is the same makes no model the same, and a part of a name does not either.
+        {"gpt-5.6-codex", "gpt-5.6-codex"}, {"gpt-5.4-2026-3-05", "gpt-5.4-2026-3-05"},
+        {"x/claude-opus-5-5-x[1m]", "x/claude-opus-5-5-x[1m]"}, {"", ""}};
+    for (const auto &[id, base] : rows) {
+        EXPECT_EQ(prices.baseId(id), base);
+        const auto price =
+            prices.price({.model = id, .time = testNow(), .usage = {.input = million}});
+        const auto ofBase =
+            prices.price({.model = base, .time = testNow(), .usage = {.input = million}});
+        EXPECT_EQ(price.has_value(), ofBase.has_value()) << id;
+        EXPECT_TRUE(!price || price->cost == ofBase->cost) << id;
     }
 }
 
@@ -75,7 +115,7 @@ TEST(Prices, ofSeveralRequestsTakeNoneForLong)
         {.model = "gpt-6.2-sol", .time = testNow(), .usage = {.input = million}, .isSum = true});
     ASSERT_TRUE(price);
     EXPECT_EQ(price->cost.dollars(), 2);
-    EXPECT_TRUE(price->isEstimated);
+    EXPECT_TRUE(price->isTooLow);
 }
 
 TEST(Prices, areExactInAnySum)
@@ -130,6 +170,9 @@ TEST(Prices, inABadFileAreNotUsed)
         {price(R"("valid_from":"2026-11-20")"), "unknown key valid_from"},
         {price(R"("validFrom":"11/20/2026","input":1)"), "\"validFrom\" must be a date"},
         {price(R"("input":1)"), "model \"m\" price 1: \"output\" must be a number"},
+        {price(whole + R"(,"assumed":["reads"])"), "\"assumed\" must be a list of names of rates"},
+        {model(R"({"prices":[{)" + whole + R"(}],"aliases":["a",5]})"),
+            "\"aliases\" must be a list"},
         {price(R"("input":-1)"), "\"input\" must be a number from 0 to 10000"},
         {price(R"("input":10001)"), "\"input\" must be"},
         {price(whole + R"(,"longPrompt":{"over":1})"), "unknown key over in model"},

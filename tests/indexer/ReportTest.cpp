@@ -1,6 +1,7 @@
 #include "indexer/Report.h"
 
 #include "indexer/CommandLine.h"
+#include "indexer/FigureText.h"
 #include "indexer/LimitsText.h"
 #include "indexer/Scratch.h"
 #include "indexer/TextWidth.h"
@@ -73,6 +74,19 @@ TEST(ReportOptions, areReadFromTheCommandLine)
     }
 }
 
+TEST(Cost, isRoundedFromTheExactAmount)
+{
+    constexpr Money::Amount thousandth = 1'000'000'000;
+    const std::pair<Money::Amount, const char *> rows[] = {{0, "$0.00"},
+        {125 * thousandth, "$0.13"}, {125 * thousandth - 1, "$0.12"}, {2675 * thousandth, "$2.68"},
+        {999'995 * thousandth, "$1000.00"}};
+    for (const auto &[picodollars, text] : rows) {
+        EXPECT_EQ(costText(Money(picodollars)), text);
+    }
+    EXPECT_EQ(costText(Money::ofDollars(2.675)), "$2.68");
+    EXPECT_EQ(costText(std::nullopt), "?");
+}
+
 TEST(ReportCsv, quotesAndLeavesNothingToCalculate)
 {
     const Statistics statistics = someStatistics();
@@ -96,7 +110,7 @@ TEST(ReportJson, tellsEachModelsTokensWhereAsked)
         nlohmann::json::parse(R"({"claude-opus-5-5":6.0,"a,\"b\"":null})"));
     EXPECT_EQ(parsed(true)[0]["models"]["a,\"b\""],
         nlohmann::json::parse(
-            R"({"input":5,"output":0,"cacheWrite":0,"cacheRead":7,"cost":null})"));
+            R"({"input":5,"output":0,"cacheWrite":0,"cacheRead":7,"cost":null,"reason":"unknown"})"));
 }
 
 TEST(ReportTable, fitsTheTerminal)
@@ -134,9 +148,8 @@ TEST(ReportTable, showsModelsAndIsColouredOnlyWhereThatIsSeen)
         "  a,\"b\"                    5       0            0           7      ?\n"
         "  claude-opus-5-5  1,000,000     100            0           0  $6.00\n"
         "\n"
-        "* Some of this usage has no known price or was not recorded to its end, so the true cost "
-        "is"
-        " higher.\n");
+        "* An estimate: some of this usage has no known price or an assumed one, or was not"
+        " recorded to its end.\n");
     const std::string coloured = reportTable(someStatistics(), {}, {.hasColour = true});
     EXPECT_NE(coloured.find("\x1b[1mDate\x1b[0m"), std::string::npos) << coloured;
     EXPECT_NE(coloured.find("\x1b[2m0\x1b[0m"), std::string::npos) << coloured;

@@ -78,7 +78,8 @@ indexer::TimePoint testNow()
 
 std::string statsText(const indexer::History &history)
 {
-    return indexer::statsJson(indexer::computeStatistics(history, {}, testNow()));
+    return indexer::statsJson(
+        indexer::computeStatistics(history, indexer::builtInPrices(), {}, testNow()));
 }
 
 std::string Answer::line() const

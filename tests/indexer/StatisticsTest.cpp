@@ -38,7 +38,7 @@ std::string table(const Scratch &scratch, ReportKind kind)
 {
     History kept;
     scratch.update(kept);
-    return reportTable(computeStatistics(kept, {}, testNow()), {.kind = kind}, {});
+    return reportTable(computeStatistics(kept, builtInPrices(), {}, testNow()), {.kind = kind}, {});
 }
 
 TEST(Statistics, addUpCalendarSpansAndHaveARowForEachPeriod)
@@ -141,6 +141,41 @@ TEST(Statistics, haveNoCostWhereNothingHasAPrice)
     const json &unused = stats["days"][0];
     EXPECT_TRUE(unused["cost"] == 0.0 && !unused.contains("estimated"));
     EXPECT_EQ(unused["models"], json::object());
+}
+
+TEST(Statistics, nameEachModelOnceAndSayWhyItsCostIsAnEstimate)
+{
+    const Scratch scratch;
+    const auto codex = [](const char *second, const char *model, const char *usage) {
+        const std::string time = fmt::format("10:00:0{}", second);
+        return rolloutLine(time, "turn_context", fmt::format(R"("model":"{}")", model)) + '\n'
+            + rolloutLine(time, "token_usage_record",
+                fmt::format(R"("response_id":"r{}","usage":{{{}}})", second, usage));
+    };
+    scratch.transcript("p/a.jsonl",
+        {dollar("2026-11-20T10:00:00Z", "s1"),
+            dollar("2026-11-20T11:00:00Z", "s1", "claude-opus-5-5[1m]"),
+            dollar("2026-11-20T12:00:00Z", "s2", "anthropic/claude-opus-5-5-20260922")});
+    scratch.rollout("a",
+        {rolloutLine("10:00:00", "session_meta", R"("id":"t1")"),
+            codex("1", "gpt-5.6-codex", R"("output_tokens":50000)"),
+            codex("2", "gpt-5.1-2025-11-13", R"("output_tokens":100000)"),
+            codex("3", "gpt-6.2-astra", R"("output_tokens":25000)"),
+            codex("4", "gpt-6.2-astra", R"("input_tokens":1000000,"cached_input_tokens":1000000)"),
+            codex("5", "codex-auto-review", R"("output_tokens":1)")});
+    EXPECT_EQ(scratch.stats()["days"][0]["models"],
+        json::parse(R"({"claude-opus-5-5":3,"gpt-5.6-codex":1,"gpt-5.1":1,"gpt-6.2-astra":1.8})"));
+    History kept;
+    scratch.update(kept);
+    const Statistics statistics = computeStatistics(kept, builtInPrices(), {}, testNow());
+    const json report = json::parse(reportJson(statistics, {.byModel = true}));
+    json reasons;
+    for (const auto &[model, told] : report[0]["models"].items()) {
+        reasons[model] = told["reason"];
+    }
+    EXPECT_EQ(reasons,
+        json::parse(R"({"claude-opus-5-5":null,"gpt-5.6-codex":"assumed","gpt-5.1":null,)"
+                    R"("gpt-6.2-astra":"assumed","codex-auto-review":"unknown"})"));
 }
 
 TEST(Report, addsUpItsRowsAndGivesTheTerminalNoOrders)
