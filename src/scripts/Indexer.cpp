@@ -6,6 +6,7 @@
 #include "platform/ProcessRun.h"
 #include "scripts/Node.h"
 #include <QFileInfo>
+#include <utility>
 
 namespace {
 
@@ -67,7 +68,8 @@ void Indexer::startIndexer()
 void Indexer::endIfStuck()
 {
     if (elapsed(m_lastIndex, m_clock.now()) >= longestRun) {
-        ProcessRun::kill(*m_indexer); // its end is logged as that of any other run that failed
+        m_isEnded = true;
+        ProcessRun::kill(*m_indexer);
     }
 }
 
@@ -81,11 +83,13 @@ void Indexer::failedToStart()
 void Indexer::indexerFinished(int status)
 {
     m_indexer.release()->deleteLater();
+    const bool isEnded = std::exchange(m_isEnded, false);
     m_model.setNoNode(status == Node::notFound);
     m_model.setCollectFailed(status != 0);
     if (status != 0) {
-        const QString why =
-            status == Node::notFound ? QStringLiteral(" (node not found)") : QString();
+        const QString why = isEnded ? QStringLiteral(" (ended by us, as it ran for over an hour)")
+            : status == Node::notFound ? QStringLiteral(" (node not found)")
+                                       : QString();
         WidgetLog::write(u"indexer exited with status " % QString::number(status) % why);
     }
     Q_EMIT finished(status);

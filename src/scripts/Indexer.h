@@ -37,4 +37,5 @@ private:
     const Clock &m_clock;
     std::unique_ptr<QProcess> m_indexer;
     TimePoint m_lastIndex {};
+    bool m_isEnded = false; ///< by us, because it ran for too long
 };

@@ -67,6 +67,8 @@ TEST_F(IndexerRuns, endOneThatNeverDoes)
     m_indexer.startIndexer();
     EXPECT_TRUE(finished.wait(20'000));
     EXPECT_FALSE(m_indexer.running());
+    EXPECT_TRUE(logged().endsWith(
+        " indexer exited with status 9 (ended by us, as it ran for over an hour)\n"));
 }
 
 } // namespace
