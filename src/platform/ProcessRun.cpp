@@ -1,6 +1,8 @@
 #include "platform/ProcessRun.h"
 
 #include <csignal>
+#include <cstdio>
+#include <fcntl.h>
 #include <QTimer>
 #include <unistd.h>
 
@@ -59,14 +61,64 @@ ProcessRun::ProcessRun(std::unique_ptr<QProcess> process, QObject *parent)
 ProcessRun::~ProcessRun()
 {
     m_process->disconnect(this);
-    end(*m_process);
+    if (!m_output || !letGo()) {
+        end(*m_process);
+    }
+}
+
+/// Leaves the program alone with all of its input; false when it cannot have that.
+bool ProcessRun::letGo()
+{
+    constexpr int longest = 1000; // milliseconds
+    m_process->waitForStarted(longest);
+    while (m_process->bytesToWrite() > 0 && m_process->waitForBytesWritten(longest)) { }
+    if (m_process->bytesToWrite() > 0) {
+        return false;
+    }
+    // A QProcess would end its program when it is deleted, so this one never is.
+    static auto &kept = *new QList<QProcess *>;
+    kept << m_process.release();
+    return true;
+}
+
+/// Has the program write into a file that no name leads to: it goes with whoever uses it last.
+void ProcessRun::keepOutput()
+{
+    std::FILE *const file = std::tmpfile();
+    if (file == nullptr) {
+        return; // it is ended with us, as it could not write into a pipe that nobody reads
+    }
+    m_output = std::make_unique<QFile>();
+    static_cast<void>(
+        m_output->open(file, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle));
+    ::fcntl(m_output->handle(), F_SETFD, FD_CLOEXEC);
+    m_process->setStandardOutputFile(QProcess::nullDevice());
+    m_process->setChildProcessModifier(
+        [first = m_process->childProcessModifier(), handle = m_output->handle()] {
+            if (first) {
+                first();
+            }
+            ::dup2(handle, STDOUT_FILENO);
+        });
+}
+
+QByteArray ProcessRun::output()
+{
+    if (!m_output) {
+        return m_process->readAllStandardOutput();
+    }
+    m_output->seek(0);
+    return m_output->readAll();
 }
 
 void ProcessRun::begin(const Options &options)
 {
     m_process->setStandardErrorFile(QProcess::nullDevice());
+    if (options.outlivesParent) {
+        keepOutput();
+    }
     connect(m_process.get(), &QProcess::finished, this, [this] {
-        finish(ProcessResult {m_process->exitCode(), m_process->readAllStandardOutput()});
+        finish(ProcessResult {m_process->exitCode(), output()});
     });
     // Queued, so that a start that fails at once does not end the run while it begins. A program
     // that does not read its input is no failure.
@@ -82,7 +134,8 @@ void ProcessRun::begin(const Options &options)
     m_process->write(options.input);
     m_process->closeWriteChannel();
     if (options.patience) {
-        QTimer::singleShot(*options.patience, m_process.get(), [this] { kill(*m_process); });
+        QTimer::singleShot(
+            *options.patience, m_process.get(), [process = m_process.get()] { kill(*process); });
     }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <QFile>
 #include <QFuture>
 #include <QProcess>
 #include <QPromise>
@@ -19,8 +20,8 @@ struct ProcessResult {
 /// Runs one program to its end without waiting for it. Standard error is discarded; the standard
 /// input is what is given, then its end.
 ///
-/// It belongs to its parent and deletes itself at the end; when the parent goes first, or patience
-/// ends, so does the program.
+/// It belongs to its parent and deletes itself at the end. When patience ends, so does the program;
+/// when the parent goes first, the options say what becomes of it.
 class ProcessRun final : public QObject {
     Q_OBJECT
 
@@ -28,6 +29,9 @@ public:
     struct Options {
         QByteArray input;
         std::optional<std::chrono::milliseconds> patience; ///< nothing waits for ever
+        /// The program goes on alone when the parent goes, as one that must not stop half-way. Its
+        /// output is kept in a file without a name then, so that it can always be written.
+        bool outlivesParent = false;
     };
 
     /// Starts a process that is prepared up to its streams. The future holds nothing when it cannot
@@ -49,9 +53,13 @@ public:
 private:
     ProcessRun(std::unique_ptr<QProcess> process, QObject *parent);
     void begin(const Options &options);
+    void keepOutput();
+    [[nodiscard]] QByteArray output();
+    [[nodiscard]] bool letGo();
     void finish(const std::optional<ProcessResult> &result);
 
     std::unique_ptr<QProcess> m_process;
+    std::unique_ptr<QFile> m_output; ///< of a program that may outlive us
     QPromise<std::optional<ProcessResult>> m_promise;
 };
 

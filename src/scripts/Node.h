@@ -16,7 +16,7 @@ inline constexpr int notFound = 127;
 /// How a script has ended.
 struct Result {
     int status = notFound;
-    QByteArray output; ///< all that it wrote to standard output
+    QByteArray output; ///< all that the script wrote to standard output
 
     bool operator==(const Result &) const = default;
 };
@@ -25,11 +25,16 @@ struct Result {
 ///
 /// A login shell loads the user's profile, so a node found there wins; the usual places of package
 /// managers and version managers come after it, the newest nvm version first. Without any node the
-/// process exits with status 127. Standard streams are the caller's to set.
+/// process exits with status 127. Standard streams are the caller's to set; what the profile prints
+/// comes in front of what the script does, see scriptOutput().
 [[nodiscard]] std::unique_ptr<QProcess> process(const QStringList &arguments);
 
+/// Of all that such a process wrote to standard output, what the script did.
+[[nodiscard]] QByteArray scriptOutput(const QByteArray &all);
+
 /// Runs a script to its end with this text (UTF-8) on its standard input, which then ends. What it
-/// says on standard error is discarded. It ends early with `owner`, or when patience does.
+/// says on standard error is discarded. It ends early when patience does; when `owner` goes, it is
+/// let go on.
 [[nodiscard]] QFuture<Result> run(const QStringList &arguments, const std::optional<QString> &input,
     QObject *owner, std::optional<std::chrono::milliseconds> patience = {});
 

@@ -229,7 +229,8 @@ void SyncSettings::run(const QStringList &arguments, Then then, const QString &s
     setBusy(true);
     setProblem(std::nullopt);
     // Not Node::run, which would leave a copy of the input in memory.
-    ProcessRun::Options options {.input = secret.toUtf8(), .patience = m_patience};
+    ProcessRun::Options options {
+        .input = secret.toUtf8(), .patience = m_patience, .outlivesParent = true};
     const auto ended =
         ProcessRun::start(Node::process(QStringList {Paths::sync()} + arguments), options, this);
     wipe(options.input);
@@ -243,8 +244,9 @@ void SyncSettings::run(const QStringList &arguments, Then then, const QString &s
 void SyncSettings::finish(const ProcessResult &ended, const Then &then)
 {
     // Whatever the exit status, the document counts; but what a shell without node says is none.
-    const auto told =
-        ended.status == Node::notFound ? std::nullopt : SyncStatus::parse(ended.output);
+    const auto told = ended.status == Node::notFound
+        ? std::nullopt
+        : SyncStatus::parse(Node::scriptOutput(ended.output));
     const std::optional<QString> error = errorCode(ended.status, told);
     setBusy(false);
     if (told) {

@@ -31,7 +31,7 @@ public:
 
     explicit SyncSettings(WidgetModel &model, QObject *parent = nullptr,
         std::chrono::milliseconds patience = longestCommand);
-    /// Ends a command that is still running.
+    /// A command that is still running is let go on.
     ~SyncSettings() override;
     Q_DISABLE_COPY_MOVE(SyncSettings)
 

@@ -3,6 +3,7 @@
 #include "awaited.h"
 #include <cerrno>
 #include <gtest/gtest.h>
+#include <QTemporaryDir>
 #include <signal.h>
 
 using namespace std::chrono_literals;
@@ -31,6 +32,7 @@ TEST(ProcessRun, tellsHowAProgramEndsAndWhatItSays)
         {"cat", {.input = large}, {0, large}},
         {"exec 0<&-; echo unread", {.input = large}, {0, "unread\n"}},
         {"exec sleep 600", {.patience = 1ms}, {9, {}}},
+        {"cat; echo end", {.input = large, .outlivesParent = true}, {0, large + "end\n"}},
     };
     for (const auto &row : rows) {
         QObject owner;
@@ -60,6 +62,24 @@ TEST(ProcessRun, leavesNeitherAProcessNorItsZombieBehindItsOwner)
         EXPECT_EQ(errno, ESRCH);
         EXPECT_TRUE(future.isCanceled() && future.resultCount() == 0);
     }
+}
+
+TEST(ProcessRun, letsAProgramGoOnThatMustNotStopHalfWay)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"done"_qs);
+    auto owner = std::make_unique<QObject>();
+    auto process = shell("read -r word; sleep 0.3; echo lost && echo \"$word\" >\"$0\"");
+    process->setArguments(process->arguments() << file);
+    const auto future = ProcessRun::start(
+        std::move(process), {.input = "told\n", .outlivesParent = true}, owner.get());
+    owner.reset(); // at once, before it has read anything
+    EXPECT_TRUE(future.isCanceled() && future.resultCount() == 0);
+    const auto written = [&file] {
+        QFile done(file);
+        return done.open(QIODevice::ReadOnly) && done.readAll() == "told\n";
+    };
+    EXPECT_TRUE(QTest::qWaitFor(written, 20'000));
 }
 
 } // namespace

@@ -19,7 +19,7 @@ TEST(Node, isFoundAsInTheUsersTerminal)
     }
     // The profile alone decides what is on the path, so that the computer's own node is not seen.
     for (const char *profile : {".profile", ".zprofile"}) {
-        writeFile(inHome(profile), "PATH=\"$HOME/tools\"\n");
+        writeFile(inHome(profile), "PATH=\"$HOME/tools\"\necho '{\"error\":1}'\n");
     }
     QDir(inHome("tools")).removeRecursively();
     QObject owner;

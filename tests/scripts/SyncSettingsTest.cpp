@@ -32,7 +32,9 @@ protected:
         const QString node = QStandardPaths::findExecutable(QStringLiteral("node"));
         for (const char *profile : {"/.profile", "/.zprofile"}) {
             writeFile(Paths::home() % QLatin1String(profile),
-                "PATH=\"" + QFileInfo(node).path().toUtf8() + ":/usr/bin:/bin\"\n");
+                "PATH=\"" + QFileInfo(node).path().toUtf8()
+                    + ":/usr/bin:/bin\"\n"
+                      "echo '{\"error\": \"profile\"}'\n");
         }
         writeFile(Paths::sync(), bytesOf(QStringLiteral(SYNC_STANDIN)));
     }
