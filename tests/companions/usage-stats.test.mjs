@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { copyFileSync, writeFileSync } from 'node:fs';
+import { copyFileSync, readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 
@@ -38,6 +38,19 @@ test('an indexer that cannot run is named, with the remedy', (context) => {
   complain(`chmod u+x '${indexer}'`);
   writeProgram(indexer, '');
   complain(`${indexer} is missing`);
+  // Cut within what the system looks at, and behind it.
+  const program = readFileSync(process.execPath);
+  for (const size of [20, 200, 50_000, program.length - 1]) {
+    writeFileSync(indexer, program.subarray(0, size));
+    complain(`${indexer} is not whole`);
+  }
+});
+
+test('an indexer that crashes does not do so without a word', (context) => {
+  const { script, indexer } = dataFolder(context, 'kill -SEGV $$');
+  const { status, stderr } = run(process.execPath, [script]);
+  assert.equal(status, 139);
+  assert.ok(stderr.startsWith(`usage-stats: ${indexer} was ended by SIGSEGV; `), stderr);
 });
 
 test('a signal ends the indexer too', async (context) => {
