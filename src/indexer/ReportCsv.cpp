@@ -2,6 +2,8 @@
 
 #include "indexer/Printable.h"
 
+#include <algorithm>
+#include <array>
 #include <fmt/format.h>
 
 namespace indexer {
@@ -10,15 +12,26 @@ namespace {
 
 constexpr std::string_view lineEnd = "\r\n"; // as RFC 4180 has it
 
+/// Spreadsheets take wide characters, as in Chinese or Japanese texts, for narrow ones.
+bool isFormula(std::string_view text)
+{
+    constexpr std::array<std::string_view, 3> blanks {" ", "\u00A0", "\u3000"};
+    constexpr std::array<std::string_view, 8> signs {
+        "=", "+", "-", "@", "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
+    const auto isAtFront = [&text](std::string_view each) { return text.starts_with(each); };
+    for (const auto *blank = blanks.begin(); blank != blanks.end();) {
+        blank = std::find_if(blanks.begin(), blanks.end(), isAtFront);
+        text.remove_prefix(blank == blanks.end() ? 0 : blank->size());
+    }
+    return std::any_of(signs.begin(), signs.end(), isAtFront);
+}
+
 /// A text from elsewhere as one cell. What a spreadsheet would take for a formula gets an
 /// apostrophe in front, which keeps it a text.
 std::string cell(const std::string &text)
 {
     const std::string safe = printable(text);
-    const std::size_t first = safe.find_first_not_of(' ');
-    const bool isFormula = first != std::string::npos
-        && std::string_view("=+-@").find(safe[first]) != std::string::npos;
-    std::string whole = (isFormula ? "'" : "") + safe;
+    std::string whole = (isFormula(safe) ? "'" : "") + safe;
     if (whole.find_first_of("\",\r\n") == std::string::npos && whole == safe) {
         return whole;
     }

@@ -2,6 +2,7 @@
 
 #include "indexer/Printable.h"
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace indexer {
@@ -47,13 +48,24 @@ Json modelJson(const ModelSpending &spending)
     return model;
 }
 
+/// What a model is called in a row, where another may look the same once it can be printed.
+std::string keyOf(const std::string &model, const Json &models)
+{
+    const std::string name = printable(model);
+    std::string key = name;
+    for (int number = 2; models.contains(key); ++number) {
+        key = fmt::format("{} ({})", name, number);
+    }
+    return key;
+}
+
 void putSpending(Json &row, const Spending &spending, bool byModel)
 {
     putFigures(row, spending.tokens, spending.cost());
     row["estimated"] = spending.isEstimated;
     Json models = Json::object();
     for (const auto &[model, part] : spending.models) {
-        models[printable(model)] = byModel ? modelJson(part) : costJson(part.cost);
+        models[keyOf(model, models)] = byModel ? modelJson(part) : costJson(part.cost);
     }
     row["models"] = std::move(models);
 }

@@ -101,6 +101,19 @@ TEST(ReportCsv, quotesAndLeavesNothingToCalculate)
         "claude-opus-5-5,1000000,100,0,0,6.000000\r\n");
 }
 
+TEST(ReportCsv, takesWideSignsForSigns)
+{
+    Statistics statistics = someStatistics();
+    const std::pair<const char *, const char *> rows[] = {{"＝1+1", "\"'＝1+1\""},
+        {"\u3000＠SUM", "\"'\u3000＠SUM\""}, {" \u00A0-1", "\"' \u00A0-1\""}, {"1＝1", "1＝1"},
+        {"a\u202Eb", "\"a?b\""}};
+    for (const auto &[title, cell] : rows) {
+        statistics.sessions.front().title = title;
+        const std::string csv = reportCsv(statistics, {.kind = ReportKind::Sessions});
+        EXPECT_NE(csv.find(fmt::format(",{},1000005", cell)), std::string::npos) << csv;
+    }
+}
+
 TEST(ReportJson, tellsEachModelsTokensWhereAsked)
 {
     const auto parsed = [](bool byModel) {
@@ -111,6 +124,15 @@ TEST(ReportJson, tellsEachModelsTokensWhereAsked)
     EXPECT_EQ(parsed(true)[0]["models"]["a,\"b\""],
         nlohmann::json::parse(
             R"({"input":5,"output":0,"cacheWrite":0,"cacheRead":7,"cost":null,"reason":"unknown"})"));
+    // Two that look the same stay two.
+    Statistics statistics = someStatistics();
+    Spending spending;
+    for (const char *model : {"a\x1b", "a\u202e", "a?"}) {
+        spending.add(model, {.used = 1, .input = 5});
+    }
+    statistics.days = {{friday, spending, {}}};
+    const auto all = nlohmann::json::parse(reportJson(statistics, {.byModel = true}));
+    EXPECT_EQ(all[0]["models"].size(), 3U) << all;
 }
 
 TEST(ReportTable, fitsTheTerminal)
