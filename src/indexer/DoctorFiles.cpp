@@ -1,6 +1,7 @@
 #include "indexer/Doctor.h"
 
 #include "indexer/FigureText.h"
+#include "indexer/History.h"
 #include "indexer/PriceFile.h"
 #include "indexer/StoredTotals.h"
 
@@ -127,7 +128,10 @@ Findings examineStatistics(const Examined &examined)
 Findings examineHistory(const Examined &examined)
 {
     Findings findings;
-    if (examined.historyProblem) {
+    std::error_code ignored;
+    if (!fs::exists(examined.data / History::fileName, ignored)) {
+        findings.push_back({Severity::Note, "there is no history yet", countNow});
+    } else if (examined.historyProblem) {
         const std::string problem = examined.historyProblem();
         findings.push_back(problem.empty()
                 ? Finding {Severity::Ok, "the history is sound", {}}

@@ -2,6 +2,7 @@
 
 #include "indexer/ProgramOutput.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fmt/format.h>
 #include <unistd.h>
@@ -33,12 +34,16 @@ std::optional<int> majorVersion(std::string_view text)
 /// shell's PATH, which may be another one.
 std::string searchPath(const fs::path &home, std::string path)
 {
-    std::vector<fs::path> more {home / ".volta/bin", home / ".local/share/fnm/aliases/default/bin"};
+    std::vector<fs::path> versions;
     std::error_code ignored;
     fs::directory_iterator version(home / ".nvm/versions/node", ignored);
     for (; version != fs::directory_iterator(); version.increment(ignored)) {
-        more.push_back(version->path() / "bin");
+        versions.push_back(version->path() / "bin");
     }
+    // As the widget has it, the last by name first.
+    std::sort(versions.rbegin(), versions.rend());
+    std::vector<fs::path> more {home / ".volta/bin", home / ".local/share/fnm/aliases/default/bin"};
+    more.insert(more.end(), versions.begin(), versions.end());
     for (const fs::path &folder : more) {
         path += ':' + folder.native();
     }

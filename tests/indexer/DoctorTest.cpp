@@ -18,6 +18,7 @@ protected:
     {
         program("bin/node", "echo v18.0.0");
         program("data/kestrelbay-indexer", "exit 0");
+        scratch.write("data/history.sqlite", "x");
         scratch.write("data/usage-stats.mjs", "x");
         fs::last_write_time(scratch.write("data/stats.json", R"({"totals":{}})"),
             fs::file_time_type::clock::from_sys(testNow() - 1h));
@@ -87,8 +88,16 @@ TEST_F(Doctor, findsWhatIsWrongAndOnlyThat)
         {[this] { program("bin/node", "echo v20.0.0; exit 1"); }, "problem",
             "not tell its version"},
         {[this] { fs::remove(root / "bin/node"); }, "problem", "neither in PATH"},
+        {[this] {
+             examined.home = root;
+             for (const char *name : {"v18.20.4", "v9.0.0", "v22.1.0", "v20.0.0", "v18.3.0"}) {
+                 program(root / ".nvm/versions/node" / name / "bin/node", "echo v22.0.0");
+             }
+         },
+            "ok", "node/v9.0.0/bin/node is v22.0.0"},
         {[this] { examined.historyProblem = [] { return std::string("bad\x1b page"); }; },
             "problem", "the history: bad? page"},
+        {[this] { fs::remove(root / "data/history.sqlite"); }, "note", "there is no history yet"},
         {[this] { examined.newestAnswer = testNow() + 1h; }, "problem",
             "newest stored answer is of"},
         {[this] { scratch.write("claude/settings.json", "{}"); }, "note", "after 30 days"},
