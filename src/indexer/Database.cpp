@@ -49,6 +49,39 @@ std::string words(sqlite3 *connection, int code)
     return connection == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(connection);
 }
 
+/// Whether a file is in a folder that nothing can be written into, and has no journal. SQLite would
+/// want to make one.
+bool isFrozen(const std::filesystem::path &file)
+{
+    struct stat journal { };
+    const bool hasJournal =
+        ::stat((file.native() + "-wal").c_str(), &journal) == 0 && journal.st_size > 0;
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    return !hasJournal && ::access(folder.c_str(), W_OK) != 0;
+}
+
+/// The name by which SQLite takes a file for one that never changes.
+std::string immutableName(const std::filesystem::path &file)
+{
+    std::string name = "file:";
+    for (const char c : file.native()) {
+        // What has a meaning in such a name.
+        const bool isPlain = std::string_view("%?#").find(c) == std::string_view::npos;
+        name += isPlain ? std::string(1, c) : fmt::format("%{:02X}", c);
+    }
+    return name + "?immutable=1";
+}
+
+/// Takes a file from others that may be there. By its name: to close it would give up SQLite's
+/// locks.
+void tighten(const std::string &file)
+{
+    struct stat status { };
+    if (::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+        ::chmod(file.c_str(), forTheUserAlone);
+    }
+}
+
 } // namespace
 
 Database::Database(const std::filesystem::path &file)
@@ -62,13 +95,17 @@ Database::Database(const std::filesystem::path &file)
         }
         ::fchmod(made, forTheUserAlone); // also what came back from a backup
         ::close(made);
+        tighten(file.native() + "-wal");
+        tighten(file.native() + "-shm");
     }
     open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
 }
 
 Database::Database(const std::filesystem::path &file, ForReading /*unused*/)
 {
-    open(file, SQLITE_OPEN_READONLY);
+    const bool isImmutable = isFrozen(file);
+    open(isImmutable ? immutableName(file) : file.native(),
+        SQLITE_OPEN_READONLY | (isImmutable ? SQLITE_OPEN_URI : 0));
 }
 
 void Database::open(const std::filesystem::path &file, int flags)

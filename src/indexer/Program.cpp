@@ -27,11 +27,36 @@ namespace indexer {
 namespace {
 
 constexpr std::string_view noTranscripts = "No transcripts were found in {} and {}.\n";
-constexpr std::string_view noUsage = "No usage was found in the transcripts in {} and {}.\n";
+constexpr std::string_view noUsage = "No usage{} was found in the transcripts in {} and {}.\n";
 
 void say(Outcome &outcome, std::string_view text)
 {
     outcome.messages += fmt::format("kestrelbay-indexer: {}\n", printable(text));
+}
+
+/// What a report was narrowed down to, with a blank in front; empty when it is about everything.
+std::string narrowing(const StatisticsFilter &filter)
+{
+    std::string text;
+    if (filter.provider) {
+        text += fmt::format(" of {}", providerNames.at(static_cast<std::size_t>(*filter.provider)));
+    }
+    if (filter.since) {
+        text += " since " + dayText(*filter.since);
+    }
+    if (filter.until) {
+        text += " until " + dayText(*filter.until);
+    }
+    return text;
+}
+
+/// Why a table would be empty.
+std::string nothingFound(const Options &options, const ReportOptions &report, bool hasTranscripts)
+{
+    const std::string claude = printable((options.claude / "projects").native());
+    const std::string codex = printable((options.codex / "sessions").native());
+    return hasTranscripts ? fmt::format(noUsage, narrowing(report.filter), claude, codex)
+                          : fmt::format(noTranscripts, claude, codex);
 }
 
 /// Nothing is told then but why, and what was said before.
@@ -89,9 +114,7 @@ std::string report(
     const Terminal terminal = terminalOf(STDOUT_FILENO);
     const bool isTable = report.format == ReportFormat::Table;
     if (statistics.days.empty() && isTable) {
-        return fmt::format(fmt::runtime(history.files() == 0 ? noTranscripts : noUsage),
-            printable((options.claude / "projects").native()),
-            printable((options.codex / "sessions").native()));
+        return nothingFound(options, report, history.files() > 0);
     }
     std::string text = reportText(statistics, report, terminal);
     // Limits are of today, and of each assistant by itself.
@@ -148,8 +171,11 @@ Outcome status(const Options &options, TimePoint now)
 /// nobody named holds nothing else up.
 std::optional<Outcome> unreadable(const Options &options, Outcome &outcome)
 {
-    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
+    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeArgument)) {
         return failed(*problem);
+    }
+    if (const auto problem = whyUnreadable(options.claude, "projects", !options.isClaudeNamed)) {
+        say(outcome, *problem); // the variable may outlive the folder
     }
     for (const char *inner : {"sessions", "archived_sessions"}) {
         const auto problem = whyUnreadable(options.codex, inner, !options.isCodexNamed);
@@ -171,6 +197,13 @@ bool isElsewhere(const Options &options)
         && (options.isClaudeArgument || options.isCodexNamed);
 }
 
+std::filesystem::path fromTheRoot(const std::filesystem::path &folder)
+{
+    std::error_code error;
+    std::filesystem::path whole = std::filesystem::absolute(folder, error);
+    return error ? folder : whole;
+}
+
 /// The history in the data folder, or one in memory; see its problem.
 std::unique_ptr<History> updatedHistory(
     const Options &options, const PriceTable &prices, TimePoint now, bool isInMemory)
@@ -179,7 +212,8 @@ std::unique_ptr<History> updatedHistory(
         isInMemory ? std::make_unique<History>() : std::make_unique<History>(options.data);
     if (!history->problem()) {
         Progress progress = standardErrorProgress();
-        history->update({options.claude, options.codex}, prices, now,
+        // What is stored by its path must mean the same wherever the next run is started.
+        history->update({fromTheRoot(options.claude), fromTheRoot(options.codex)}, prices, now,
             [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); });
     }
     return history;

@@ -177,6 +177,10 @@ std::optional<std::string> makeFolder(const fs::path &folder)
 std::optional<std::string> replaceFile(const fs::path &name, std::string_view bytes)
 {
     const fs::path file = behindLinks(name);
+    std::error_code ignored;
+    if (fs::is_other(fs::symlink_status(file, ignored))) {
+        return fmt::format("cannot write {}: not a regular file", file.native());
+    }
     const FileContent present = readFile(file, bytes.size());
     if (present.bytes && *present.bytes == bytes) {
         return std::nullopt;

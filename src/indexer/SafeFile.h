@@ -21,9 +21,9 @@ struct FileContent {
 [[nodiscard]] std::optional<std::string> makeFolder(const std::filesystem::path &folder);
 
 /// Replaces a file's content in one step, readable for the user alone. A link stays one to its
-/// file. A file that holds the same bytes already is not touched; after a failure the old one
-/// stands as it was and nothing else is left behind, not even by runs that were killed an hour ago.
-/// Says what went wrong, if anything.
+/// file, and what is no file, such as a device, is left alone. A file that holds the same bytes
+/// already is not touched; after a failure the old one stands as it was and nothing else is left
+/// behind, not even by runs that were killed an hour ago. Says what went wrong, if anything.
 [[nodiscard]] std::optional<std::string> replaceFile(
     const std::filesystem::path &name, std::string_view bytes);
 

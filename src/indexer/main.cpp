@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <sys/stat.h>
 
 namespace {
 
@@ -21,11 +22,13 @@ int runProgram(int count, char **words)
     const auto now =
         std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     const auto parsed = indexer::parseCommandLine(count, words, now);
+    indexer::Outcome outcome;
     if (const auto *end = std::get_if<indexer::EarlyEnd>(&parsed)) {
-        print(end->status == 0 ? stdout : stderr, end->text);
-        return end->status;
+        (end->status == 0 ? outcome.output : outcome.messages) = end->text;
+        outcome.status = end->status;
+    } else {
+        outcome = indexer::run(std::get<indexer::Options>(parsed), now);
     }
-    indexer::Outcome outcome = indexer::run(std::get<indexer::Options>(parsed), now);
     if (!print(stdout, outcome.output) && errno != EPIPE) { // whoever has read enough may go
         outcome.messages = "kestrelbay-indexer: cannot write to standard output\n";
         outcome.status = 1;
@@ -41,6 +44,7 @@ int main(int count, char **words)
     // A limit on file sizes is a failed write like any other, not a reason to die half-way.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN); // nor is a reader that went away
+    ::umask(S_IRWXG | S_IRWXO);    // what is made here is for the user, and for the user alone
     try {
         return runProgram(count, words);
     } catch (const std::bad_alloc &) {

@@ -1,3 +1,4 @@
+#include "indexer/Database.h"
 #include "indexer/Scratch.h"
 
 #include <chrono>
@@ -67,12 +68,23 @@ TEST_F(Program, writesTheStatisticsForItsUserAlone)
     const fs::path file = data / "stats.json";
     struct stat before { };
     struct stat now { };
-    EXPECT_EQ(run("--data new/data --claude claude", "umask 0;"), "[0]");
+    for (const char *mask : {"umask 0777;", "umask 0;"}) {
+        fs::remove_all(root / "new");
+        EXPECT_EQ(run("--data new/data --claude claude", mask), "[0]");
+        ASSERT_EQ(stat((root / "new").c_str(), &now), 0);
+        EXPECT_EQ(now.st_mode, S_IFDIR | 0700U) << mask;
+    }
     EXPECT_EQ(namesIn(data), alone);
     EXPECT_EQ(firstDay(file).find(R"({"cost":6.0,"date":"2026-11-20")"), 0U);
     ASSERT_EQ(stat(file.c_str(), &before), 0);
     EXPECT_EQ(before.st_mode, S_IFREG | 0600U);
+    for (const std::string &name : history) {
+        fs::permissions(data / name, fs::perms(0644));
+    }
     EXPECT_EQ(run("--data new/data --claude claude"), "[0]");
+    for (const std::string &name : history) {
+        EXPECT_EQ(fs::status(data / name).permissions(), fs::perms(0600)) << name;
+    }
     ASSERT_EQ(stat(file.c_str(), &now), 0);
     EXPECT_EQ(before.st_ino, now.st_ino) << "equal bytes were written again";
     ASSERT_EQ(stat(data.c_str(), &now), 0);
@@ -89,6 +101,12 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
     scratch.write("file", "");
     scratch.write("odd/projects", "");
     fs::create_directories(root / "taken/stats.json/x");
+    fs::create_directories(root / "device");
+    fs::create_symlink("null", root / "device/stats.json");
+    // Only root may make the device that it could replace.
+    const int made = ::geteuid() == 0 ? ::mknod((root / "device/null").c_str(), S_IFCHR | 0600U, 0)
+                                      : ::mkfifo((root / "device/null").c_str(), 0600U);
+    ASSERT_EQ(made, 0);
     fs::create_directories(root / "unmounted");
     fs::create_symlink("/nowhere", root / "unmounted/projects");
     fs::create_directories(root / "locked/projects");
@@ -99,6 +117,8 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
         {"", "--data file --claude claude", "use file: Not a directory"},
         {"", "--data taken --claude claude", "write taken/stats.json: Is a directory"},
         {"", "report --claude claude --data data >/dev/full", "write to standard output"},
+        {"", "--help >/dev/full", "write to standard output"},
+        {"", "--data device --claude claude", "write device/null: not a regular file"},
         // Transcripts that cannot be read are not taken for none.
         {"", "--data data --claude none", "read none: No such file or directory"},
         {"CLAUDE_CONFIG_DIR=file", "--data data", "read file/projects: Not a directory"},
@@ -119,6 +139,8 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
     // What was not asked for holds nothing else up.
     EXPECT_EQ(run("--data data --claude claude", "CODEX_HOME=file"),
         "kestrelbay-indexer: cannot read file/sessions: Not a directory\n[0]");
+    EXPECT_EQ(run("--data data", "CLAUDE_CONFIG_DIR=gone"),
+        "kestrelbay-indexer: cannot read gone: No such file or directory\n[0]");
     EXPECT_NE(content(root / "data/stats.json"), "old");
 }
 
@@ -161,6 +183,8 @@ TEST_F(Program, understandsItsCommandLine)
         {"--claude claude report weekly 2>&-", 0, "2026-11-16"},
         {"report --data data monthly --claude claude --json 2>&-", 0, "\"2026-11\""},
         {"report --claude empty", 0, "found in empty/projects and "},
+        {"report --data data --claude claude --since 2027-01-01 --provider codex", 0,
+            "No usage of codex since 2027-01-01 was found in the transcripts in claude/projects"},
         {"report --claude empty --json", 0, "[]"}, {"--jason >&-", 2, "kestrelbay-indexer: "},
         {"--data '' >&-", 2, "kestrelbay-indexer: "},
         {"\"$(printf 'a\\033b')\" >&-", 2, "The following argument was not expected: a?b "}};
@@ -171,6 +195,36 @@ TEST_F(Program, understandsItsCommandLine)
     }
     // A report keeps what it read, but the statistics are the widget's.
     EXPECT_EQ(namesIn(root / "data"), history);
+}
+
+/// The environment may name folders from where the program is started, which is somewhere else each
+/// time.
+TEST_F(Program, knowsAFileByItsWholePath)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    fs::create_directory(root / "inner");
+    const std::string data = "--data " + (root / "data").native();
+    EXPECT_EQ(run(data, "CLAUDE_CONFIG_DIR=claude"), "[0]");
+    EXPECT_EQ(run(data, "cd inner; CLAUDE_CONFIG_DIR=../claude"), "[0]");
+    EXPECT_NE(run("status --json " + data).find("\"vanishedFiles\": 0"), std::string::npos);
+}
+
+TEST_F(Program, tellsWhatIsStoredWhereNothingCanBeWritten)
+{
+    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    EXPECT_EQ(run("--data 'a %3f#?' --claude claude"), "[0]");
+    const fs::path folder = root / "a %3f#?";
+    // As in a copy of the history alone.
+    indexer::Database(folder / "history.sqlite")
+        .run("PRAGMA journal_mode = DELETE; PRAGMA journal_mode = WAL");
+    fs::remove(folder / "history.sqlite-shm");
+    fs::remove(folder / "history.sqlite-wal");
+    fs::permissions(folder, fs::perms(0500));
+    const char *asNobodyInParticular =
+        ::geteuid() == 0 ? "setpriv --inh-caps=-all --bounding-set=-all" : "";
+    const std::string said = run("status --data 'a %3f#?'", asNobodyInParticular);
+    EXPECT_NE(said.find("Answers      1\n"), std::string::npos) << said;
+    fs::permissions(folder, fs::perms(0700));
 }
 
 TEST_F(Program, writesThroughLinksAndTidiesUp)
@@ -204,7 +258,7 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
     }
     const std::string overlong = R"({"type":"user","x":")" + std::string(50'000'000, 'x') + "\"}";
     scratch.transcript("p/a.jsonl", {overlong, dense + "1]}", Answer {}.line()});
-    scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n":5}})");
+    scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n\u202e":5}})");
 #if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__ // they need far more for themselves
     const char *limit = "";
 #else
@@ -213,7 +267,7 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
 #endif
     EXPECT_EQ(run("--data data --claude claude", limit),
         "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: model "
-        "\"a?[31m?\": must be an object with a list \"prices\"\n"
+        "\"a?[31m??\": must be an object with a list \"prices\"\n"
         "kestrelbay-indexer: skipped 1 line (1 longer than 8 MiB)\n[0]");
     EXPECT_EQ(firstDay(root / "data/stats.json").find(R"({"cost":6.0,)"), 0U);
 }
