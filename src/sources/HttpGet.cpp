@@ -6,11 +6,42 @@
 
 namespace {
 
+constexpr int firstBeyondSuccess = 300;
+
+/// The body of a question: none, and none that could be sent once more. A GET of its own Qt would
+/// silently repeat, up to three times, when the server closes the connection without an answer;
+/// what it cannot rewind it does not repeat.
+class NoBody final : public QIODevice {
+public:
+    explicit NoBody(QObject *parent)
+        : QIODevice(parent)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] bool isSequential() const override { return true; }
+    bool reset() override { return false; }
+
+protected:
+    qint64 readData(char * /*data*/, qint64 /*most*/) override { return -1; }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+};
+
+/// Sends a body as it comes, so that Qt holds no copy that it could send again.
+void sendOnce(QNetworkRequest &request)
+{
+    request.setHeader(QNetworkRequest::ContentLengthHeader, 0);
+    request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+}
+
 /// What would tell more than the question itself is kept back.
 void keepNothing(QNetworkRequest &request)
 {
     request.setRawHeader("Accept-Language", "*");
     request.setRawHeader("User-Agent", "Kestrelbay");
+    // Qt would not notice that a compressed body breaks off.
+    request.setRawHeader("Accept-Encoding", "identity");
     request.setAttribute(
         QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
@@ -18,6 +49,27 @@ void keepNothing(QNetworkRequest &request)
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+}
+
+int statusOf(const QNetworkReply &reply)
+{
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+/// Whether a reply has come to its end. A status alone is none: the connection may have broken in
+/// the middle of the body, or the body be such that its end cannot be told.
+bool isWhole(const QNetworkReply &reply)
+{
+    const int status = statusOf(reply);
+    const bool plain = !reply.hasRawHeader("Content-Encoding")
+        || reply.rawHeader("Content-Encoding").trimmed().toLower() == "identity";
+    if (status < firstBeyondSuccess) {
+        return status > 0 && plain && reply.error() == QNetworkReply::NoError;
+    }
+    // For Qt most of these are errors by themselves.
+    return reply.error() != QNetworkReply::OperationCanceledError
+        && reply.error() != QNetworkReply::RemoteHostClosedError
+        && reply.error() != QNetworkReply::TimeoutError;
 }
 
 } // namespace
@@ -30,6 +82,7 @@ QFuture<std::optional<HttpReply>> HttpGet::start(
     get->m_promise.start();
     if (request.url().scheme() == u"https") {
         keepNothing(request);
+        sendOnce(request);
         get->send(request, patience);
     } else {
         get->finish();
@@ -54,7 +107,7 @@ void HttpGet::send(const QNetworkRequest &request, Patience patience)
 {
     auto *const session = new QNetworkAccessManager(this);
     session->setTransferTimeout(static_cast<int>(patience.idle.count()));
-    m_reply = session->get(request);
+    m_reply = session->sendCustomRequest(request, "GET", new NoBody(this));
     // Beyond this the rest stays with the server.
     m_reply->setReadBufferSize(largestBody + 1);
     connect(m_reply, &QIODevice::readyRead, this, &HttpGet::checkSize);
@@ -73,14 +126,8 @@ void HttpGet::checkSize()
 void HttpGet::finish()
 {
     Result result;
-    const QVariant status =
-        m_reply ? m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute) : QVariant();
-    // A status alone is no answer: the connection may have broken in the middle of the body.
-    const bool whole = m_reply && m_reply->error() != QNetworkReply::OperationCanceledError
-        && m_reply->error() != QNetworkReply::RemoteHostClosedError
-        && m_reply->error() != QNetworkReply::TimeoutError;
-    if (status.isValid() && (whole || m_tooLarge)) {
-        result = HttpReply {status.toInt(), m_tooLarge ? QByteArray() : m_reply->readAll()};
+    if (m_reply && (m_tooLarge || isWhole(*m_reply))) {
+        result = HttpReply {statusOf(*m_reply), m_tooLarge ? QByteArray() : m_reply->readAll()};
     }
     m_promise.addResult(result);
     m_promise.finish();

@@ -46,9 +46,11 @@ TEST_F(Getting, keepsNoCookieAndGoesNowhereElse)
 
 TEST_F(Getting, takesWholeAnswersOfASensibleSizeOnly)
 {
-    // Broken off, though what has come would do.
+    // Broken off or beyond reading, though what has come would do.
     for (const char *part :
-        {"Content-Length: 99\r\n\r\n{}", "Transfer-Encoding: chunked\r\n\r\n2\r\n{}\r\n"}) {
+        {"Content-Length: 99\r\n\r\n{}", "Transfer-Encoding: chunked\r\n\r\n2\r\n{}\r\n",
+            "Transfer-Encoding: chunked\r\n\r\n2\r\n{}\r\nno size\r\n",
+            "Content-Encoding: gzip\r\nContent-Length: 13\r\n\r\n\x1f\x8b\x08 cut short"}) {
         const LoopbackServer server("HTTP/1.1 200 OK\r\n" + QByteArray(part));
         EXPECT_EQ(ask(server.root()), m_nothing) << part;
     }
@@ -61,6 +63,18 @@ TEST_F(Getting, takesWholeAnswersOfASensibleSizeOnly)
     const LoopbackServer verbose(LoopbackServer::http("200 OK", QByteArray(huge, 'x')));
     EXPECT_EQ(ask(verbose.root()), Reply(HttpReply {200, {}}));
     EXPECT_LT(verbose.sent(), huge / 2) << "the rest stays with the server";
+}
+
+TEST_F(Getting, putsOneRequestOnTheWireWhateverBecomesOfIt)
+{
+    for (const char *answer : {"", "HTTP/1.1", "HTTP/1.1 200 OK\r\nContent-Le",
+             "HTTP/1.1 401 No\r\nWWW-Authenticate: Negotiate\r\n\r\n"}) {
+        const LoopbackServer server(answer);
+        EXPECT_FALSE(ask(server.root()).value_or(Reply()).value_or(HttpReply()).status == 200);
+        EXPECT_FALSE(QTest::qWaitFor([&] { return server.connections() > 1; }, 200)) << answer;
+        EXPECT_EQ(server.requests().size(), 1) << answer;
+        EXPECT_TRUE(server.requests().value(0).startsWith("GET / HTTP/1.1\r\n")) << answer;
+    }
 }
 
 TEST_F(Getting, endsWithItsOwner)
