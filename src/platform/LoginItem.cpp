@@ -23,7 +23,8 @@ LoginItem::Format LoginItem::format()
 
 bool LoginItem::isOn() const
 {
-    return QFileInfo::exists(m_record);
+    const std::optional<QByteArray> record = recordBytes();
+    return record ? !m_format.isOff(*record) : QFileInfo::exists(m_record);
 }
 
 void LoginItem::setAutostart(bool on) const
@@ -38,9 +39,15 @@ void LoginItem::setAutostart(bool on) const
 
 void LoginItem::refreshAutostart() const
 {
-    const std::optional<QByteArray> record = readJSON(m_record);
+    const std::optional<QByteArray> record = recordBytes();
     const std::optional<QString> program = record ? m_format.programIn(*record) : std::nullopt;
-    if (program && program != m_program) {
+    if (program && program != m_program && !m_format.isOff(*record)) {
         setAutostart(true);
     }
+}
+
+std::optional<QByteArray> LoginItem::recordBytes() const
+{
+    constexpr qint64 most = 1'000'000; // bytes
+    return readJSON(m_record, most);
 }

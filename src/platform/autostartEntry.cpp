@@ -1,6 +1,5 @@
 #include "platform/LoginItem.h"
 
-#include <algorithm>
 #include <QList>
 
 namespace {
@@ -38,32 +37,55 @@ std::optional<QString> unquoted(QString value)
     return path;
 }
 
-constexpr QLatin1String execKey("Exec=");
-
 QByteArray write(const QString &program)
 {
     const QString entry = QStringLiteral("[Desktop Entry]\n"
                                          "Type=Application\n"
                                          "Name=Kestrelbay\n"
                                          "Icon=dev.harrowgate.kestrelbay\n")
-        % execKey % quoted(program)
+        % u"Exec=" % quoted(program)
         % QStringLiteral("\n"
                          "Terminal=false\n"
                          "X-GNOME-Autostart-enabled=true\n");
     return entry.toUtf8();
 }
 
+/// The value of a key of the entry itself, not of another group, such as an action. Of several the
+/// last counts.
+std::optional<QString> valueOf(QStringView key, const QByteArray &record)
+{
+    const QString text = QString::fromUtf8(record);
+    std::optional<QString> value;
+    bool inEntry = false;
+    for (const QStringView part : QStringView(text).split(u'\n')) {
+        const QStringView line = part.trimmed();
+        if (line.startsWith(u'[')) {
+            inEntry = line == u"[Desktop Entry]";
+        }
+        const qsizetype equals = line.indexOf(u'=');
+        if (inEntry && equals >= 0 && line.first(equals).trimmed() == key) {
+            value = line.sliced(equals + 1).trimmed().toString();
+        }
+    }
+    return value;
+}
+
 std::optional<QString> programIn(const QByteArray &record)
 {
-    const QStringList lines = QString::fromUtf8(record).split(u'\n');
-    const auto exec =
-        std::ranges::find_if(lines, [](const QString &line) { return line.startsWith(execKey); });
-    return exec == lines.cend() ? std::nullopt : unquoted(exec->mid(execKey.size()));
+    const std::optional<QString> value = valueOf(u"Exec", record);
+    return value ? unquoted(*value) : std::nullopt;
+}
+
+/// Desktops hide an entry that the user has switched off, or mark it.
+bool isOff(const QByteArray &record)
+{
+    return valueOf(u"Hidden", record) == QLatin1String("true")
+        || valueOf(u"X-GNOME-Autostart-enabled", record) == QLatin1String("false");
 }
 
 } // namespace
 
 LoginItem::Format LoginItem::autostartEntry()
 {
-    return {write, programIn};
+    return {write, programIn, isOff};
 }

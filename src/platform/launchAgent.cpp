@@ -82,5 +82,6 @@ std::optional<QString> read(const QByteArray &record)
 
 LoginItem::Format LoginItem::launchAgent()
 {
-    return {write, read};
+    // Its system keeps elsewhere what the user has switched off.
+    return {write, read, [](const QByteArray & /*record*/) { return false; }};
 }

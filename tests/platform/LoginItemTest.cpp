@@ -99,6 +99,30 @@ TEST(LaunchAgent, opensTheBundleInTheBackground)
         "<key=RunAtLoad<true<key=LimitLoadToSessionType<string=Aqua");
 }
 
+TEST(AutostartEntry, thatTheDesktopSwitchedOffIsNoneUntilItIsWrittenAnew)
+{
+    const QTemporaryDir folder;
+    const QString record = folder.filePath(QStringLiteral("entry"));
+    const LoginItem item(record, plain, LoginItem::autostartEntry());
+    const LoginItem moved(record, QStringLiteral("/new"), LoginItem::autostartEntry());
+    const QByteArray on = LoginItem::autostartEntry().write(plain);
+    const std::pair<QByteArray, bool> rows[] = {{on + "Hidden=true\n", false},
+        {on + "Hidden = true \r\n", false}, {"Hidden=true\n" + on + "Hidden=false\n", true},
+        {QByteArray(on).replace("enabled=true", "enabled=false"), false},
+        {on + "[Desktop Action x]\nExec=\"/x\"\nHidden=true\n", true}};
+    for (const auto &[bytes, isOn] : rows) {
+        writeFile(record, bytes);
+        EXPECT_EQ(item.isOn(), isOn) << bytes.constData();
+        item.refreshAutostart();
+        EXPECT_EQ(bytesOf(record), bytes);
+        moved.refreshAutostart();
+        EXPECT_EQ(bytesOf(record) == bytes, !isOn) << bytes.constData();
+        item.setAutostart(true);
+        EXPECT_TRUE(item.isOn());
+        EXPECT_EQ(bytesOf(record), on);
+    }
+}
+
 TEST(AutostartEntry, quotesTheProgramForTheDesktop)
 {
     const QByteArray record = LoginItem::autostartEntry().write(QStringLiteral("/a \"$`\\%f"));
