@@ -1,9 +1,10 @@
 // The part of AppDelegate that is about the status item, its menu and the panel on the desktop.
 
 #include "app/AppDelegate.h"
+
+#include "platform/openPage.h"
 #include <QCoreApplication>
 #include <QCursor>
-#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -127,7 +128,7 @@ void AppDelegate::setView(ViewMode mode)
 
 void AppDelegate::openUpdate()
 {
-    QDesktopServices::openUrl(m_updates.page());
+    openPage(m_updates.page());
 }
 
 void AppDelegate::quit()

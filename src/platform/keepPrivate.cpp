@@ -1,6 +1,7 @@
 #include "platform/keepPrivate.h"
 
 #include <algorithm>
+#include <optional>
 #include <QtGlobal>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -14,14 +15,32 @@ constexpr rlim_t noDump = 1;
 constexpr rlim_t noDump = 0;
 #endif
 
+struct Before {
+    mode_t umask;
+    std::optional<rlimit> core;
+};
+
+std::optional<Before> before;
+
 } // namespace
 
 void keepPrivate()
 {
-    ::umask(S_IRWXG | S_IRWXO);
+    before = Before {::umask(S_IRWXG | S_IRWXO), {}};
     rlimit core {};
     if (::getrlimit(RLIMIT_CORE, &core) == 0) {
+        before->core = core;
         core.rlim_cur = std::min(noDump, core.rlim_max);
         ::setrlimit(RLIMIT_CORE, &core);
+    }
+}
+
+void undoKeepPrivate()
+{
+    if (before) {
+        ::umask(before->umask);
+        if (before->core) {
+            ::setrlimit(RLIMIT_CORE, &*before->core);
+        }
     }
 }

@@ -7,3 +7,7 @@
 /// To be called before anything is opened. For a debugger, `prlimit --core=unlimited` undoes the
 /// part about core dumps.
 void keepPrivate();
+
+/// Sets all that back to what it was. For a process that is about to become a program of the
+/// user's, which is none of ours; it may be called between fork and exec.
+void undoKeepPrivate();
