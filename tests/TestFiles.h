@@ -25,6 +25,13 @@ inline void writeVersion(const QString &path, const QByteArray &bytes, int stamp
         file.setFileTime(QDateTime::fromSecsSinceEpoch(stamp), QFileDevice::FileModificationTime));
 }
 
+/// Puts a file there that no memory can hold, though it takes no room on the disk.
+inline void writeEndless(const QString &path)
+{
+    writeFile(path, "");
+    ASSERT_TRUE(QFile::resize(path, qint64(1) << 42));
+}
+
 /// The same as writeFile, as a program that can be run.
 inline void writeProgram(const QString &path, const QByteArray &bytes)
 {

@@ -25,7 +25,7 @@ void AccountPoller::pollAccount(std::chrono::seconds minAge)
     }
     m_pollingAccount = true;
     m_accountAskedAt = now;
-    whenDone(m_fetch(this), this,
+    whenDone<AccountUsage::AccountOutcome>(m_fetch(this), AccountUsage::Unavailable(), this,
         [this](const AccountUsage::AccountOutcome &outcome) { finishAccountPoll(outcome); });
 }
 

@@ -152,7 +152,8 @@ QJsonObject written(const PersistedState &state)
 
 PersistedState StateFile::loadState()
 {
-    const std::optional<QByteArray> bytes = readJSON(Paths::state());
+    constexpr qint64 most = 1'000'000; // bytes
+    const std::optional<QByteArray> bytes = readJSON(Paths::state(), most);
     return read(Reader(bytes ? parseObject(*bytes).value_or(QJsonObject()) : QJsonObject()));
 }
 

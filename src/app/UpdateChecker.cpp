@@ -43,7 +43,8 @@ void UpdateChecker::checkForUpdates(Occasion occasion)
     }
     m_checkingUpdate = true;
     m_updateTriedAt = now;
-    whenDone(m_fetch(*AppVersion::current(), this), this,
+    whenDone<UpdateCheck::UpdateOutcome>(m_fetch(*AppVersion::current(), this),
+        UpdateCheck::Unavailable(), this,
         [this](const UpdateCheck::UpdateOutcome &outcome) { finishUpdateCheck(outcome); });
 }
 

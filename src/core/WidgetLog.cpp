@@ -51,10 +51,11 @@ QByteArray stampedLine(const QString &message)
 void trim(const QString &path)
 {
     QFile file(path);
-    if (file.size() <= trimBeyond || !file.open(QIODevice::ReadOnly)) {
+    if (file.size() <= trimBeyond || !file.open(QIODevice::ReadOnly)
+        || !file.seek(file.size() - keptByTrim)) {
         return;
     }
-    QByteArray kept = file.readAll().right(keptByTrim);
+    QByteArray kept = file.read(keptByTrim);
     if (file.error() != QFileDevice::NoError) {
         return;
     }

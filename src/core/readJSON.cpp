@@ -10,10 +10,14 @@ std::optional<QByteArray> readJSON(const QString &path, qint64 most)
         return std::nullopt;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > most) {
+    if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    QByteArray bytes = file.readAll();
+    const qint64 size = file.size();
+    if (size > most) {
+        return std::nullopt;
+    }
+    QByteArray bytes = file.read(size); // and no more, should it grow meanwhile
     if (file.error() != QFileDevice::NoError) {
         return std::nullopt;
     }

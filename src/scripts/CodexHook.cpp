@@ -26,7 +26,7 @@ void CodexHook::run(bool on)
     m_running = true;
     const QString wanted = on ? QStringLiteral("on") : QStringLiteral("off");
     // Whatever comes of it, the option stays as the user has set it.
-    whenDone(Node::run({Paths::codexHook(), wanted}, std::nullopt, this, 30s), this,
+    whenDone(Node::run({Paths::codexHook(), wanted}, std::nullopt, this, 30s), Node::Result(), this,
         [this](const Node::Result &) {
             m_running = false;
             if (const std::optional<bool> next = std::exchange(m_next, std::nullopt)) {

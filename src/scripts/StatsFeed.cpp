@@ -33,7 +33,8 @@ void StatsFeed::readStats(Wait wait)
 
 void StatsFeed::decodeInBackground(TimePoint stamp, int generation)
 {
-    whenDone(QtConcurrent::run(&m_workers, loadStatsFile), this,
+    whenDone<StatsLoad>(QtConcurrent::run(&m_workers, loadStatsFile),
+        StatsFailure {QStringLiteral("loading it ended without a result")}, this,
         [this, stamp, generation](const StatsLoad &load) { finishStats(load, stamp, generation); });
 }
 

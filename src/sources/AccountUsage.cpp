@@ -17,6 +17,7 @@ using Token = std::optional<QByteArray>;
 
 // Of the two waits the session allows less than the request itself would.
 constexpr HttpGet::Patience patience {10s, 15s};
+constexpr qint64 mostCredentials = 1'000'000; // bytes
 constexpr int ok = 200;
 constexpr int tooManyRequests = 429;
 
@@ -51,7 +52,7 @@ AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
 
 Token tokenOfFile(TimePoint now)
 {
-    const auto bytes = readJSON(Paths::credentials());
+    const auto bytes = readJSON(Paths::credentials(), mostCredentials);
     return bytes ? AccountUsage::token(*bytes, now) : std::nullopt;
 }
 

@@ -18,6 +18,7 @@ StatsLoad loadStats(const QByteArray &bytes)
 
 StatsLoad loadStatsFile()
 {
-    const std::optional<QByteArray> bytes = readJSON(Paths::stats());
+    constexpr qint64 most = 16'000'000; // bytes; ten busy years take two million
+    const std::optional<QByteArray> bytes = readJSON(Paths::stats(), most);
     return bytes ? loadStats(*bytes) : StatsFailure {QStringLiteral("cannot read the file")};
 }

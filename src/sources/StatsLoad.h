@@ -26,5 +26,6 @@ using StatsLoad = std::variant<ParsedStats, StatsFailure>;
 /// The outcome for a file of these bytes, without a byte-order mark.
 [[nodiscard]] StatsLoad loadStats(const QByteArray &bytes);
 
-/// Reads and decodes Paths::stats(). Blocks on file input; to be called off the main thread.
+/// Reads and decodes Paths::stats(), unless it is larger than any history. Blocks on file input; to
+/// be called off the main thread.
 [[nodiscard]] StatsLoad loadStatsFile();

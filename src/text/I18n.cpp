@@ -51,7 +51,8 @@ namespace I18n {
 
 TranslationTable load()
 {
-    const std::optional<QByteArray> bytes = readJSON(Paths::i18n());
+    constexpr qint64 most = 4'000'000; // bytes; a language takes six thousand
+    const std::optional<QByteArray> bytes = readJSON(Paths::i18n(), most);
     const std::optional<TranslationTable> table = bytes ? readTable(*bytes) : std::nullopt;
     return table ? *table : TranslationTable {{QStringLiteral("en"), {}}};
 }

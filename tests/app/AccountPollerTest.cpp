@@ -105,6 +105,9 @@ TEST_F(Poller, leavesAnAccountAloneForAQuarterOfAnHourWhenToldTo)
     EXPECT_FALSE(polls(30s));
     m_clock.advance(1s);
     EXPECT_TRUE(polls(30s));
+    m_account.lose();
+    m_clock.advance(30s);
+    EXPECT_TRUE(polls(30s)) << "what ends without an answer has ended";
     EXPECT_EQ(linesLogged(), 0);
 }
 

@@ -26,6 +26,13 @@ public:
         QCoreApplication::processEvents();
     }
 
+    /// Lets the newest question end without an answer.
+    void lose()
+    {
+        m_open.back().reset();
+        QCoreApplication::processEvents();
+    }
+
 private:
     std::vector<std::unique_ptr<QPromise<Outcome>>> m_open;
 };

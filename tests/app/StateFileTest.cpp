@@ -89,6 +89,8 @@ TEST_F(States, takeOnlyWhatMakesSense)
                  "left":"1","top":2,"updateCheckedAt":1e300,"latestVersion":7,"unknown":[]})"}) {
         EXPECT_EQ(loaded(bytes), PersistedState()) << bytes;
     }
+    writeEndless(Paths::state());
+    EXPECT_EQ(StateFile::loadState(), PersistedState());
     EXPECT_FALSE(loaded("\xEF\xBB\xBF{\"topmost\":false,\"tab\":7}").topmost);
     EXPECT_EQ(QFileInfo(Paths::log()).size(), 0) << "a damaged file is nobody's news";
 }

@@ -52,6 +52,12 @@ TEST_F(Log, isTrimmedToWholeLinesOnlyBeyondItsBound)
     EXPECT_LE(trimmed.size() - ownLine, 131'072);
     EXPECT_GT(trimmed.size() - ownLine, 131'072 - 10);
 
+    writeEndless(Paths::log());
+    QFile file(Paths::log());
+    ASSERT_TRUE(file.open(QIODevice::Append) && file.write("\nlast\n") == 6);
+    file.close();
+    EXPECT_TRUE(afterWriting("after").startsWith("last\n")) << "the rest is not read";
+
     writeFile(Paths::log(), QByteArray(300'000, 'x'));
     const QByteArray tail = afterWriting("line");
     EXPECT_EQ(tail.count('x'), 131'072) << "of a log without lines";

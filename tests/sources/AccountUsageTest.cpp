@@ -100,8 +100,10 @@ TEST_F(Polling, asksTheKeychainWhenTheFileHasNoToken)
     poll(server);
     writeCredentials(credentials("expiring", 30s));
     poll(server);
-    EXPECT_EQ(m_keychainAsked, 5);
-    ASSERT_EQ(server.requests().size(), 2);
+    writeEndless(Paths::credentials());
+    poll(server);
+    EXPECT_EQ(m_keychainAsked, 6);
+    ASSERT_EQ(server.requests().size(), 3);
     for (const QByteArray &request : server.requests()) {
         EXPECT_TRUE(request.contains("Bearer from-keychain\r\n")) << request.constData();
     }

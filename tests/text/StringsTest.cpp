@@ -22,6 +22,8 @@ TEST(I18n, takesOneWrongValueAnywhereAsNoTable)
             R"({"en": {"a": "b", "c": 1}})", "{\"en\": {\"a\": \"\xFF\"}}"}) {
         EXPECT_EQ(loaded(bytes), nothingButEnglish) << bytes;
     }
+    writeEndless(Paths::i18n());
+    EXPECT_EQ(I18n::load(), nothingButEnglish);
     ASSERT_TRUE(QFile::remove(Paths::i18n()));
     EXPECT_EQ(I18n::load(), nothingButEnglish);
 }
