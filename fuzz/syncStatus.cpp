@@ -32,13 +32,18 @@ void tryInput(const QByteArray &bytes)
     lookAt(status->lastSync);
     lookAt(status->historyFrom);
     const auto document = nlohmann::json::parse(bytes.cbegin(), bytes.cend(), nullptr, false);
+    const auto told = document.is_object() ? document.value("links", nlohmann::json()) : document;
     const QList<SyncLink> links = status->links.value_or(QList<SyncLink>());
-    for (qsizetype i = 0; i < links.size(); ++i) {
-        lookAt(links.at(i).seenAt);
-        // As they are told, as another parser has it.
-        if (document.is_object()) {
-            require(document["links"][static_cast<std::size_t>(i)]["id"]
-                == links.at(i).id.toStdString());
+    for (const SyncLink &link : links) {
+        lookAt(link.seenAt);
+    }
+    // As they are told, as another parser has it.
+    qsizetype next = 0;
+    for (const auto &link : told.is_array() ? told : nlohmann::json::array()) {
+        if (link.is_object() && link.contains("id") && link["id"].is_string()) {
+            require(next < links.size() && link["id"] == links.at(next).id.toStdString());
+            ++next;
         }
     }
+    require(!document.is_object() || next == links.size());
 }

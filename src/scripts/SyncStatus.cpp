@@ -6,15 +6,35 @@ namespace {
 
 using Object = TypedReader::Object;
 
-SyncLink syncLink(TypedReader &r, Object in)
+/// Nothing for a device that cannot be named to the script.
+std::optional<SyncLink> syncLink(TypedReader &r, Object in)
 {
-    return {
-        .id = r.requiredText(in, "id"),
+    const std::optional<QString> id = r.text(in, "id");
+    if (!id) {
+        return std::nullopt;
+    }
+    return SyncLink {
+        .id = *id,
         .name = r.text(in, "name"),
         .os = r.text(in, "os"),
         .enabled = r.flag(in, "enabled"),
         .seenAt = r.text(in, "seenAt"),
     };
+}
+
+std::optional<QList<SyncLink>> syncLinks(TypedReader &r, Object in)
+{
+    const auto told = r.array<QList<std::optional<SyncLink>>>(in, "links", syncLink);
+    if (!told) {
+        return std::nullopt;
+    }
+    QList<SyncLink> links;
+    for (const std::optional<SyncLink> &link : *told) {
+        if (link) {
+            links.append(*link);
+        }
+    }
+    return links;
 }
 
 SyncStatus syncStatus(TypedReader &r, Object in)
@@ -24,7 +44,7 @@ SyncStatus syncStatus(TypedReader &r, Object in)
         .enabled = r.flag(in, "enabled"),
         .name = r.text(in, "name"),
         .hasPassword = r.flag(in, "hasPassword"),
-        .links = r.array<QList<SyncLink>>(in, "links", syncLink),
+        .links = syncLinks(r, in),
         .lastSync = r.text(in, "lastSync"),
         .historyFrom = r.text(in, "historyFrom"),
         .error = r.text(in, "error"),
@@ -42,7 +62,7 @@ std::optional<SyncStatus> SyncStatus::parse(const QByteArray &bytes)
     if (!document.root()) {
         return std::nullopt;
     }
-    TypedReader reader;
+    TypedReader reader(TypedReader::WrongType::IsAbsent);
     SyncStatus status = reader.record(*document.root(), syncStatus);
     return reader.failed() ? std::nullopt : std::optional(std::move(status));
 }

@@ -34,8 +34,8 @@ struct SyncStatus {
 
     bool operator==(const SyncStatus &) const = default;
 
-    /// Decodes a document, with or without a byte-order mark. Every member but a link's id may be
-    /// absent or null, unknown ones are ignored; one of a wrong type fails the whole. Links stand
-    /// as they are told, also two with the same id.
+    /// Decodes a document, with or without a byte-order mark; nothing when it is no JSON object.
+    /// Any member may be absent, and one of a wrong type counts as absent; a link without an id is
+    /// left out. Links stand as they are told, also two with the same id.
     [[nodiscard]] static std::optional<SyncStatus> parse(const QByteArray &bytes);
 };

@@ -6,6 +6,8 @@ namespace {
 
 using Type = TypedReader::Type;
 
+constexpr qsizetype longestPlace = 200; // in what is told of a failure
+
 QLatin1String typeName(Type type)
 {
     switch (type) {
@@ -53,6 +55,18 @@ QString qString(std::string_view text)
         return decoder(bytes);
     }
     return QString::fromUtf8(bytes);
+}
+
+/// Appends a key so that a text that is shown as one line stays one and in its order.
+void appendShown(QString &text, const QString &key)
+{
+    for (const char32_t c : key.toUcs4()) {
+        if (QChar::isPrint(c)) {
+            text += QString::fromUcs4(&c, 1);
+        } else {
+            text += QStringLiteral("\\u{%1}").arg(static_cast<uint>(c), 0, 16);
+        }
+    }
 }
 
 std::string_view textOf(TypedReader::Value value)
@@ -112,8 +126,10 @@ std::optional<TypedReader::Value> TypedReader::member(Object in, Key key, Type t
         return std::nullopt;
     }
     if (!isOf(*value, type)) {
-        const Step step(*this, {key, -1});
-        fail(type, typeName(value->type()));
+        if (m_wrongType == WrongType::Fails) {
+            const Step step(*this, {key, -1});
+            fail(type, typeName(value->type()));
+        }
         return std::nullopt;
     }
     return value;
@@ -144,7 +160,13 @@ QString TypedReader::path() const
         if (!text.isEmpty()) {
             text += u'.';
         }
-        text += qString(place.key);
+        // A character takes four bytes at most; the half of one that this may leave is cut below.
+        appendShown(text, qString(place.key.substr(0, 4 * longestPlace)));
+    }
+    if (text.size() > longestPlace) {
+        text.truncate(longestPlace - 1);
+        text.chop(text.back().isHighSurrogate() ? 1 : 0);
+        text += u'…';
     }
     return text.isEmpty() ? text : QString(text % u": ");
 }

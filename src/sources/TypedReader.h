@@ -10,15 +10,25 @@
 
 /// Reads typed values out of a JSON document and remembers where it is.
 ///
-/// An absent or null member is no value; of members with one key the last counts. The first member
-/// of a wrong type ends the reading: from then on every call gives nothing, and `problem` names the
-/// place, as in "sessions[3].cost: expected a number, found a string".
+/// An absent or null member is no value; of members with one key the last counts. Unless values of
+/// a wrong type are taken as absent, the first one ends the reading: from then on every call gives
+/// nothing, and `problem` names the place, as in "sessions[3].cost: expected a number, found a
+/// string". Keys come from the file, so the place is cut to 200 characters and what cannot be
+/// printed is escaped, as in "\u{a}".
 class TypedReader final {
 public:
     using Object = simdjson::dom::object;
     using Value = simdjson::dom::element;
     using Type = simdjson::dom::element_type;
     using Key = std::string_view;
+
+    /// What becomes of a value of a wrong type below the outermost one.
+    enum class WrongType { Fails, IsAbsent };
+
+    explicit TypedReader(WrongType wrongType = WrongType::Fails)
+        : m_wrongType(wrongType)
+    {
+    }
 
     [[nodiscard]] bool failed() const { return !m_problem.isEmpty(); }
     [[nodiscard]] const QString &problem() const { return m_problem; }
@@ -51,7 +61,8 @@ public:
         return read(*this, Object(*value));
     }
 
-    /// A member array of objects, each turned into a record by `read` and appended to a list.
+    /// A member array of objects, each turned into a record by `read` and appended to a list. What
+    /// is no object is left out where a wrong type is taken as absent.
     template <typename List, typename Read>
     [[nodiscard]] std::optional<List> array(Object in, Key key, Read read)
     {
@@ -65,6 +76,9 @@ public:
         list.reserve(static_cast<qsizetype>(elements.size()));
         for (const Value item : elements) {
             const Step element(*this, {{}, list.size()});
+            if (m_wrongType == WrongType::IsAbsent && !item.is_object()) {
+                continue;
+            }
             if (failed() || !expect(item, Type::OBJECT)) {
                 break;
             }
@@ -123,6 +137,7 @@ private:
     void fail(Type expected, QLatin1String found);
     [[nodiscard]] QString path() const;
 
+    WrongType m_wrongType;
     QVarLengthArray<Place, 8> m_path;
     QHash<QByteArray, QString> m_shared; ///< by their bytes, which are the document's
     QString m_problem;

@@ -24,15 +24,19 @@ TEST(SyncStatus, isReadFieldByField)
     EXPECT_EQ(many ? many->links.value_or(QList<SyncLink>()).size() : 0, 1000);
 }
 
-TEST(SyncStatus, isNothingWhenAnythingIsOfAWrongType)
+TEST(SyncStatus, takesWhatIsOfAWrongTypeAsNotTold)
 {
-    for (const char *text : {"", "Error: no", "[]", R"({"id": "A")", R"({"id": 1})",
-             R"({"enabled": "yes"})", R"({"name": {}})", R"({"hasPassword": 1})",
-             R"({"links": {}})", R"({"links": [{"id": "A"}, null]})", R"({"links": [{}]})",
-             R"({"links": [{"id": "A", "name": 1}]})", R"({"links": [{"id": "A", "os": 1}]})",
-             R"({"links": [{"id": "A", "enabled": 1}]})", R"({"lastSync": 1})",
-             R"({"links": [{"id": "A", "seenAt": 1}]})", R"({"historyFrom": 1})",
-             R"({"error": false})"}) {
+    const SyncStatus rest {.name = u"b"_qs};
+    for (const char *wrong : {R"("id": 1)", R"("enabled": "yes")", R"("hasPassword": 1)",
+             R"("lastSync": [])", R"("historyFrom": 1)", R"("error": false)", R"("links": {})",
+             R"("id": null)", R"("id": "A", "id": {})"}) {
+        EXPECT_EQ(SyncStatus::parse("{" + QByteArray(wrong) + R"(, "name": "b"})"), rest) << wrong;
+    }
+    const QList<SyncLink> links {{.id = u"A"_qs, .enabled = false}, {.id = u""_qs}};
+    const auto told = SyncStatus::parse(R"({"name": {}, "links": [null, {"id": "A", "name": 1,
+        "os": [], "enabled": false, "seenAt": {}}, {}, 7, {"id": 7}, {"id": ""}]})");
+    EXPECT_EQ(told, (SyncStatus {.links = links}));
+    for (const char *text : {"", "Error: no", "[]", "null", R"({"id": "A")"}) {
         EXPECT_EQ(SyncStatus::parse(text), std::nullopt) << text;
     }
     EXPECT_EQ(SyncStatus::parse("{}" + QByteArray(SyncStatus::most, ' ')), std::nullopt);

@@ -25,6 +25,8 @@ TEST(StatsLoad, failsWithTheReasonAndThePlace)
 {
     QFile::remove(Paths::stats());
     EXPECT_EQ(std::get<StatsFailure>(loadStatsFile()).why, QLatin1String("cannot read the file"));
+    writeEndless(Paths::stats());
+    EXPECT_EQ(std::get<StatsFailure>(loadStatsFile()).why, QLatin1String("cannot read the file"));
 
     const std::pair<const char *, const char *> rows[] = {
         {"[]", "expected an object, found an array"},
@@ -38,11 +40,16 @@ TEST(StatsLoad, failsWithTheReasonAndThePlace)
             "months[0].models.claude-x: expected a number, found null"},
         {R"({"months":[{"estimated":1}]})",
             "months[0].estimated: expected a boolean, found a number"},
+        {R"({"providers":{"a\n2026-03-05T14:07:09Z \u202eb\u0000":1}})",
+            R"(providers.a\u{a}2026-03-05T14:07:09Z \u{202e}b\u{0}: expected an object, found a number)"},
         {R"({"devices":[{"id":"a"},{"name":"b"}]})",
             "devices[1].id: expected a string, found nothing"}};
     for (const auto &[bytes, why] : rows) {
         EXPECT_EQ(failure(bytes), "decode failed: " + std::string(why)) << bytes;
     }
+    EXPECT_EQ(failure("{\"providers\":{\"" + QByteArray(300'000, 'k') + "\":[]}}"),
+        "decode failed: providers." + std::string(189, 'k')
+            + "…: expected an object, found an array");
     const QByteArray deep = "{\"days\":" + QByteArray(100'000, '[');
     for (const char *noJson : {"", "\xEF\xBB\xBF", "null", "{\"days\":[{\"cost\":1", "{}x",
              "{\"title\":\"\xFF\"}", "{\"cost\":NaN}", deep.constData()}) {
