@@ -31,6 +31,7 @@ template <typename Take>
     simdjson::simdjson_result<simdjson::ondemand::object> started, Take take)
 {
     simdjson::ondemand::object object;
+    // NOLINTNEXTLINE(performance-move-const-arg): only a result that is moved can be asked
     if (std::move(started).get(object) != simdjson::SUCCESS) {
         return false;
     }
@@ -59,6 +60,7 @@ template <typename Take>
     simdjson::simdjson_result<simdjson::ondemand::array> started, Take take)
 {
     simdjson::ondemand::array array;
+    // NOLINTNEXTLINE(performance-move-const-arg): only a result that is moved can be asked
     if (std::move(started).get(array) != simdjson::SUCCESS) {
         return false;
     }

@@ -6,8 +6,8 @@
 /// A row of the history with the moment its period begins.
 struct RawPoint {
     TimePoint date;
-    const PeriodRows *rows; ///< of the statistics, which are there as long
-    qsizetype place;
+    const PeriodRows *rows = nullptr; ///< of the statistics, which are there as long
+    qsizetype place = 0;
 
     [[nodiscard]] PeriodRow row() const { return rows->at(place); }
 };
