@@ -36,6 +36,17 @@ bool tellsOfDamage(int code)
     }
 }
 
+/// A path as it stands in a URI.
+std::string escaped(const std::string &path)
+{
+    std::string text;
+    for (const char c : path) {
+        const bool isSpecial = c == '%' || c == '?' || c == '#';
+        text += isSpecial ? fmt::format("%{:02X}", c) : std::string(1, c);
+    }
+    return text;
+}
+
 /// What went wrong in words: where the system failed, its own.
 std::string words(sqlite3 *connection, int code)
 {
@@ -106,6 +117,23 @@ Database::Database(const std::filesystem::path &file, ForReading /*unused*/)
     const bool isImmutable = isFrozen(file);
     open(isImmutable ? immutableName(file) : file.native(),
         SQLITE_OPEN_READONLY | (isImmutable ? SQLITE_OPEN_URI : 0));
+}
+
+Database::Database(const std::filesystem::path &file, Foreign /*unused*/)
+{
+    constexpr int longestValue = 16 << 20; // bytes
+    std::error_code error;
+    const bool hasJournal = std::filesystem::exists(file.native() + "-wal", error)
+        || std::filesystem::exists(file.native() + "-journal", error);
+    // Without a journal nobody has it open, and even its locks can be left alone. Beside a journal,
+    // its index is only read: if there is none, SQLite would make one that stays.
+    const char *way = hasJournal ? "mode=ro&readonly_shm=1" : "immutable=1";
+    open(fmt::format("file:{}?{}", escaped(file.native()), way),
+        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    if (m_connection != nullptr) {
+        sqlite3_busy_timeout(m_connection, 0);
+        sqlite3_limit(m_connection, SQLITE_LIMIT_LENGTH, longestValue);
+    }
 }
 
 void Database::open(const std::filesystem::path &file, int flags)

@@ -20,6 +20,10 @@ public:
     /// Opens a file that is there, without changing anything.
     struct ForReading { };
     Database(const std::filesystem::path &file, ForReading forReading);
+    /// Opens another program's: without leaving anything beside it, and without waiting for
+    /// anybody.
+    struct Foreign { };
+    Database(const std::filesystem::path &file, Foreign foreign);
     ~Database();
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;

@@ -71,7 +71,8 @@ void FamilyStore::add(const RolloutBook &book, Sums &sums)
     book.forEach([&](const UsageRecord &record) { sums.add(withOurNames(record, book.names())); });
     for (const RolloutSession &session : book.sessions()) {
         m_sessions.show(Provider::Codex, m_names.add(book.names().text(session.thread)),
-            {session.title, std::string(book.names().text(session.folder)), session.end});
+            {session.title, std::string(book.names().text(session.folder)), session.end,
+                session.prompt});
     }
     if (auto limits = book.limits(m_now); limits && (!m_limits || *m_limits < *limits)) {
         m_limits = std::move(limits);

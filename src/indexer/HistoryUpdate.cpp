@@ -52,6 +52,7 @@ void HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     const std::string version = sumsVersion();
     const bool isCurrent = m_facts.text(sumsFact) == version;
     updateThreadNames(m_database, folders.codex, m_skips);
+    updateThreadTitles(m_database, folders.codex);
     m_facts.set(lastRunFact, m_now.time_since_epoch().count());
     if (m_database.problem() || (plan.isEmpty() && isCurrent)) {
         return;

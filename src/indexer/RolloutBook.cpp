@@ -199,6 +199,10 @@ std::vector<RolloutSession> RolloutBook::sessions() const
     for (auto &[thread, session] : sessions) {
         session.thread = thread;
         session.title = titles.title(thread);
+        session.prompt = titles.prompt(thread);
+        if (session.prompt == session.title) {
+            session.prompt.clear();
+        }
         result.push_back(std::move(session));
     }
     return result;

@@ -16,8 +16,9 @@ namespace indexer {
 /// A thread that the user worked in, with its subagents.
 struct RolloutSession {
     TextId thread = 0;
-    std::string title; // empty when there is none; the user's own name for it goes before
-    TextId folder = 0; // the earliest known
+    std::string title;  // empty when there is none; the user's own name for it goes before
+    std::string prompt; // what the user wrote first, where the title is a name
+    TextId folder = 0;  // the earliest known
     TimePoint end = TimePoint::min();
 };
 

@@ -175,14 +175,19 @@ void Salvaging::copy(std::string_view table, std::string_view columns, std::stri
 /// Few and keyed by texts: from both ends is enough.
 void Salvaging::copyThreadNames()
 {
-    Statement insertion(m_to, "INSERT OR IGNORE INTO thread_name (thread, name) VALUES (?, ?)");
-    for (const char *direction : {"ASC", "DESC"}) {
-        m_from.goOn();
-        Statement rows(m_from,
-            fmt::format("SELECT thread, name FROM thread_name ORDER BY thread {}", direction));
-        while (rows.next()) {
-            insertion.bindRow(rows, 2);
-            insertion.run();
+    for (const auto &[table, text] :
+        {std::pair("thread_name", "name"), {"thread_title", "title"}}) {
+        Statement insertion(
+            m_to, fmt::format("INSERT OR IGNORE INTO {} (thread, {}) VALUES (?, ?)", table, text));
+        for (const char *direction : {"ASC", "DESC"}) {
+            m_from.goOn();
+            Statement rows(m_from,
+                fmt::format(
+                    "SELECT thread, {} FROM {} ORDER BY thread {}", text, table, direction));
+            while (rows.next()) {
+                insertion.bindRow(rows, 2);
+                insertion.run();
+            }
         }
     }
 }

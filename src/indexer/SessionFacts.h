@@ -59,6 +59,7 @@ struct SessionFace {
     std::string title;
     std::string folder; // its whole path
     TimePoint end {};
+    std::string prompt = {}; // of Codex's: what the user wrote first, where the title is a name
 };
 
 /// Puts together what several transcripts tell of one session, whatever their order.

@@ -11,18 +11,18 @@ SessionTable::SessionTable(Database &database, const TextPool &names)
     , m_partReplacement(
           database, "INSERT OR REPLACE INTO session_part (session, file, told) VALUES (?, ?, ?)")
     , m_faceReplacement(database,
-          "INSERT OR REPLACE INTO session (provider, session, title, folder, end)"
-          " VALUES (?, ?, ?, ?, ?)")
+          "INSERT OR REPLACE INTO session (provider, session, title, folder, end, prompt)"
+          " VALUES (?, ?, ?, ?, ?, ?)")
 {
 }
 
 void SessionTable::visitAll(Database &database, const Visit &visit)
 {
-    Statement rows(database, "SELECT provider, session, title, folder, end FROM session");
+    Statement rows(database, "SELECT provider, session, title, folder, end, prompt FROM session");
     while (rows.next()) {
         visit(static_cast<Provider>(rows.number(0)), static_cast<TextId>(rows.number(1)),
             {std::string(rows.bytes(2)), std::string(rows.bytes(3)),
-                TimePoint(TimePoint::duration(rows.number(4)))});
+                TimePoint(TimePoint::duration(rows.number(4))), std::string(rows.bytes(5))});
     }
 }
 
@@ -79,7 +79,8 @@ bool SessionTable::remove(std::int64_t file)
 void SessionTable::show(Provider provider, TextId session, const SessionFace &face)
 {
     m_faceReplacement.bind(static_cast<int>(provider), session, std::string_view(face.title),
-        std::string_view(face.folder), face.end.time_since_epoch().count());
+        std::string_view(face.folder), face.end.time_since_epoch().count(),
+        std::string_view(face.prompt));
     m_faceReplacement.run();
 }
 

@@ -21,6 +21,25 @@ using namespace std::chrono;
 
 using Days = std::map<Day, Period>;
 
+using ThreadTexts = std::map<std::string, std::string, std::less<>>;
+
+std::string textOf(const ThreadTexts &texts, std::string_view thread)
+{
+    const auto found = texts.find(thread);
+    return found == texts.end() ? std::string() : found->second;
+}
+
+/// The name that the user gave to a thread, or else the title in Codex's database, unless that is
+/// just what the user wrote first; or else what its file tells.
+std::string threadTitle(const SessionFace &face, const std::string &name, const std::string &title)
+{
+    const std::string &prompt = face.prompt.empty() ? face.title : face.prompt;
+    if (!name.empty()) {
+        return name;
+    }
+    return title.empty() || title == prompt ? face.title : title;
+}
+
 /// Adds up the sums of a history by days and sessions.
 class Summing final {
 public:
@@ -88,7 +107,8 @@ std::string_view Summing::modelOf(const SumKey &key)
 
 std::vector<SessionSummary> Summing::sessions() const
 {
-    const std::map<std::string, std::string, std::less<>> names = threadNames(m_database);
+    const ThreadTexts names = threadNames(m_database);
+    const ThreadTexts titles = threadTitles(m_database);
     struct Entry {
         SessionSummary summary;
         std::string_view id;
@@ -101,11 +121,11 @@ std::vector<SessionSummary> Summing::sessions() const
             return;
         }
         const std::string_view name = m_names.names().text(id);
-        const auto given = provider == Provider::Codex ? names.find(name) : names.end();
-        const bool isNamed = given != names.end() && !given->second.empty();
-        entries.push_back({{provider, isNamed ? given->second : face.title,
-                               tidyName(folderName(face.folder)), face.end, found->second},
-            name});
+        const std::string title = provider == Provider::Codex
+            ? threadTitle(face, textOf(names, name), textOf(titles, name))
+            : face.title;
+        entries.push_back(
+            {{provider, title, tidyName(folderName(face.folder)), face.end, found->second}, name});
     });
     std::ranges::sort(entries, [](const Entry &a, const Entry &b) {
         return std::make_tuple(b.summary.end, a.id, a.summary.provider)

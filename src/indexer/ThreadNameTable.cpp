@@ -2,6 +2,7 @@
 
 #include "indexer/FactTable.h"
 #include "indexer/FileIdentity.h"
+#include "indexer/StateDatabase.h"
 #include "indexer/ThreadNames.h"
 
 #include <fmt/format.h>
@@ -12,6 +13,17 @@ namespace indexer {
 namespace {
 
 constexpr std::string_view stateFact = "thread names";
+constexpr std::string_view titlesFact = "thread titles";
+
+std::map<std::string, std::string, std::less<>> textsOf(Database &database, std::string_view query)
+{
+    std::map<std::string, std::string, std::less<>> texts;
+    Statement rows(database, query);
+    while (rows.next()) {
+        texts.emplace(rows.bytes(0), rows.bytes(1));
+    }
+    return texts;
+}
 
 /// Nothing when there is no such file.
 std::optional<std::string> stateOf(const std::filesystem::path &file)
@@ -29,12 +41,12 @@ std::optional<std::string> stateOf(const std::filesystem::path &file)
 
 std::map<std::string, std::string, std::less<>> threadNames(Database &database)
 {
-    std::map<std::string, std::string, std::less<>> names;
-    Statement rows(database, "SELECT thread, name FROM thread_name");
-    while (rows.next()) {
-        names.emplace(rows.bytes(0), rows.bytes(1));
-    }
-    return names;
+    return textsOf(database, "SELECT thread, name FROM thread_name");
+}
+
+std::map<std::string, std::string, std::less<>> threadTitles(Database &database)
+{
+    return textsOf(database, "SELECT thread, title FROM thread_title");
 }
 
 void updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips)
@@ -58,6 +70,33 @@ void updateThreadNames(Database &database, const std::filesystem::path &codex, S
     }
     facts.set(stateFact, *state);
     facts.set(writtenFact, "");
+    transaction.commit();
+}
+
+void updateThreadTitles(Database &database, const std::filesystem::path &codex)
+{
+    const std::filesystem::path file = findStateDatabase(codex);
+    FactTable facts(database);
+    const std::string state = stateOfDatabase(file);
+    if (file.empty() || state.empty() || state == facts.text(titlesFact)) {
+        return;
+    }
+    const auto titles = readStateTitles(file);
+    if (!titles) {
+        return;
+    }
+    const auto known = threadTitles(database);
+    Transaction transaction(database);
+    Statement replacement(
+        database, "INSERT OR REPLACE INTO thread_title (thread, title) VALUES (?, ?)");
+    for (const auto &[thread, title] : *titles) {
+        const auto held = known.find(thread);
+        if (held == known.end() || held->second != title) {
+            replacement.bind(std::string_view(thread), std::string_view(title)).run();
+            facts.set(writtenFact, "");
+        }
+    }
+    facts.set(titlesFact, state);
     transaction.commit();
 }
 

@@ -16,4 +16,10 @@ namespace indexer {
 /// it cannot be read goes into the skips.
 void updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips);
 
+/// The titles that Codex's own database gave them, the first prompt most often.
+[[nodiscard]] std::map<std::string, std::string, std::less<>> threadTitles(Database &database);
+
+/// Reads them when that has changed. Titles stay when it is gone, or cannot be read just now.
+void updateThreadTitles(Database &database, const std::filesystem::path &codex);
+
 } // namespace indexer

@@ -15,6 +15,11 @@ std::string ThreadTitles::title(TextId thread) const
     if (name != m_names.end() && !name->second.second.empty()) {
         return name->second.second;
     }
+    return prompt(thread);
+}
+
+std::string ThreadTitles::prompt(TextId thread) const
+{
     const auto prompt = m_prompts.find(thread);
     return prompt == m_prompts.end() ? std::string() : std::get<std::string>(prompt->second);
 }

@@ -16,6 +16,7 @@ public:
 
     /// Empty when there is none.
     [[nodiscard]] std::string title(TextId thread) const;
+    [[nodiscard]] std::string prompt(TextId thread) const;
 
     void addName(const RolloutFile &file);
     /// To be called for one file of each thread: an older state of it knows less of what is a copy.

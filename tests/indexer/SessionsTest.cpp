@@ -1,6 +1,9 @@
 #include "indexer/Scratch.h"
 
+#include <chrono>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
@@ -94,6 +97,69 @@ TEST(Sessions, areTheNewestOnly)
     EXPECT_EQ(stats["sessions"][0]["end"], "2026-11-20T10:00:00.329Z");
     EXPECT_EQ(stats["sessions"][199]["end"], "2026-11-20T10:00:00.130Z");
     EXPECT_EQ(stats["totals"]["yesterday"]["sessions"], 230);
+}
+
+/// The files below a folder, whatever is in them.
+std::set<std::string> filesIn(const std::filesystem::path &folder)
+{
+    std::set<std::string> files;
+    for (const auto &entry : std::filesystem::directory_iterator(folder)) {
+        files.insert(entry.path().filename());
+    }
+    return files;
+}
+
+TEST(Sessions, ofCodexTakeTheTitleInItsDatabase)
+{
+    const Scratch scratch;
+    const auto line = [](const std::string &type, const std::string &payload) {
+        return R"({"timestamp":"2026-11-20T09:00:00Z","type":")" + type + R"(","payload":{)"
+            + payload + "}}";
+    };
+    scratch.rollout("a",
+        {line("session_meta", R"("id":"t1")"),
+            line("event_msg", R"("type":"user_message","message":"Do  it")"),
+            line("token_usage_record", R"("response_id":"r1","usage":{"output_tokens":1})")});
+    indexer::History history;
+    const auto title = [&] {
+        const auto before = filesIn(scratch.codex());
+        scratch.update(history);
+        EXPECT_EQ(filesIn(scratch.codex()), before) << "nothing is left there";
+        return json::parse(statsText(history))["sessions"][0]["title"].get<std::string>();
+    };
+    const std::string set = "; INSERT OR REPLACE INTO threads VALUES ('t1', ";
+    const std::string fresh = "CREATE TABLE threads (id TEXT PRIMARY KEY, title TEXT)" + set;
+    const std::pair<const char *, std::string> steps[] = {
+        {"state_5.sqlite", fresh + "'Do  it')"}, // is what the user wrote first
+        {"state_10.sqlite", fresh + "'Renamed')"}, {"state_9.sqlite", fresh + "'Old')"},
+        {"state_10.sqlite", "PRAGMA journal_mode = WAL" + set + "'Later')"},
+        {"state_11.sqlite", "CREATE VIEW threads AS SELECT 't1' AS id, 'Odd' AS title"}};
+    std::string titles;
+    for (const auto &[name, sql] : steps) {
+        indexer::Database(scratch.codex() / name).run(sql);
+        titles += title() + '|';
+    }
+    EXPECT_EQ(titles, "Do it|Renamed|Renamed|Later|Later|");
+    std::filesystem::remove(scratch.codex() / "state_11.sqlite");
+    {
+        // While it is being written: in its journal, and beyond reach.
+        indexer::Database open(scratch.codex() / "state_10.sqlite");
+        open.run("PRAGMA journal_mode = WAL" + set + "'Now')");
+        EXPECT_EQ(title(), "Now");
+        open.run("PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE" + set + "'Not yet')");
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(title(), "Now");
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds {5});
+    }
+    // A name in the thread's file counts less than a title, unless that is the prompt.
+    const std::string named =
+        line("event_msg", R"("type":"thread_name_updated","thread_name":"Named")");
+    std::ofstream(scratch.codex() / "sessions/rollout-a.jsonl", std::ios::app) << named << '\n';
+    EXPECT_EQ(title(), "Now");
+    indexer::Database(scratch.codex() / "state_10.sqlite").run("SELECT 1" + set + "'Do  it')");
+    EXPECT_EQ(title(), "Named");
+    scratch.write("codex/state_12.sqlite", std::string(5000, 'x'));
+    EXPECT_EQ(title(), "Named");
 }
 
 } // namespace
