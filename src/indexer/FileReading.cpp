@@ -101,6 +101,8 @@ bool FileReading::readRollout(const FileTask &task, FilePiece piece)
     const bool isAtEnd = eachLine(line, piece.skips, [&] {
         if (line.hasImpossibleNumbers) {
             piece.skips.add(LineSkip::ImpossibleNumbers);
+        } else if (line.timestamp.empty() && !line.hasUsage) {
+            reader.add(line, std::nullopt);
         } else {
             reader.add(line, timeOf(line.timestamp, m_now, piece.skips, piece.again));
         }

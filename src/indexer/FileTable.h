@@ -8,7 +8,7 @@
 namespace indexer {
 
 /// To be raised when lines are read by other rules: then all files are read again.
-constexpr std::int64_t readingRules = 1;
+constexpr std::int64_t readingRules = 2;
 
 /// A file that the history knows.
 struct KnownFile {

@@ -21,17 +21,31 @@ void JsonFields::restart()
 
 bool JsonFields::count(Value value, std::uint64_t &target)
 {
-    if (!isType(value, json_type::number)) {
+    if (isType(value, json_type::null)) {
         return isSound(value);
     }
-    const std::string_view token = scalarToken(value);
-    if (!isJsonNumber(token)) {
+    std::string_view token;
+    if (isType(value, json_type::number)) {
+        token = scalarToken(value);
+        if (!isJsonNumber(token)) {
+            return false;
+        }
+    } else if (!text(value, token)) {
         return false;
     }
-    const auto stated = tokenCount(token);
+    const auto stated = isJsonNumber(token) ? tokenCount(token) : std::nullopt;
     m_hasImpossibleNumbers = m_hasImpossibleNumbers || !stated;
     target = stated.value_or(0);
     return true;
+}
+
+bool JsonFields::moment(Value value, std::string_view &target)
+{
+    if (!isType(value, json_type::number)) {
+        return text(value, target);
+    }
+    target = scalarToken(value);
+    return isJsonNumber(target);
 }
 
 bool JsonFields::text(Value value, std::string_view &target)

@@ -43,7 +43,10 @@ public:
     void restart();
     /// A string without its quotes; anything but a string tells nothing.
     [[nodiscard]] bool text(Value value, std::string_view &target);
-    /// A number of tokens; anything but a number tells nothing.
+    /// A moment as it stands there: a string without its quotes, or a number.
+    [[nodiscard]] bool moment(Value value, std::string_view &target);
+    /// A number of tokens, also one that is written as a text; null tells nothing, and anything
+    /// else is no count.
     [[nodiscard]] bool count(Value value, std::uint64_t &target);
 
 private:

@@ -32,11 +32,10 @@ LineKind kindOf(std::string_view type)
     return LineKind::Other;
 }
 
-constexpr FieldTable<TranscriptLine, std::string_view, 6> lineTexts {{
+constexpr FieldTable<TranscriptLine, std::string_view, 5> lineTexts {{
     {"uuid", &TranscriptLine::uuid},
     {"sessionId", &TranscriptLine::sessionId},
     {"requestId", &TranscriptLine::requestId},
-    {"timestamp", &TranscriptLine::timestamp},
     {"cwd", &TranscriptLine::cwd},
     {"leafUuid", &TranscriptLine::leafUuid},
 }};
@@ -110,6 +109,9 @@ bool LineParser::topField(std::string_view key, Value value)
     if (bool *target = find(lineFlags, key, *m_line)) {
         *target = scalarToken(value) == "true";
         return isSound(value);
+    }
+    if (key == "timestamp") {
+        return m_fields.moment(value, m_line->timestamp);
     }
     if (key == "message") {
         return isType(value, json_type::object) ? message(value) : isSound(value);

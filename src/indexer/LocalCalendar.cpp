@@ -19,6 +19,23 @@ std::tm localTime(sys_seconds moment)
     return local;
 }
 
+/// Seconds ahead of UTC.
+long offsetAt(sys_seconds moment)
+{
+    return localTime(moment).tm_gmtoff;
+}
+
+/// The first second at which clocks show what they show at the end of a span, and not at its start.
+sys_seconds changeBetween(sys_seconds start, sys_seconds end)
+{
+    const long after = offsetAt(end);
+    while (end - start > seconds {1}) {
+        const sys_seconds middle = start + (end - start) / 2;
+        (offsetAt(middle) == after ? end : start) = middle;
+    }
+    return end;
+}
+
 } // namespace
 
 LocalCalendar::LocalCalendar()
@@ -48,12 +65,18 @@ Day LocalCalendar::dayOf(TimePoint moment)
 std::uint64_t calendarHash(TimePoint now)
 {
     tzset();
-    // Both names, because clocks may change at days so near that no week shows it.
-    std::string zone = fmt::format("{} {}", ::tzname[0], ::tzname[1]);
     const year_month_day today {floor<days>(now)};
     const sys_days end = (today.year() + years {2}) / January / 1;
-    for (sys_days day = year {2000} / January / 1; day < end; day += weeks {1}) {
-        zone += fmt::format(" {}", localTime(day).tm_gmtoff);
+    sys_seconds before = sys_days {year {2000} / January / 1};
+    std::string zone = std::to_string(offsetAt(before));
+    // No clock was changed twice within so few days since.
+    constexpr days step {6};
+    for (sys_seconds at = before + step; at < end; at += step) {
+        if (offsetAt(at) != offsetAt(before)) {
+            const auto change = changeBetween(before, at).time_since_epoch().count();
+            zone += fmt::format(" {} {}", change, offsetAt(at));
+        }
+        before = at;
     }
     return hashOf(zone);
 }

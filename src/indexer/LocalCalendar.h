@@ -26,7 +26,7 @@ private:
     bool m_hasDay = false;
 };
 
-/// Tells the user's time zone from others, by its names and its offsets up to some time after now.
+/// Tells the user's time zone from others, by each change of its clocks up to some time after now.
 [[nodiscard]] std::uint64_t calendarHash(TimePoint now);
 
 /// The Monday on or before the day.

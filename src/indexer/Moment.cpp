@@ -123,6 +123,17 @@ std::optional<TimePoint> parseMoment(std::string_view text)
     return *date + hours {h} + minutes {m} + seconds {s} + part - *zone;
 }
 
+std::optional<TimePoint> momentOfNumber(double number)
+{
+    constexpr double mostSeconds = 1e11;
+    constexpr double mostMilliseconds = 253'402'300'800'000; // the end of the year 9999
+    constexpr double perSecond = 1000;
+    const double all = number > mostSeconds ? number : number * perSecond;
+    return all >= 0 && all < mostMilliseconds
+        ? std::optional(TimePoint(milliseconds(static_cast<std::int64_t>(all))))
+        : std::nullopt;
+}
+
 std::optional<TimePoint> parseDate(std::string_view text)
 {
     Cursor cursor(text);

@@ -167,7 +167,7 @@ RolloutKind RolloutParser::kind() const
 bool RolloutParser::topField(std::string_view key, Value value)
 {
     if (key == "timestamp") {
-        return m_fields.text(value, m_line->timestamp);
+        return m_fields.moment(value, m_line->timestamp);
     }
     if (key == "type") {
         if (!m_fields.text(value, m_type)) {

@@ -12,7 +12,7 @@ namespace indexer {
 namespace {
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(LineSkip::Count)> lineReasons {
-    "longer than 8 MiB", "not JSON", "with impossible numbers", "with impossible times",
+    "longer than 8 MiB", "not JSON", "with impossible numbers", "without a possible time",
     "without identity"};
 constexpr std::array<std::string_view, static_cast<std::size_t>(FileSkip::Count)> fileReasons {
     "not a regular file", "in a loop of links", "unreadable"};

@@ -39,17 +39,11 @@ std::optional<double> numberIn(const Json &object, const char *key)
     return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-/// A text, or a number of seconds or, if that would be far away, of milliseconds since 1970.
+/// A text or a number.
 std::optional<TimePoint> momentIn(const Json &object, const char *key)
 {
     if (const auto number = numberIn(object, key)) {
-        constexpr double mostSeconds = 1e11;
-        constexpr double mostMilliseconds = 253'402'300'800'000; // the end of the year 9999
-        constexpr double perSecond = 1000;
-        const double all = *number > mostSeconds ? *number : *number * perSecond;
-        return all >= 0 && all < mostMilliseconds
-            ? std::optional(TimePoint(std::chrono::milliseconds(static_cast<std::int64_t>(all))))
-            : std::nullopt;
+        return momentOfNumber(*number);
     }
     const auto found = object.find(key);
     return found != object.end() && found->is_string()

@@ -4,6 +4,7 @@
 #include "indexer/Title.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace indexer {
 
@@ -15,15 +16,21 @@ bool statesUsage(const TranscriptLine &line)
         && line.model != "<synthetic>";
 }
 
+/// Some programs write numbers instead of texts.
+std::optional<TimePoint> momentOf(std::string_view timestamp)
+{
+    double number = 0;
+    const char *end = timestamp.data() + timestamp.size();
+    const auto [rest, error] = std::from_chars(timestamp.data(), end, number);
+    return error == std::errc {} && rest == end ? momentOfNumber(number) : parseMoment(timestamp);
+}
+
 } // namespace
 
 std::optional<TimePoint> timeOf(
     std::string_view timestamp, TimePoint now, Skips &skips, std::optional<TimePoint> &again)
 {
-    if (timestamp.empty()) {
-        return std::nullopt;
-    }
-    const auto time = parseMoment(timestamp);
+    const auto time = momentOf(timestamp);
     if (time && *time >= earliestTime && *time <= now + timeTolerance) {
         return time;
     }
@@ -50,6 +57,9 @@ void TranscriptReader::add(const TranscriptLine &line)
     }
     if (statesUsage(line) && line.hasImpossibleNumbers) {
         m_piece.skips.add(LineSkip::ImpossibleNumbers);
+        return;
+    }
+    if (line.timestamp.empty() && !statesUsage(line)) {
         return;
     }
     const auto time = timeOf(line.timestamp, m_now, m_piece.skips, m_piece.again);

@@ -14,8 +14,8 @@ constexpr TimePoint earliestTime =
 /// Clocks differ, and so do zones; what lies further ahead is a mistake.
 constexpr std::chrono::days timeTolerance {2};
 
-/// When a line was written. Nothing for a line that tells no time, or one that cannot be, which
-/// goes into the skips; `again` is when one that lies ahead of `now` would count.
+/// When a line was written. Nothing for a line that tells no time, or one that cannot be; that goes
+/// into the skips. `again` is when one that lies ahead of `now` would count.
 [[nodiscard]] std::optional<TimePoint> timeOf(
     std::string_view timestamp, TimePoint now, Skips &skips, std::optional<TimePoint> &again);
 

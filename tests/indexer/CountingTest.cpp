@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -97,9 +98,15 @@ TEST(Counting, leavesOutWhatCannotBeAndSaysSo)
     const std::pair<std::string, std::string> rows[] = {
         {Answer {.usage = R"("cache_creation":{"ephemeral_1h_input_tokens":-1})"}.line(),
             "with impossible numbers"},
-        {Answer {.time = "1999-12-31T23:59:59.999Z"}.line(), "with impossible times"},
-        {Answer {.time = "2026-11-23T12:00:00.001Z"}.line(), "with impossible times"},
-        {Answer {.time = "2026-11-20T10:00:00"}.line(), "with impossible times"},
+        {Answer {.usage = R"("input_tokens":5,"output_tokens":"many")"}.line(),
+            "with impossible numbers"},
+        {Answer {.usage = R"("output_tokens":[5])"}.line(), "with impossible numbers"},
+        {Answer {.time = ""}.line(), "without a possible time"},
+        {Answer {.time = "", .extra = R"("timestamp":true,)"}.line(), "without a possible time"},
+        {Answer {.time = "", .extra = R"("timestamp":1e300,)"}.line(), "without a possible time"},
+        {Answer {.time = "1999-12-31T23:59:59.999Z"}.line(), "without a possible time"},
+        {Answer {.time = "2026-11-23T12:00:00.001Z"}.line(), "without a possible time"},
+        {Answer {.time = "2026-11-20T10:00:00"}.line(), "without a possible time"},
         {Answer {.id = "", .request = ""}.line(), "without identity"},
         {Answer {}.line().substr(0, 150), "not JSON"}, {padded(longest), "longer than 8 MiB"}};
     for (const auto &[line, reason] : rows) {
@@ -114,6 +121,44 @@ TEST(Counting, leavesOutWhatCannotBeAndSaysSo)
         const json totals = json::parse(statsText(history))["totals"];
         EXPECT_EQ(totals["month"]["tokens"]["input"], 1'000'000) << reason;
     }
+}
+
+TEST(Counting, readsNumbersHoweverTheyAreWritten)
+{
+    const Scratch scratch;
+    const std::string texts = R"("input_tokens":"1000000","output_tokens":null)";
+    scratch.transcript("p/a.jsonl",
+        {R"({"type":"ai-title","sessionId":"s1","aiTitle":"without a time"})",
+            Answer {.time = "", .usage = texts, .extra = R"("timestamp":1795168800000,)"}.line(),
+            Answer {.id = "m2", .time = "", .extra = R"("timestamp":1795168800.5,)"}.line()});
+    scratch.rollout("a",
+        {R"({"type":"session_meta","payload":{"id":"t1"}})",
+            R"({"type":"turn_context","payload":{"model":"gpt-6.2-sol"}})",
+            R"({"timestamp":1795168800,"type":"token_usage_record","payload":{"response_id":"r1",)"
+            R"("usage":{"input_tokens":"300","output_tokens":1}}})",
+            R"({"type":"token_usage_record","payload":{"response_id":"r2","usage":{}}})"});
+    indexer::History history;
+    scratch.update(history);
+    const json stats = json::parse(statsText(history));
+    EXPECT_EQ(stats["days"][0]["date"], "2026-11-20");
+    EXPECT_EQ(stats["days"][0]["tokens"]["input"], 2'000'300);
+    EXPECT_EQ(history.skips().sentence(), "skipped 1 line (1 without a possible time)");
+}
+
+TEST(Counting, goesOnBeyondTheLargestNumber)
+{
+    const Scratch scratch;
+    std::vector<std::string> lines(2049);
+    std::ranges::generate(lines, [i = 0]() mutable {
+        return Answer {.id = "m" + std::to_string(++i),
+            .usage = R"("input_tokens":9007199254740992,"output_tokens":1)"}
+            .line();
+    });
+    const auto transcript = scratch.transcript("p/a.jsonl", lines);
+    const json month = scratch.stats()["totals"]["month"];
+    EXPECT_EQ(month["tokens"]["input"], std::numeric_limits<std::uint64_t>::max());
+    EXPECT_EQ(month["tokens"]["output"], 2049);
+    EXPECT_NEAR(month["cost"].get<double>(), 2049 * 0x1p53 * 4e-6, 1e3);
 }
 
 TEST(Counting, takesTheLongestLineAndTimesJustInside)

@@ -125,6 +125,20 @@ TEST_F(KeptHistory, isPricedAnewWithoutItsTranscripts)
     EXPECT_EQ(look()["days"][0]["cost"], 1.0);
 }
 
+TEST_F(KeptHistory, seesThatClocksChangeAtAnotherHour)
+{
+    scratch.transcript("p/a.jsonl", {answer("m1", 1, "2026-10-24T21:30:00Z")});
+    const std::string zone = std::getenv("TZ");
+    const std::pair<const char *, const char *> rows[] = {{"Europe/Athens", "2026-10-25"},
+        {"Asia/Beirut", "2026-10-24"}, {"Europe/Athens", "2026-10-25"}};
+    for (const auto &[place, day] : rows) {
+        setenv("TZ", place, 1);
+        EXPECT_EQ(look()["days"][0]["date"], day) << place;
+    }
+    setenv("TZ", zone.c_str(), 1);
+    tzset();
+}
+
 TEST_F(KeptHistory, countsALineOnceItsTimeHasCome)
 {
     scratch.transcript("p/a.jsonl", {answer("m1", 1), answer("m2", 2, "2026-11-25T10:00:00Z")});

@@ -71,7 +71,7 @@ TEST(LineParser, takesWrongTypesForAbsent)
           R"("output_tokens":null,"cache_creation":5,"service_tier":3}},"forkedFrom":{"a":1}})");
     EXPECT_EQ(line.messageId, "m1");
     EXPECT_TRUE(line.hasUsage && line.isForked);
-    EXPECT_EQ(line.usage, Usage {});
+    EXPECT_EQ(line.usage, Usage {.input = 9});
     EXPECT_FALSE(line.hasImpossibleNumbers);
 
     // Too long for an id: not kept.
