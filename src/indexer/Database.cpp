@@ -36,17 +36,6 @@ bool tellsOfDamage(int code)
     }
 }
 
-/// A path as it stands in a URI.
-std::string escaped(const std::string &path)
-{
-    std::string text;
-    for (const char c : path) {
-        const bool isSpecial = c == '%' || c == '?' || c == '#';
-        text += isSpecial ? fmt::format("%{:02X}", c) : std::string(1, c);
-    }
-    return text;
-}
-
 /// What went wrong in words: where the system failed, its own.
 std::string words(sqlite3 *connection, int code)
 {
@@ -71,8 +60,11 @@ bool isFrozen(const std::filesystem::path &file)
     return !hasJournal && ::access(folder.c_str(), W_OK) != 0;
 }
 
-/// The name by which SQLite takes a file for one that never changes.
-std::string immutableName(const std::filesystem::path &file)
+/// Has SQLite take a file for one that never changes.
+constexpr std::string_view neverChanging = "immutable=1";
+
+/// A file's name with what SQLite is to know about it.
+std::string nameWith(std::string_view parameters, const std::filesystem::path &file)
 {
     std::string name = "file:";
     for (const char c : file.native()) {
@@ -80,7 +72,7 @@ std::string immutableName(const std::filesystem::path &file)
         const bool isPlain = std::string_view("%?#").find(c) == std::string_view::npos;
         name += isPlain ? std::string(1, c) : fmt::format("%{:02X}", c);
     }
-    return name + "?immutable=1";
+    return fmt::format("{}?{}", name, parameters);
 }
 
 /// Takes a file from others that may be there. By its name: to close it would give up SQLite's
@@ -115,7 +107,7 @@ Database::Database(const std::filesystem::path &file)
 Database::Database(const std::filesystem::path &file, ForReading /*unused*/)
 {
     const bool isImmutable = isFrozen(file);
-    open(isImmutable ? immutableName(file) : file.native(),
+    open(isImmutable ? nameWith(neverChanging, file) : file.native(),
         SQLITE_OPEN_READONLY | (isImmutable ? SQLITE_OPEN_URI : 0));
 }
 
@@ -127,9 +119,8 @@ Database::Database(const std::filesystem::path &file, Foreign /*unused*/)
         || std::filesystem::exists(file.native() + "-journal", error);
     // Without a journal nobody has it open, and even its locks can be left alone. Beside a journal,
     // its index is only read: if there is none, SQLite would make one that stays.
-    const char *way = hasJournal ? "mode=ro&readonly_shm=1" : "immutable=1";
-    open(fmt::format("file:{}?{}", escaped(file.native()), way),
-        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    const std::string_view way = hasJournal ? "mode=ro&readonly_shm=1" : neverChanging;
+    open(nameWith(way, file), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     if (m_connection != nullptr) {
         sqlite3_busy_timeout(m_connection, 0);
         sqlite3_limit(m_connection, SQLITE_LIMIT_LENGTH, longestValue);
