@@ -7,7 +7,7 @@
 // together, for example because both name something alike; those are checked again without the others.
 
 import { execFile, execFileSync } from 'node:child_process';
-import { existsSync, mkdirSync, readFileSync, realpathSync, writeFileSync } from 'node:fs';
+import { copyFileSync, existsSync, mkdirSync, readFileSync, realpathSync, rmSync, writeFileSync } from 'node:fs';
 import { cpus } from 'node:os';
 import { dirname, join, relative, resolve } from 'node:path';
 
@@ -59,17 +59,25 @@ function unitsOf(sources, commands) {
   });
 }
 
+/** The configuration that holds for the sources in a folder: its own, or that of the nearest folder above. */
+function configurationOf(folder) {
+  const file = join(folder, '.clang-tidy');
+  return existsSync(file) || folder === process.cwd() ? file : configurationOf(dirname(folder));
+}
+
 /** What clang-tidy says of the sources as one unit; `number` names its files. */
 function check(sources, { directory, options }, number) {
   const folder = join(scratch, String(number));
   const unit = join(folder, 'unit.cpp');
+  rmSync(folder, { recursive: true, force: true });
   mkdirSync(folder, { recursive: true });
+  copyFileSync(configurationOf(dirname(sources[0])), join(folder, '.clang-tidy'));
   writeFileSync(unit, sources.map((source) => `#include "${source}"\n`).join(''));
   writeFileSync(join(folder, 'compile_commands.json'),
     JSON.stringify([{ directory, file: unit, command: `${options} -c ${unit}` }]));
   const folders = '(src|tests|bench|fuzz|build/[^/]*/include)';
   const ours = `^${process.cwd().replace(/[^\w/]/g, '\\$&')}/${folders}/.*\\.(h|cpp)$`;
-  const args = ['--quiet', `--config-file=${resolve('.clang-tidy')}`, `--header-filter=${ours}`, '-p', folder,
+  const args = ['--quiet', `--header-filter=${ours}`, '-p', folder,
     '--extra-arg=-Wno-unknown-warning-option', unit];
   return new Promise((done) => {
     execFile('clang-tidy', args, { maxBuffer: 1 << 28 }, (error, stdout, stderr) =>

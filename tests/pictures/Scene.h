@@ -7,7 +7,7 @@
 struct Scene {
     enum class Needs { Nothing, Statistics, Node };
 
-    const char *name = nullptr;
+    const char *name;
     bool expanded = false;
     HistoryTab tab = HistoryTab::Days;
     std::optional<double> hoverX = {}; ///< where the pointer is over the chart

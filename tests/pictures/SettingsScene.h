@@ -10,7 +10,7 @@ struct SettingsScene {
     enum class Tab { General, Data };
     enum class Sync { Ready, Off, Busy, Failed };
 
-    const char *name = nullptr;
+    const char *name;
     Tab tab = Tab::General;
     int devices = 1; ///< as many are linked
     Sync sync = Sync::Ready;
