@@ -76,7 +76,7 @@ private:
             const Bar &bar = series.bars.at(i);
             const double height = ChartLayout::height(bar, scale);
             require(bar.id == i && std::isfinite(bar.cost) && !std::isnan(bar.tokens));
-            require(height > 0 && height <= Metrics::chartHeight);
+            require(height > 0 && height <= Metrics::chartHeight());
         }
         require(series.legend.size() <= mostInLegend);
         for (qsizetype i = 0; i < series.legend.size(); ++i) {

@@ -3,19 +3,9 @@
 #include "platform/DesktopWatch.h"
 #include "views/PanelActions.h"
 #include "views/theme/Motion.h"
-#include <cmath>
 #include <QCursor>
 
 using namespace std::chrono_literals;
-
-namespace {
-
-std::chrono::milliseconds milliseconds(double seconds)
-{
-    return std::chrono::milliseconds(std::lround(seconds * 1000));
-}
-
-} // namespace
 
 WidgetPanel::WidgetPanel(Surroundings surroundings, Dashboard &dashboard, PanelActions &actions)
     : m_around(std::move(surroundings))
@@ -74,7 +64,7 @@ void WidgetPanel::followItem()
         return;
     }
     if (const QRectF frame = dropFrame(m_panel.frame().size()); frame != m_panel.frame()) {
-        m_mover.glide(frame, std::nullopt, milliseconds(Motion::settleTime));
+        m_mover.glide(frame, std::nullopt, Motion::settleTime);
     }
 }
 
@@ -141,7 +131,7 @@ void WidgetPanel::present()
         }
     }
     m_panel.orderFront();
-    m_mover.glide(target, 1, milliseconds(Motion::showTime));
+    m_mover.glide(target, 1, Motion::showTime);
     m_around.sleeper(70ms, [this, ticket = m_visibilityTicket] {
         if (ticket == m_visibilityTicket) {
             m_model.setRevealed(true);
@@ -172,7 +162,7 @@ void WidgetPanel::hideWidget()
     if (Motion::reduced() || m_alone) { // the window manager has an animation of its own
         gone();
     } else {
-        m_mover.fadeOut(milliseconds(Motion::hideTime), gone);
+        m_mover.fadeOut(Motion::hideTime, gone);
     }
 }
 

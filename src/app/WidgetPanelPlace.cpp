@@ -130,8 +130,7 @@ void WidgetPanel::applySize(const QSizeF &size)
         return;
     }
     const bool toggled = !hasPassed(300ms, m_lastToggle, m_clock.now());
-    const double time = toggled ? Motion::expandTime : Motion::settleTime;
-    m_mover.glide(frame, std::nullopt, std::chrono::milliseconds(std::lround(time * 1000)));
+    m_mover.glide(frame, std::nullopt, toggled ? Motion::expandTime : Motion::settleTime);
 }
 
 /// The screens have changed: the panel stays in sight.

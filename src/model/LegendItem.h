@@ -7,15 +7,13 @@
 class LegendItem final {
     Q_GADGET
     Q_PROPERTY(QString text MEMBER text)
-    Q_PROPERTY(QColor shade READ shade)
+    Q_PROPERTY(QColor color MEMBER color)
 
 public:
-    qint64 id = 0;     ///< position in the legend, from 0
-    QString text;      ///< display name and share, as in "Opus 4.5: 71%"
-    quint32 color = 0; ///< 0xRRGGBB
-    QString model;     ///< model id, the key of Bar::models
-
-    [[nodiscard]] QColor shade() const { return QColor::fromRgb(color); }
+    qint64 id = 0; ///< position in the legend, from 0
+    QString text;  ///< display name and share, as in "Opus 4.5: 71%"
+    QColor color;
+    QString model; ///< model id, the key of Bar::models
 
     bool operator==(const LegendItem &) const = default;
 };

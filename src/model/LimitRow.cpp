@@ -1,30 +1,19 @@
 #include "model/LimitRow.h"
 
-namespace {
-
-QColor shown(const Palette::Color &color)
-{
-    const auto channel = [](double value) { return static_cast<float>(value); };
-    return QColor::fromRgbF(
-        channel(color.red), channel(color.green), channel(color.blue), channel(color.alpha));
-}
-
-} // namespace
-
 LimitRow limitRow(const QString &label, const RowState &state)
 {
     LimitRow row;
     row.label = label;
     row.percent = state.percentText;
-    row.percentColor = shown(state.percentColor);
+    row.percentColor = state.percentColor;
     row.value = state.value.value_or(0);
     row.fill = state.fill;
-    row.fillColor = QColor::fromRgb(state.tone.value_or(Palette::green));
+    row.fillColor = state.tone.value_or(Palette::green());
     row.hasPace = state.pace.has_value();
     row.pace = state.pace.value_or(0);
     row.note = state.note;
     row.runout = state.runout.value_or(QString());
-    row.runoutColor = QColor::fromRgb(state.runoutColor);
+    row.runoutColor = state.runoutColor;
     QStringList parts {row.label, row.percent, row.note, row.runout};
     parts.removeAll(QString());
     row.spoken = parts.join(QStringLiteral(", "));

@@ -24,7 +24,7 @@ void warn(RowState &row, double percent, Seconds length, Seconds left, const Str
 {
     if (percent >= 100) {
         row.runout = strings.t(QStringLiteral("exhausted"));
-        row.runoutColor = Palette::red;
+        row.runoutColor = Palette::red();
     } else if (percent >= leastPercent && *row.pace >= leastPace) {
         const Seconds until = projected(percent, length, *row.pace);
         if (until < left) {
@@ -58,8 +58,8 @@ RowState rowState(
     }
     const double percent = reading->percent;
     Q_ASSERT(std::isfinite(percent));
-    row.tone = Palette::toneHex(percent);
-    row.percentColor = Palette::opaque(*row.tone);
+    row.tone = Palette::tone(percent);
+    row.percentColor = *row.tone;
     row.percentText = wholeNumber(percent) % u'%'; // cut off: 59.9 shows 59%
     row.fill = percent < 0 ? 0 : std::min(percent, 100.0) / 100;
     row.value = percent;

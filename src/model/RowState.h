@@ -9,14 +9,14 @@ class Strings;
 /// What one row of the limits card is drawn from.
 struct RowState {
     QString percentText = QStringLiteral("—"); ///< such as "42%"
-    Palette::Color percentColor = Palette::tertiary;
-    double fill = 0;                   ///< share of the track, 0…1
-    std::optional<std::uint32_t> tone; ///< 0xRRGGBB; nothing when nothing is known
-    std::optional<double> pace;        ///< share of the window's time gone by, 0…1
-    QString note;                      ///< when it resets, or what is the matter
-    std::optional<QString> runout;     ///< that it is used up, or will be before it resets
-    std::uint32_t runoutColor = Palette::orange; ///< 0xRRGGBB
-    std::optional<double> value;                 ///< the used percentage
+    QColor percentColor = Palette::tertiary();
+    double fill = 0;               ///< share of the track, 0…1
+    std::optional<QColor> tone;    ///< nothing when nothing is known
+    std::optional<double> pace;    ///< share of the window's time gone by, 0…1
+    QString note;                  ///< when it resets, or what is the matter
+    std::optional<QString> runout; ///< that it is used up, or will be before it resets
+    QColor runoutColor = Palette::orange();
+    std::optional<double> value; ///< the used percentage
 
     bool operator==(const RowState &) const = default;
 };

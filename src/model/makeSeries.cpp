@@ -97,11 +97,10 @@ QList<LegendItem> makeLegend(const QList<Bar> &bars)
         if (!(share >= leastShare)) {
             continue;
         }
-        const auto place = static_cast<std::size_t>(legend.size());
         LegendItem item;
         item.id = legend.size();
         item.text = modelName(model) % u": " % wholeNumber(share) % u'%';
-        item.color = Palette::models.at(place % Palette::models.size());
+        item.color = Palette::model(legend.size());
         item.model = model;
         legend.append(item);
     }

@@ -1,6 +1,6 @@
 #include "views/BarPart.h"
 
-#include "views/PaletteFace.h"
+#include "views/theme/Palette.h"
 #include <algorithm>
 #include <cmath>
 
@@ -19,7 +19,7 @@ double positive(double cost)
 QList<BarPart> barParts(const Bar &bar, const QList<LegendItem> &legend)
 {
     if (bar.isEmpty || !(bar.cost > 0)) {
-        return {{PaletteFace::emptyBar(), 1}};
+        return {{Palette::emptyBar(), 1}};
     }
     double told = 0;
     for (const double cost : bar.models) {
@@ -27,19 +27,19 @@ QList<BarPart> barParts(const Bar &bar, const QList<LegendItem> &legend)
     }
     const double whole = std::max(bar.cost, told);
     if (bar.models.isEmpty() || !std::isfinite(whole)) {
-        return {{PaletteFace::accent(), 1}};
+        return {{Palette::accent(), 1}};
     }
     QList<BarPart> parts;
     double rest = 1;
     for (const LegendItem &item : legend) {
         const double share = positive(bar.models.value(item.model)) / whole;
         if (share >= leastShare) {
-            parts.append({item.shade(), share});
+            parts.append({item.color, share});
             rest -= share;
         }
     }
     if (rest >= leastShare) {
-        parts.append({PaletteFace::tertiary(), rest});
+        parts.append({Palette::tertiary(), rest});
     }
     return parts;
 }

@@ -37,7 +37,7 @@ void BarShape::setColumn(const ChartColumn &column)
     m_column = column;
     // It stands in an item at the bar's own place; in the chart its box has whole points.
     setX(std::floor(column.x) - column.x);
-    setSize(QSizeF(std::ceil(column.width) + 1, Metrics::areaHeight));
+    setSize(QSizeF(std::ceil(column.width) + 1, Metrics::areaHeight()));
     Q_EMIT columnChanged();
     update();
 }

@@ -23,7 +23,7 @@ ChartLayout::ChartLayout(qsizetype count)
 {
     if (count >= 1) {
         const auto bars = static_cast<double>(count);
-        slot = (Metrics::chartWidth - gap * (bars - 1)) / bars;
+        slot = (Metrics::chartWidth() - gap * (bars - 1)) / bars;
     }
 }
 
@@ -60,7 +60,7 @@ double ChartLayout::height(const Bar &bar, double scale)
     if (bar.isEmpty || !(bar.cost > 0)) {
         return lowestBar;
     }
-    return std::max(lowestBar, bar.cost / scale * Metrics::chartHeight);
+    return std::max(lowestBar, bar.cost / scale * Metrics::chartHeight());
 }
 
 double ChartLayout::opacity(const Bar &bar, qsizetype index, std::optional<qsizetype> hovered)

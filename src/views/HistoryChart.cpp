@@ -1,7 +1,7 @@
 #include "views/HistoryChart.h"
 
 #include "text/Strings.h"
-#include "views/MetricsFace.h"
+#include "views/theme/Metrics.h"
 #include <algorithm>
 #include <cmath>
 #include <QFontMetricsF>
@@ -17,7 +17,7 @@ constexpr double apart = 2;
 qsizetype labelStride(const QList<Bar> &bars, double cell)
 {
     QFont font = QGuiApplication::font();
-    font.setPixelSize(qRound(HistoryChart::labelSize() * MetricsFace::textScale()));
+    font.setPixelSize(qRound(HistoryChart::labelSize() * Metrics::textScale()));
     const QFontMetricsF metrics(font);
     double widest = 0;
     for (const Bar &bar : bars) {
@@ -145,7 +145,7 @@ ChartTipText HistoryChart::makeTip(qsizetype index) const
 {
     ChartTipText tip = tipText(bars().at(index), *m_model);
     tip.x = m_layout.centre(index);
-    tip.y = Metrics::areaHeight - m_columns.at(index).height;
+    tip.y = Metrics::areaHeight() - m_columns.at(index).height;
     tip.clearance = std::min(m_layout.slot * 0.5 + apart, widestClearance);
     return tip;
 }

@@ -20,7 +20,7 @@ Item {
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
-        color: root.modelData.shade
+        color: root.modelData.color
         height: 7
         radius: 2
         width: 7

@@ -22,17 +22,16 @@ Strings english()
 
 TEST(RowState, showsTheUsedPercentage)
 {
-    const std::tuple<double, const char *, std::uint32_t, double> rows[] = {
-        {0, "0%", Palette::green, 0}, {59.99, "59%", Palette::green, 0.5999},
-        {60, "60%", Palette::orange, 0.6}, {84.9, "84%", Palette::orange, 0.849},
-        {85, "85%", Palette::red, 0.85}, {130, "130%", Palette::red, 1},
-        {-0.9, "0%", Palette::green, 0}, {-3, "-3%", Palette::green, 0},
-        {1e300, "9200000000000000000%", Palette::red, 1}};
+    const std::tuple<double, const char *, QColor, double> rows[] = {{0, "0%", Palette::green(), 0},
+        {59.99, "59%", Palette::green(), 0.5999}, {60, "60%", Palette::orange(), 0.6},
+        {84.9, "84%", Palette::orange(), 0.849}, {85, "85%", Palette::red(), 0.85},
+        {130, "130%", Palette::red(), 1}, {-0.9, "0%", Palette::green(), 0},
+        {-3, "-3%", Palette::green(), 0}, {1e300, "9200000000000000000%", Palette::red(), 1}};
     for (const auto &[percent, text, tone, fill] : rows) {
         const RowState state = rowState(Reading {percent, {}}, Seconds(fiveHours), now, english());
         EXPECT_EQ(state.percentText.toStdString(), text);
         EXPECT_EQ(state.tone, tone) << text;
-        EXPECT_TRUE(state.percentColor == Palette::opaque(tone)) << text;
+        EXPECT_TRUE(state.percentColor == tone) << text;
         EXPECT_DOUBLE_EQ(state.fill, fill) << text;
         EXPECT_EQ(state.value, percent);
         // Without a reset time there is nothing to pace it by.
@@ -59,7 +58,7 @@ TEST(RowState, warnsOfRunningOutBeforeTheReset)
         EXPECT_NEAR(*state.pace, pace, 1e-9) << "row " << &row - rows;
         EXPECT_EQ(state.runout.value_or(QString()).toStdString(), runout) << &row - rows;
         EXPECT_EQ(state.runout.has_value(), *runout != 0);
-        EXPECT_EQ(state.runoutColor, percent >= 100 ? Palette::red : Palette::orange);
+        EXPECT_EQ(state.runoutColor, percent >= 100 ? Palette::red() : Palette::orange());
     }
 }
 
@@ -77,7 +76,7 @@ TEST(RowState, saysWhenTheWindowResets)
         EXPECT_EQ(state.value, value) << note;
         const bool known = value.value_or(0) > 0;
         EXPECT_EQ(state.tone || state.pace || state.runout || state.fill > 0, known) << note;
-        EXPECT_EQ(state.percentColor == Palette::tertiary, !known) << note;
+        EXPECT_EQ(state.percentColor == Palette::tertiary(), !known) << note;
     }
 }
 

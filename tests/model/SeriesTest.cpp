@@ -134,7 +134,7 @@ TEST(Series, namesTheCostliestModelsOfThePage)
         QStringList texts;
         for (const LegendItem &item : series(stats, HistoryTab::Days).legend) {
             EXPECT_EQ(item.id, texts.size()) << names;
-            EXPECT_EQ(item.color, Palette::models.at(texts.size())) << names;
+            EXPECT_EQ(item.color, Palette::model(texts.size())) << names;
             texts << item.text;
         }
         EXPECT_EQ(texts.join(u' ').toStdString(), names);

@@ -54,11 +54,11 @@ TEST_F(Panel, isCompactOrWide)
     EXPECT_TRUE(shows("collecting") && !shows("today"));
     load(3);
     EXPECT_TRUE(shows("$12.48") && !shows("$388"));
-    EXPECT_EQ(m_stage.window().width(), qRound(Metrics::compactBody) + 28);
+    EXPECT_EQ(m_stage.window().width(), qRound(Metrics::compactBody()) + 28);
     m_model.setExpanded(true);
     EXPECT_TRUE(m_stage.settle());
     EXPECT_TRUE(shows("$388"));
-    EXPECT_EQ(m_stage.window().width(), qRound(Metrics::wideBody) + 28);
+    EXPECT_EQ(m_stage.window().width(), qRound(Metrics::wideBody()) + 28);
 }
 
 /// Whether each of so many bars has grown, however and whenever they came.
@@ -100,7 +100,7 @@ TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
     EXPECT_TRUE(shows("No sessions yet"));
     load(10'000);
     EXPECT_TRUE(
-        QTest::qWaitFor([this] { return sessions().height() == Metrics::sessionsMaxHeight; }));
+        QTest::qWaitFor([this] { return sessions().height() == Metrics::sessionsMaxHeight(); }));
     const auto *rows = sessions().property("contentItem").value<QQuickItem *>();
     ASSERT_TRUE(rows);
     EXPECT_GT(rows->childItems().size(), 7);

@@ -1,4 +1,4 @@
-#include "views/MotionFace.h"
+#include "views/theme/Metrics.h"
 #include "views/theme/Motion.h"
 #include <gtest/gtest.h>
 #include <QSignalSpy>
@@ -7,27 +7,31 @@ namespace {
 
 TEST(Theme, standsStillWhileMotionIsReduced)
 {
-    EXPECT_EQ(Motion::grow(3), (Motion::Ease {0.4, 0.06}));
-    EXPECT_EQ(Motion::grow(25), Motion::grow(20)) << "the last of many are not waited for";
-    const MotionFace face;
-    const QSignalSpy changed(&face, &MotionFace::reducedChanged);
+    EXPECT_EQ(Motion::growDelay(3), 60);
+    EXPECT_EQ(Motion::growDelay(25), Motion::growDelay(20))
+        << "the last of many are not waited for";
+    const Motion motion;
+    const Metrics metrics;
+    const QSignalSpy changed(&motion, &Motion::changed);
+    const QSignalSpy followed(&metrics, &Metrics::changed);
     Motion::setReduced(true);
     EXPECT_EQ(changed.size(), 1);
-    EXPECT_EQ(MotionFace::number() + MotionFace::press() + MotionFace::hover(), 0);
-    EXPECT_EQ(MotionFace::growth(5, 0), 1);
-    EXPECT_FALSE(Motion::grow(1) || Motion::island() || Motion::tab() || Motion::ease(1));
-    EXPECT_GT(MotionFace::transition(), 0) << "unfold and pop still fade";
+    EXPECT_EQ(followed.size(), 1) << "tables may depend on each other";
+    EXPECT_EQ(Motion::number() + Motion::press() + Motion::hover(), 0);
+    EXPECT_EQ(Motion::growth(5, 0), 1);
+    EXPECT_FALSE(Motion::growDelay(1) || Motion::island() || Motion::tab() || Motion::expand());
+    EXPECT_GT(Motion::transition(), 0) << "unfold and pop still fade";
     Motion::setReduced(false);
-    EXPECT_GT(MotionFace::press(), 0);
+    EXPECT_GT(Motion::press(), 0);
 }
 
 TEST(Theme, letsBarsGrowOneAfterTheOther)
 {
-    EXPECT_EQ(MotionFace::growth(0, 0), 0);
-    EXPECT_EQ(MotionFace::growth(5, 100), 0);
-    EXPECT_EQ(MotionFace::growth(5, 300), 0.875); // half of the time
-    EXPECT_EQ(MotionFace::growth(5, 500), 1);
-    EXPECT_EQ(MotionFace::growth(5, std::numeric_limits<double>::infinity()), 1);
+    EXPECT_EQ(Motion::growth(0, 0), 0);
+    EXPECT_EQ(Motion::growth(5, 100), 0);
+    EXPECT_EQ(Motion::growth(5, 300), 0.875); // half of the time
+    EXPECT_EQ(Motion::growth(5, 500), 1);
+    EXPECT_EQ(Motion::growth(5, std::numeric_limits<double>::infinity()), 1);
 }
 
 } // namespace

@@ -1,131 +1,64 @@
 #pragma once
 
+#include "views/theme/ThemeTable.h"
 #include <algorithm>
-#include <functional>
-#include <map>
+#include <chrono>
 #include <optional>
-#include <utility>
 
-/// Animation timings, in seconds, and the one switch that turns every animation off.
+/// Animation timings, and the one switch that turns every animation off.
 ///
-/// Each function yields nothing while `reduced()` is true; views ask each time they build an
-/// animation. Main thread only.
-namespace Motion {
+/// QML counts in milliseconds. 0 is no animation: that is what every `ease` is while motion is
+/// reduced, so a change of the switch takes effect with the next animation.
+class Motion final : public ThemeTable {
+    Q_OBJECT
 
-inline constexpr double expandTime = 0.28;
-inline constexpr double settleTime = 0.2;
-inline constexpr double showTime = 0.22;
-inline constexpr double hideTime = 0.14;
-inline constexpr double rise = 8;        ///< points by which the widget rises into place when shown
-inline constexpr double unfoldShift = 6; ///< points above their place from which elements unfold
-inline constexpr double popShift = 5;    ///< points by which popping elements move downwards
-inline constexpr double pressScale = 0.94; ///< scale of a held button
+public:
+    using Time = std::chrono::milliseconds;
 
-/// An ease-out curve: how long it takes and how long it waits before it starts.
-struct Ease {
-    double duration = 0;
-    double delay = 0;
+    /// A damped spring.
+    struct Spring {
+        Time response;
+        double damping;
+        Time blend;
+    };
 
-    bool operator==(const Ease &) const = default;
-};
+    static constexpr Time expandTime {280};
+    static constexpr Time settleTime {200};
+    static constexpr Time showTime {220};
+    static constexpr Time hideTime {140};
+    static constexpr double rise = 8; ///< points by which the widget rises into place when shown
 
-/// A damped spring.
-struct Spring {
-    double response = 0;
-    double damping = 0;
-    double blend = 0;
+    THEME_ROW(bool, reduced, s_reduced)
+    THEME_ROW(int, hover, ease(Time(120)))
+    THEME_ROW(int, press, ease(Time(80)))
+    THEME_ROW(int, tab, ease(Time(200)))
+    THEME_ROW(int, expand, ease(expandTime))
+    THEME_ROW(int, number, ease(Time(350)))
+    THEME_ROW(int, fill, ease(Time(500)))
+    THEME_ROW(int, tip, ease(Time(160)))
+    THEME_ROW(int, grow, ease(Time(400)))         ///< one element of a row
+    THEME_ROW(int, transition, inQml(settleTime)) ///< unfold and pop, which are never switched off
+    THEME_ROW(double, unfoldShift, 6)   ///< points above their place from which elements unfold
+    THEME_ROW(double, popShift, 5)      ///< points by which popping elements move downwards
+    THEME_ROW(double, pressScale, 0.94) ///< scale of a held button
 
-    bool operator==(const Spring &) const = default;
-};
-
-namespace detail {
-struct Switch {
-    bool reduced = false;
-    std::map<const void *, std::function<void()>> changed; ///< by who listens
-};
-
-inline Switch &theSwitch()
-{
-    static Switch instance;
-    return instance;
-}
-} // namespace detail
-
-/// Whether every animation is off.
-[[nodiscard]] inline bool reduced()
-{
-    return detail::theSwitch().reduced;
-}
-
-/// Turns every animation off or on; takes effect with the next animation.
-inline void setReduced(bool reduced)
-{
-    detail::theSwitch().reduced = reduced;
-    for (const auto &[owner, changed] : detail::theSwitch().changed) {
-        changed();
+    /// Turns every animation off or on.
+    static void setReduced(bool reduced);
+    /// How long an ease-out curve takes that lasts so long.
+    [[nodiscard]] static int ease(Time time) { return reduced() ? 0 : inQml(time); }
+    /// How an island opens and closes; nothing while motion is reduced.
+    [[nodiscard]] static std::optional<Spring> island();
+    /// How long element i of a row waits before it grows: 20 ms longer than the one before, but
+    /// from the twentieth on all start together.
+    Q_INVOKABLE [[nodiscard]] static int growDelay(int i)
+    {
+        return ease(std::min(i, 20) * Time(20));
     }
-}
+    /// How much of it element i of a row has grown, 0…1, so long after the first one began.
+    Q_INVOKABLE [[nodiscard]] static double growth(int i, double milliseconds);
 
-/// Has `changed` called after each setReduced, until its owner stops listening.
-inline void onReducedChanged(const void *owner, std::function<void()> changed)
-{
-    detail::theSwitch().changed[owner] = std::move(changed);
-}
+private:
+    [[nodiscard]] static int inQml(Time time) { return static_cast<int>(time.count()); }
 
-inline void stopListening(const void *owner)
-{
-    detail::theSwitch().changed.erase(owner);
-}
-
-[[nodiscard]] inline std::optional<Ease> ease(double duration, double delay = 0)
-{
-    return reduced() ? std::nullopt : std::optional(Ease {duration, delay});
-}
-
-[[nodiscard]] inline std::optional<Ease> hover()
-{
-    return ease(0.12);
-}
-
-[[nodiscard]] inline std::optional<Ease> press()
-{
-    return ease(0.08);
-}
-
-[[nodiscard]] inline std::optional<Ease> tab()
-{
-    return ease(0.2);
-}
-
-[[nodiscard]] inline std::optional<Ease> expand()
-{
-    return ease(expandTime);
-}
-
-[[nodiscard]] inline std::optional<Ease> number()
-{
-    return ease(0.35);
-}
-
-[[nodiscard]] inline std::optional<Ease> fill()
-{
-    return ease(0.5);
-}
-
-[[nodiscard]] inline std::optional<Ease> tip()
-{
-    return ease(0.16);
-}
-
-[[nodiscard]] inline std::optional<Spring> island()
-{
-    return reduced() ? std::nullopt : std::optional(Spring {0.36, 0.82, 0});
-}
-
-/// Element i of a row starts 20 ms after element i − 1; from the twentieth on all start together.
-[[nodiscard]] inline std::optional<Ease> grow(int i)
-{
-    return ease(0.4, std::min(i, 20) * 0.02);
-}
-
-} // namespace Motion
+    inline static bool s_reduced = false;
+};

@@ -1,67 +1,51 @@
 #pragma once
 
+#include "views/theme/ThemeTable.h"
 #include <array>
-#include <cstdint>
+#include <QColor>
 
-/// The colours of every drawn element.
-namespace Palette {
+/// The colours of every drawn element. QML knows it as Colors, because Qt Quick has a type named
+/// Palette of its own.
+class Palette final : public ThemeTable {
+    Q_OBJECT
+    THEME_ROW(QColor, primary, rgba(245, 245, 247, 1))              ///< main text
+    THEME_ROW(QColor, secondary, rgba(235, 235, 245, 166 / 255.0F)) ///< secondary text
+    THEME_ROW(QColor, tertiary, rgba(235, 235, 245, 0.4F))          ///< faint text, captions
+    THEME_ROW(QColor, strong, rgba(235, 235, 245, 1))               ///< emphasised text
+    THEME_ROW(QColor, track, rgba(255, 255, 255, 31 / 255.0F))      ///< unfilled tracks
+    THEME_ROW(QColor, icon, rgba(235, 235, 245, 140 / 255.0F))      ///< icons of buttons
+    THEME_ROW(QColor, emptyBar, rgba(255, 255, 255, 38 / 255.0F))   ///< empty bars
+    THEME_ROW(QColor, surface, rgba(28, 28, 30, 0.96F))             ///< the panel itself
+    THEME_ROW(QColor, chosen, rgba(255, 255, 255, 0.18F)) ///< the taken one of several choices
+    THEME_ROW(QColor, red, QColor::fromRgb(0xFF453A))
+    THEME_ROW(QColor, orange, QColor::fromRgb(0xFF9F0A))
+    THEME_ROW(QColor, green, QColor::fromRgb(0x30D158))
+    THEME_ROW(QColor, accent, QColor::fromRgb(0x0A84FF))
 
-/// An sRGB colour, each channel 0…1.
-struct Color {
-    double red = 0;
-    double green = 0;
-    double blue = 0;
-    double alpha = 0;
-
-    bool operator==(const Color &) const = default;
-};
-
-/// The colour of one number laid out as 0xAARRGGBB.
-[[nodiscard]] constexpr Color argb(std::uint32_t value)
-{
-    const auto channel = [value](unsigned shift) { return ((value >> shift) & 0xFFU) / 255.0; };
-    return {channel(16), channel(8), channel(0), channel(24)};
-}
-
-/// A tone (0xRRGGBB) as an opaque colour.
-[[nodiscard]] constexpr Color opaque(std::uint32_t tone)
-{
-    return argb(0xFF000000U | tone);
-}
-
-/// A colour of 0…255 channels with an opacity of its own.
-[[nodiscard]] constexpr Color rgba(int red, int green, int blue, double alpha)
-{
-    return {red / 255.0, green / 255.0, blue / 255.0, alpha};
-}
-
-inline constexpr Color primary = rgba(245, 245, 247, 1.0);           ///< main text
-inline constexpr Color secondary = rgba(235, 235, 245, 166 / 255.0); ///< secondary text
-inline constexpr Color tertiary = rgba(235, 235, 245, 0.4);          ///< faint text, captions
-inline constexpr Color strong = rgba(235, 235, 245, 1.0);            ///< emphasised text
-inline constexpr Color track = rgba(255, 255, 255, 31 / 255.0);      ///< unfilled tracks
-inline constexpr Color icon = rgba(235, 235, 245, 140 / 255.0);      ///< icons of buttons
-inline constexpr Color emptyBar = rgba(255, 255, 255, 38 / 255.0);   ///< empty bars
-inline constexpr Color surface = rgba(28, 28, 30, 0.96);             ///< the panel itself
-inline constexpr Color chosen = rgba(255, 255, 255, 0.18); ///< the taken one of several choices
-
-// Tones, 0xRRGGBB.
-inline constexpr std::uint32_t red = 0xFF453A;
-inline constexpr std::uint32_t orange = 0xFF9F0A;
-inline constexpr std::uint32_t green = 0x30D158;
-inline constexpr std::uint32_t accent = 0x0A84FF;
-
-/// Tones that tell models apart, given out in this order.
-inline constexpr std::array<std::uint32_t, 8> models {
-    0x0A84FF, 0xBF5AF2, 0x64D2FF, 0xFFD60A, 0xFF9F0A, 0x30D158, 0xFF375F, 0xAC8E68};
-
-/// The tone of a used percentage: traffic lights that change at 60 and at 85.
-[[nodiscard]] constexpr std::uint32_t toneHex(double percent)
-{
-    if (percent >= 85) {
-        return red;
+public:
+    /// The tone of a used percentage: traffic lights that change at 60 and at 85.
+    [[nodiscard]] static QColor tone(double percent)
+    {
+        if (percent >= 85) {
+            return red();
+        }
+        return percent >= 60 ? orange() : green();
     }
-    return percent >= 60 ? orange : green;
-}
 
-} // namespace Palette
+    /// The tone that tells the n-th model of a legend from the others; they are used again after
+    /// the last.
+    [[nodiscard]] static QColor model(qsizetype n)
+    {
+        constexpr std::array<QRgb, 8> tones {
+            0x0A84FF, 0xBF5AF2, 0x64D2FF, 0xFFD60A, 0xFF9F0A, 0x30D158, 0xFF375F, 0xAC8E68};
+        return QColor::fromRgb(tones.at(static_cast<std::size_t>(n) % tones.size()));
+    }
+
+private:
+    static QColor rgba(int red, int green, int blue, float alpha)
+    {
+        QColor color(red, green, blue);
+        color.setAlphaF(alpha);
+        return color;
+    }
+};

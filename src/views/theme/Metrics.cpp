@@ -1,10 +1,10 @@
-#include "views/MetricsFace.h"
+#include "views/theme/Metrics.h"
 
 #include <algorithm>
 #include <QFontInfo>
 #include <QGuiApplication>
 
-double MetricsFace::textScale()
+double Metrics::fontScale()
 {
     // What desktops have is about this size; a larger one is a wish for larger text, as far as the
     // panel's width allows.
@@ -12,3 +12,5 @@ double MetricsFace::textScale()
     constexpr double most = 1.25;
     return std::clamp(QFontInfo(QGuiApplication::font()).pixelSize() / ordinary, 1.0, most);
 }
+
+#include "moc_Metrics.cpp"
