@@ -43,7 +43,7 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption *option, 
     if (item->checked) {
         QRect mark(0, 0, markSide, markSide);
         mark.moveCenter({item->rect.right() - markRoom / 2, item->rect.center().y()});
-        menuIcon(QLatin1String("checkmark"))
+        menuIcon(QLatin1String("check"))
             .paint(painter, visualRect(item->direction, item->rect, mark), Qt::AlignCenter,
                 mode(item->state));
     }

@@ -26,7 +26,7 @@ struct Shown {
 /// One item, or a separator where it has no title. Without a request and a submenu it only tells.
 struct Row {
     Place place = Place::Main;
-    QLatin1String symbol;
+    QLatin1String icon;
     QLatin1String key;
     QStringView fallback;                      ///< the English title, if the program carries it
     QString (*title)(const Shown &) = nullptr; ///< where it is more than the text of a key
@@ -88,80 +88,80 @@ QString versionTitle(const Shown &shown)
 
 /// From top to bottom, each submenu's items behind the one that opens it.
 constexpr std::array rows {
-    Row {.symbol = "arrow.down.circle"_L1,
+    Row {.icon = "circle-arrow-down"_L1,
         .title = updateTitle,
         .isVisible = hasUpdate,
         .request = [](StatusMenu &menu) { Q_EMIT menu.updateRequested(); }},
     Row {.isVisible = hasUpdate},
-    Row {.symbol = "macwindow"_L1,
+    Row {.icon = "app-window"_L1,
         .title = toggleTitle,
         .request = [](StatusMenu &menu) { Q_EMIT menu.toggleWidgetRequested(); }},
-    Row {.symbol = "chart.bar"_L1,
+    Row {.icon = "chart-column"_L1,
         .key = "menuStats"_L1,
         .isChecked = [](const Shown &shown) { return shown.model.expanded(); },
         .request = [](StatusMenu &menu) { Q_EMIT menu.statsRequested(); }},
     Row {},
-    Row {.symbol = "gearshape"_L1,
+    Row {.icon = "settings"_L1,
         .key = "menuSettings"_L1,
         .fallback = u"Settings…",
         .request = [](StatusMenu &menu) { Q_EMIT menu.settingsRequested(); }},
     Row {},
-    Row {.symbol = "rectangle.3.group"_L1, .key = "menuView"_L1, .opens = Place::View},
+    Row {.icon = "layout-template"_L1, .key = "menuView"_L1, .opens = Place::View},
     Row {.place = Place::View,
-        .symbol = "cursorarrow.click"_L1,
+        .icon = "mouse-pointer-click"_L1,
         .key = "menuViewIcon"_L1,
         .isChecked = isMode<ViewMode::Icon>,
         .request = askView<ViewMode::Icon>},
     Row {.place = Place::View,
-        .symbol = "macwindow.on.rectangle"_L1,
+        .icon = "picture-in-picture-2"_L1,
         .key = "menuViewWindow"_L1,
         .isChecked = isMode<ViewMode::Window>,
         .request = askView<ViewMode::Window>},
     Row {.place = Place::View},
     // No screen that we know of has a notch, so this can be seen but not picked.
     Row {.place = Place::View,
-        .symbol = "rectangle.topthird.inset.filled"_L1,
+        .icon = "panel-top"_L1,
         .key = "menuNotch"_L1,
         .fallback = u"Notch view",
         .isChecked = isOn<Option::Notch>},
-    Row {.symbol = "pin"_L1,
+    Row {.icon = "pin"_L1,
         .key = "menuTopmost"_L1,
         .isChecked = [](const Shown &shown) { return shown.model.topmost(); },
         .isVisible = isMode<ViewMode::Window>,
         .request = ask<Option::Topmost>},
-    Row {.symbol = "sparkles"_L1, .title = animationsTitle, .request = ask<Option::Animations>},
-    Row {.symbol = "arrow.triangle.2.circlepath"_L1,
+    Row {.icon = "sparkles"_L1, .title = animationsTitle, .request = ask<Option::Animations>},
+    Row {.icon = "refresh-cw"_L1,
         .key = "menuUpdates"_L1,
         .isChecked = isOn<Option::Updates>,
         .request = ask<Option::Updates>},
-    Row {.symbol = "terminal"_L1,
+    Row {.icon = "square-terminal"_L1,
         .key = "menuWithClaude"_L1,
         .isChecked = isOn<Option::WithClaude>,
         .request = ask<Option::WithClaude>},
-    Row {.symbol = "curlybraces"_L1,
+    Row {.icon = "braces"_L1,
         .key = "menuWithCodex"_L1,
         .fallback = u"Open with Codex",
         .isChecked = isOn<Option::WithCodex>,
         .isVisible = [](const Shown &shown) { return shown.general.codexInstalled(); },
         .request = ask<Option::WithCodex>},
-    Row {.symbol = "rectangle.bottomthird.inset.filled"_L1,
+    Row {.icon = "panel-bottom"_L1,
         .key = "menuStatusLine"_L1,
         .fallback = u"Status line in Claude Code",
         .isChecked = isOn<Option::StatusLine>,
         .request = ask<Option::StatusLine>},
-    Row {.symbol = "power"_L1,
+    Row {.icon = "power"_L1,
         .title = [](const Shown &shown) { return autostartTitle(*shown.model.strings()); },
         .isChecked = isOn<Option::Autostart>,
         .request = ask<Option::Autostart>},
-    Row {.symbol = "globe"_L1, .key = "menuLanguage"_L1, .opens = Place::Language},
+    Row {.icon = "globe"_L1, .key = "menuLanguage"_L1, .opens = Place::Language},
     Row {.place = Place::Language,
         .key = "menuSystem"_L1,
         .isChecked = [](const Shown &shown) { return shown.model.langPref().isEmpty(); },
         .request = [](StatusMenu &menu) { Q_EMIT menu.languageRequested(QString()); }},
     Row {.place = Place::Language},
     Row {},
-    Row {.symbol = "info.circle"_L1, .title = versionTitle},
-    Row {.symbol = "xmark.rectangle"_L1,
+    Row {.icon = "info"_L1, .title = versionTitle},
+    Row {.icon = "square-x"_L1,
         .key = "menuExit"_L1,
         .request = [](StatusMenu &menu) { Q_EMIT menu.quitRequested(); }},
 };
@@ -268,8 +268,8 @@ void StatusMenu::refreshIcons()
     }
     m_paletteKey = key;
     for (std::size_t at = 0; at < rows.size(); ++at) {
-        if (!rows.at(at).symbol.isEmpty()) {
-            m_items.at(at)->setIcon(menuIcon(rows.at(at).symbol));
+        if (!rows.at(at).icon.isEmpty()) {
+            m_items.at(at)->setIcon(menuIcon(rows.at(at).icon));
         }
     }
 }
