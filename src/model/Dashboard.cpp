@@ -58,6 +58,7 @@ void Dashboard::forwardSignals()
         {&WidgetModel::seriesChanged, &Dashboard::seriesChanged},
         {&WidgetModel::expandedChanged, &Dashboard::expandedChanged},
         {&WidgetModel::modeChanged, &Dashboard::modeChanged},
+        {&WidgetModel::revealedChanged, &Dashboard::revealedChanged},
         {&WidgetModel::topmostChanged, &Dashboard::topmostChanged},
         {&WidgetModel::updateChanged, &Dashboard::updateChanged},
     };

@@ -30,6 +30,7 @@ class Dashboard final : public QObject {
     Q_PROPERTY(bool expanded READ expanded NOTIFY expandedChanged)
     Q_PROPERTY(bool pinnable READ pinnable NOTIFY modeChanged)
     Q_PROPERTY(bool pinned READ pinned NOTIFY topmostChanged)
+    Q_PROPERTY(bool revealed READ revealed NOTIFY revealedChanged)
     Q_PROPERTY(bool updateOffered READ updateOffered NOTIFY updateChanged)
 
 public:
@@ -56,6 +57,7 @@ public:
     /// The panel can be kept above other windows: a free window may be covered, a dropped one not.
     [[nodiscard]] bool pinnable() const { return m_model.mode() == ViewMode::Window; }
     [[nodiscard]] bool pinned() const { return m_model.topmost(); }
+    [[nodiscard]] bool revealed() const { return m_model.revealed(); }
     [[nodiscard]] bool updateOffered() const { return m_model.update().has_value(); }
 
     /// Shows the tab at this place of tabNames(), if there is one.
@@ -77,6 +79,7 @@ Q_SIGNALS:
     void modeChanged();
     void topmostChanged();
     void updateChanged();
+    void revealedChanged();
 
 private:
     void forwardSignals();

@@ -239,13 +239,6 @@ void WidgetModel::move(qint64 steps)
     rebuild();
 }
 
-void WidgetModel::conceal()
-{
-    m_instant = true;
-    setRevealed(false);
-    m_instant = false;
-}
-
 const QList<RawPoint> &WidgetModel::allPoints()
 {
     static const QList<RawPoint> none;

@@ -47,14 +47,13 @@ public:
     [[nodiscard]] ViewMode mode() const { return m_mode; }
     [[nodiscard]] const std::optional<QString> &update() const { return m_update; }
     [[nodiscard]] bool noNode() const { return m_noNode; }
+    /// The widget is in sight, so that what changes may be animated.
     [[nodiscard]] bool revealed() const { return m_revealed; }
 
     [[nodiscard]] HoverState &hover() { return m_hover; }
     [[nodiscard]] const QStringList &languages() const { return m_languages; }
     [[nodiscard]] const QString &langPref() const { return m_langPref; }
     [[nodiscard]] qint64 offset() const { return m_offset; }
-    /// True while a change is announced that is to show at once, without an animation.
-    [[nodiscard]] bool instant() const { return m_instant; }
     /// Why there are no statistics; empty once there are.
     [[nodiscard]] QString note() const;
 
@@ -85,6 +84,8 @@ public:
     void setUpdate(const std::optional<QString> &version);
     void setNoNode(bool noNode);
     void setRevealed(bool revealed);
+    /// The widget is out of sight: from here on nothing is animated.
+    void conceal() { setRevealed(false); }
     /// The newest version of the statistics file could not be read.
     void setUnreadable(bool unreadable);
     /// Whether the last run of the indexer has failed.
@@ -98,8 +99,6 @@ public:
     void selectTab(HistoryTab tab);
     /// Scrolls the chart by this many bars, positive to older ones, as far as there are any.
     void move(qint64 steps);
-    /// Marks the widget as hidden, at once and without a fade.
-    void conceal();
 
 Q_SIGNALS:
     void stringsChanged();
@@ -141,7 +140,6 @@ private:
     std::optional<QString> m_update; ///< the offered version, when newer than the running one
     bool m_noNode = false;
     bool m_revealed = false;
-    bool m_instant = false;
     bool m_unreadable = false;
     bool m_collectFailed = false;
     HoverState m_hover;

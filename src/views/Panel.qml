@@ -26,6 +26,12 @@ Item {
     Accessible.name: "Kestrelbay"
     Accessible.role: Accessible.Pane
 
+    // What changed while the panel was away stands there when it comes back.
+    Binding {
+        property: "still"
+        target: Motion
+        value: !root.dashboard.revealed
+    }
     Shortcut {
         sequence: "Ctrl+Q"
 

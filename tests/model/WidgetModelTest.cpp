@@ -78,15 +78,4 @@ TEST_F(Model, staysOnItsPageUntilTheTabIsChosen)
     EXPECT_EQ(newest(), "5 Mar");
 }
 
-TEST_F(Model, concealsAtOnce)
-{
-    m_model->setRevealed(true);
-    QList<bool> instant;
-    QObject::connect(m_model.get(), &WidgetModel::revealedChanged, m_model.get(),
-        [&] { instant << (m_model->instant() && !m_model->revealed()); });
-    m_model->conceal();
-    m_model->setRevealed(false);
-    EXPECT_EQ(instant, (QList<bool> {true, false}));
-}
-
 } // namespace

@@ -67,6 +67,7 @@ void Stage::show()
     QObject::connect(
         m_window.get(), &FloatingPanel::contentResized, m_window.get(), &FloatingPanel::fitContent);
     m_window->show();
+    m_model.setRevealed(true);
 }
 
 bool Stage::settle()

@@ -61,19 +61,24 @@ TEST_F(Panel, isCompactOrWide)
     EXPECT_EQ(m_stage.window().width(), qRound(Metrics::wideBody()) + 28);
 }
 
-/// Whether each of so many bars has grown, however and whenever they came.
-bool areGrown(QQuickItem &panel, qsizetype count)
+/// The property of that name of each item that has one.
+QList<double> valuesOf(const QQuickItem &panel, const char *property)
 {
-    QList<double> growths;
+    QList<double> values;
     const std::function<void(const QQuickItem &)> look = [&](const QQuickItem &item) {
-        const QVariant growth = item.property("growth");
-        if (growth.isValid()) {
-            growths << growth.toDouble();
+        if (const QVariant value = item.property(property); value.isValid()) {
+            values << value.toDouble();
         }
         std::ranges::for_each(item.childItems(), [&](const QQuickItem *child) { look(*child); });
     };
     look(panel);
-    return growths == QList<double>(count, 1);
+    return values;
+}
+
+/// Whether each of so many bars has grown, however and whenever they came.
+bool areGrown(const QQuickItem &panel, qsizetype count)
+{
+    return valuesOf(panel, "growth") == QList<double>(count, 1);
 }
 
 TEST_F(Panel, growsItsBarsWhenTheyComeAndWhenMoreDo)
@@ -90,6 +95,20 @@ TEST_F(Panel, growsItsBarsWhenTheyComeAndWhenMoreDo)
             EXPECT_TRUE(areGrown(*m_stage.window().rootObject(), bars)) << days << ' ' << reduced;
         }
     }
+}
+
+TEST_F(Panel, comesBackAsWhatChangedWhileItWasAway)
+{
+    const auto use = [this](double percent) {
+        m_model.setLimits(Limits {.fiveHour = Reading {percent, {}}});
+        return valuesOf(*m_stage.window().rootObject(), "fill").value(0, -1);
+    };
+    Motion::setReduced(false);
+    m_model.conceal();
+    EXPECT_EQ(use(80), 0.8);
+    EXPECT_EQ(use(20), 0.2);
+    m_model.setRevealed(true);
+    EXPECT_EQ(use(60), 0.2) << "on its way";
 }
 
 TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)

@@ -14,7 +14,7 @@ std::optional<Motion::Spring> Motion::island()
     return reduced() ? std::nullopt : std::optional(Spring {Time(360), 0.82, Time(0)});
 }
 
-double Motion::growth(int i, double milliseconds)
+double Motion::growth(int i, double milliseconds) const
 {
     if (grow() == 0) {
         return 1;
