@@ -21,7 +21,7 @@ AppDelegate::AppDelegate(const Services &services)
     , m_account(m_sideFiles, services.clock, services.fetchUsage)
     , m_updates(m_model, services.clock, services.fetchUpdate)
     , m_deferred(services.sleeper)
-    , m_loginItem(services.loginItem)
+    , m_general(nullptr)
     , m_actions(nullptr)
     , m_trays(m_desktop)
     , m_menu(m_model, m_general)
@@ -32,6 +32,7 @@ AppDelegate::AppDelegate(const Services &services)
                                                      : std::nullopt;
                    }},
           m_dashboard, m_actions)
+    , m_options({m_model, m_widget, m_updates, m_systemMotion, m_general}, services.loginItem)
 {
     connectActions();
     connectCollaborators();
@@ -47,13 +48,13 @@ void AppDelegate::connectActions()
     connect(&m_actions, &PanelActions::expandRequested, this,
         [this] { setExpanded(!m_model.expanded()); });
     connect(&m_actions, &PanelActions::updateRequested, this, &AppDelegate::openUpdate);
-    connect(&m_actions, &PanelActions::pinRequested, this, &AppDelegate::toggleTopmost);
+    connect(&m_actions, &PanelActions::pinRequested, this,
+        [this] { m_options.flip(GeneralSettings::Option::Topmost); });
     connect(&m_actions, &PanelActions::providerRequested, this,
         [this](int index) { pickProvider(Dashboard::provider(index)); });
     connect(&m_actions, &PanelActions::hideRequested, &m_widget, &WidgetPanel::hideWidget);
     connect(&m_actions, &PanelActions::settingsRequested, this, &AppDelegate::openSettings);
     connect(&m_actions, &PanelActions::quitRequested, this, &AppDelegate::quit);
-    connect(&m_general, &GeneralSettings::setRequested, this, &AppDelegate::set);
     connect(&m_general, &GeneralSettings::updateRequested, this, &AppDelegate::openUpdate);
     connect(&m_general, &GeneralSettings::viewRequested, this, &AppDelegate::setView);
     connect(&m_general, &GeneralSettings::languageRequested, this, &AppDelegate::pickLanguage);
@@ -78,7 +79,7 @@ void AppDelegate::connectCollaborators()
             m_indexer.startIndexer();
         }
     });
-    connect(&m_systemMotion, &ReducedMotion::changed, this, &AppDelegate::motionPreferenceChanged);
+    connect(&m_options, &Options::changed, this, &AppDelegate::saveState);
 }
 
 /// What the views change is remembered, once what was remembered is restored.
@@ -93,12 +94,10 @@ void AppDelegate::connectModel()
 void AppDelegate::applicationDidFinishLaunching()
 {
     const PersistedState remembered = StateFile::loadState();
-    m_updates.setUpdateCheckOn(remembered.updateCheck);
     m_updates.restore(remembered.updateCheckedAt, remembered.latestVersion);
     m_systemMotion.watch();
     restore(remembered);
     connectModel();
-    m_loginItem.refreshAutostart();
 
     m_sideFiles.readLimits();
     m_sideFiles.readSideFiles();
@@ -110,8 +109,36 @@ void AppDelegate::applicationDidFinishLaunching()
     m_indexer.startIndexer();
     m_updates.checkForUpdates(UpdateChecker::Occasion::EveryDay);
     m_heartbeat.start(2s);
-    m_codexHook.applyCodexHook(m_launchWithCodex);
-    syncGeneral();
+    m_options.start();
+}
+
+void AppDelegate::restore(const PersistedState &state)
+{
+    m_options.restore(state);
+    m_model.selectTab(state.tab);
+    m_model.setProvider(state.provider);
+    m_model.setExpanded(state.expanded);
+    m_model.setMode(state.view);
+    m_widget.restore(!state.hidden, state.windowSpot);
+    m_model.setLanguage(state.language);
+}
+
+void AppDelegate::saveState()
+{
+    PersistedState state {
+        .view = m_model.mode(),
+        .hidden = !m_widget.wantsVisible(),
+        .expanded = m_model.expanded(),
+        .tab = m_model.tab(),
+        .provider = m_model.provider(),
+        .language = m_model.langPref(),
+        .uiLanguage = m_model.langCode(),
+        .windowSpot = m_widget.windowSpot(),
+        .updateCheckedAt = m_updates.updateCheckedAt(),
+        .latestVersion = m_updates.latestVersion(),
+    };
+    m_options.store(state);
+    m_stateFile.saveState(state);
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -194,6 +221,38 @@ void AppDelegate::setExpanded(bool expanded)
     m_model.setExpanded(expanded);
     if (expanded) {
         m_deferred.deferWork(Work::ReadStats); // whoever looks closer wants to see the newest
+    }
+}
+
+SyncSettings &AppDelegate::syncSettings()
+{
+    if (!m_syncSettings) {
+        m_syncSettings = std::make_unique<SyncSettings>(m_model);
+        connect(m_syncSettings.get(), &SyncSettings::syncChanged, this, &AppDelegate::syncChanged);
+    }
+    return *m_syncSettings;
+}
+
+void AppDelegate::openSettings()
+{
+    if (!m_settings) {
+        m_options.show();
+        syncSettings().load();
+        m_settings = std::make_unique<SettingsWindow>(m_model, m_general, syncSettings());
+        connect(m_settings.get(), &SettingsWindow::closed, this, [this] {
+            if (m_settings) {
+                m_settings.release()->deleteLater(); // it is still telling us
+            }
+        });
+    }
+    m_settings->present();
+}
+
+void AppDelegate::syncChanged()
+{
+    m_stats.forgetStats();
+    if (!m_model.hover().x() && !m_widget.isBusy()) {
+        m_stats.readStats(StatsFeed::Wait::No);
     }
 }
 

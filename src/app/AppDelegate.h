@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PersistedState.h"
+#include "app/Options.h"
 #include "app/Services.h"
 #include "app/SettingsWindow.h"
 #include "app/StateFile.h"
@@ -8,12 +8,10 @@
 #include "app/StatusMenu.h"
 #include "app/WidgetPanel.h"
 #include "model/Dashboard.h"
-#include "model/GeneralSettings.h"
 #include "model/WidgetModel.h"
 #include "platform/DesktopWatch.h"
 #include "platform/ReducedMotion.h"
 #include "platform/TrayWatch.h"
-#include "scripts/CodexHook.h"
 #include "scripts/Indexer.h"
 #include "scripts/SideFiles.h"
 #include "scripts/StatsFeed.h"
@@ -46,15 +44,6 @@ public:
     /// Nothing while it is closed.
     [[nodiscard]] SettingsWindow *settings() { return m_settings.get(); }
 
-    // Each changes an option, does what it means, remembers it and shows it.
-    void toggleTopmost();
-    void toggleAnimations();
-    void toggleAutostart();
-    void toggleLaunchWithClaude();
-    void toggleLaunchWithCodex();
-    void toggleStatusLine();
-    void toggleUpdateCheck();
-
     void openSettings();
     /// Another history counts than did.
     void syncChanged();
@@ -77,12 +66,7 @@ private:
     void openUpdate();
     void quit();
     void restore(const PersistedState &state);
-    [[nodiscard]] PersistedState state() const;
     void saveState();
-    void syncGeneral();
-    void set(GeneralSettings::Option option, bool on);
-    void finishToggle();
-    void motionPreferenceChanged();
     void refresh();
     void updateLimits();
     void readSideFiles();
@@ -96,12 +80,10 @@ private:
     SideFiles m_sideFiles;
     StatsFeed m_stats;
     Indexer m_indexer;
-    CodexHook m_codexHook;
     AccountPoller m_account;
     UpdateChecker m_updates;
     DeferredWork m_deferred;
     StateFile m_stateFile;
-    LoginItem m_loginItem;
     ReducedMotion m_systemMotion;
     GeneralSettings m_general;
     PanelActions m_actions;
@@ -110,14 +92,11 @@ private:
     StatusMenu m_menu;
     StatusItem m_statusItem;
     WidgetPanel m_widget;
+    Options m_options;
     std::unique_ptr<SyncSettings> m_syncSettings; ///< once it is asked for
     std::unique_ptr<SettingsWindow> m_settings;   ///< while it is open
     QTimer m_heartbeat;
 
-    bool m_animationsOn = true;
-    bool m_launchWithClaude = false;
-    bool m_launchWithCodex = false;
-    bool m_statusLineOn = false;
     bool m_moved = false;         ///< the panel, by the user, since the last save
     bool m_menuFromPanel = false; ///< the menu was asked for by a click on the panel
     TimePoint m_lastDraw {};      ///< when the limit rows were last drawn anew

@@ -25,9 +25,7 @@ void AppDelegate::connectMenu()
     connect(&m_menu, &StatusMenu::statsRequested, this, &AppDelegate::toggleStatsFromMenu);
     connect(&m_menu, &StatusMenu::settingsRequested, this, &AppDelegate::openSettings);
     connect(&m_menu, &StatusMenu::viewRequested, this, &AppDelegate::setView);
-    connect(&m_menu, &StatusMenu::optionRequested, this, [this](GeneralSettings::Option option) {
-        set(option, !m_general.binding(option).value());
-    });
+    connect(&m_menu, &StatusMenu::optionRequested, &m_options, &Options::flip);
     connect(&m_menu, &StatusMenu::updateRequested, this, &AppDelegate::openUpdate);
     connect(&m_menu, &StatusMenu::languageRequested, this, &AppDelegate::pickLanguage);
     connect(&m_menu, &StatusMenu::quitRequested, this, &AppDelegate::quit);
@@ -49,7 +47,7 @@ void AppDelegate::connectShell()
 
 void AppDelegate::refreshMenu()
 {
-    syncGeneral();
+    m_options.show();
     m_menu.refreshMenu(m_widget.wantsVisible() && m_widget.panelOnTop());
 }
 
@@ -115,14 +113,14 @@ void AppDelegate::pickLanguage(const QString &code)
 {
     m_model.setLanguage(code);
     updateLimits();
-    finishToggle();
+    saveState();
 }
 
 void AppDelegate::setView(ViewMode mode)
 {
     if (mode != m_model.mode()) {
         m_widget.setView(mode);
-        finishToggle();
+        saveState();
     }
 }
 

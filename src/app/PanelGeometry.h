@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PersistedState.h"
+#include "model/PersistedState.h"
 #include <QList>
 #include <QRectF>
 

@@ -6,11 +6,14 @@
 #include "core/readJSON.h"
 #include "core/replaceFile.h"
 #include "core/WidgetLog.h"
+#include "model/OptionTable.h"
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <QJsonDocument>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -42,23 +45,6 @@ constexpr std::array tabs {Named<HistoryTab> {HistoryTab::Days, "days"},
 constexpr std::array providers {
     Named<Provider> {Provider::Claude, "claude"}, Named<Provider> {Provider::Codex, "codex"}};
 
-struct Flag {
-    const char *key;
-    bool PersistedState::*value;
-};
-
-constexpr std::array flags {
-    Flag {"topmost", &PersistedState::topmost},
-    Flag {"hidden", &PersistedState::hidden},
-    Flag {"expanded", &PersistedState::expanded},
-    Flag {"animations", &PersistedState::animations},
-    Flag {"updateCheck", &PersistedState::updateCheck},
-    Flag {"notch", &PersistedState::notch},
-    Flag {"launchWithClaude", &PersistedState::launchWithClaude},
-    Flag {"launchWithCodex", &PersistedState::launchWithCodex},
-    Flag {"statusLine", &PersistedState::statusLine},
-};
-
 /// Reads the members of a file one by one; a wrong type leaves a value as it is.
 class Reader final {
 public:
@@ -67,11 +53,11 @@ public:
     {
     }
 
-    void flag(const char *key, bool &value) const { value = at(key).toBool(value); }
-    void text(const char *key, QString &value) const { value = at(key).toString(value); }
+    void flag(QLatin1String key, bool &value) const { value = at(key).toBool(value); }
+    void text(QLatin1String key, QString &value) const { value = at(key).toString(value); }
 
     template <typename Choices, typename Choice>
-    void choice(const char *key, const Choices &choices, Choice &value) const
+    void choice(QLatin1String key, const Choices &choices, Choice &value) const
     {
         const QString text = at(key).toString();
         const auto found = std::ranges::find_if(
@@ -79,12 +65,12 @@ public:
         value = found != choices.end() ? found->choice : value;
     }
 
-    [[nodiscard]] std::optional<double> number(const char *key) const
+    [[nodiscard]] std::optional<double> number(QLatin1String key) const
     {
         return at(key).isDouble() ? std::optional(at(key).toDouble()) : std::nullopt;
     }
 
-    [[nodiscard]] QJsonValue at(const char *key) const { return m_file.value(QLatin1String(key)); }
+    [[nodiscard]] QJsonValue at(QLatin1String key) const { return m_file.value(key); }
 
 private:
     QJsonObject m_file;
@@ -93,24 +79,28 @@ private:
 PersistedState read(const Reader &file)
 {
     PersistedState state;
-    for (const Flag &flag : flags) {
-        file.flag(flag.key, state.*flag.value);
+    for (const OptionRow &row : optionTable()) {
+        if (row.stored != nullptr) {
+            file.flag(row.key, state.*row.stored);
+        }
     }
-    file.choice("view", views, state.view);
-    file.choice("tab", tabs, state.tab);
-    file.choice("provider", providers, state.provider);
-    file.text("language", state.language);
-    file.text("uiLanguage", state.uiLanguage);
-    const auto left = file.number("left");
-    const auto top = file.number("top");
+    file.flag("hidden"_L1, state.hidden);
+    file.flag("expanded"_L1, state.expanded);
+    file.choice("view"_L1, views, state.view);
+    file.choice("tab"_L1, tabs, state.tab);
+    file.choice("provider"_L1, providers, state.provider);
+    file.text("language"_L1, state.language);
+    file.text("uiLanguage"_L1, state.uiLanguage);
+    const auto left = file.number("left"_L1);
+    const auto top = file.number("top"_L1);
     if (left && top) {
         state.windowSpot = WindowSpot {*left, *top};
     }
-    if (const auto seconds = file.number("updateCheckedAt")) {
+    if (const auto seconds = file.number("updateCheckedAt"_L1)) {
         state.updateCheckedAt = moment(*seconds);
     }
-    if (file.at("latestVersion").isString()) {
-        state.latestVersion = file.at("latestVersion").toString();
+    if (file.at("latestVersion"_L1).isString()) {
+        state.latestVersion = file.at("latestVersion"_L1).toString();
     }
     return state;
 }
@@ -125,14 +115,18 @@ template <typename Choices, typename Choice> QString textOf(const Choices &choic
 QJsonObject written(const PersistedState &state)
 {
     QJsonObject file {
+        {QStringLiteral("hidden"), state.hidden},
+        {QStringLiteral("expanded"), state.expanded},
         {QStringLiteral("view"), textOf(views, state.view)},
         {QStringLiteral("tab"), textOf(tabs, state.tab)},
         {QStringLiteral("provider"), textOf(providers, state.provider)},
         {QStringLiteral("language"), state.language},
         {QStringLiteral("uiLanguage"), state.uiLanguage},
     };
-    for (const Flag &flag : flags) {
-        file.insert(QLatin1String(flag.key), state.*flag.value);
+    for (const OptionRow &row : optionTable()) {
+        if (row.stored != nullptr) {
+            file.insert(row.key, state.*row.stored);
+        }
     }
     if (state.windowSpot) {
         file.insert(QStringLiteral("left"), state.windowSpot->left);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PersistedState.h"
+#include "model/PersistedState.h"
 
 /// Keeps the persisted state in `state.json`.
 class StateFile final {

@@ -2,7 +2,7 @@
 
 #include "app/menuIcon.h"
 #include "app/MenuStyle.h"
-#include "model/autostartTitle.h"
+#include "model/OptionTable.h"
 #include "model/WidgetModel.h"
 #include <array>
 #include <QGuiApplication>
@@ -29,23 +29,23 @@ struct Row {
     QLatin1String icon;
     QLatin1String key;
     QStringView fallback;                      ///< the English title, if the program carries it
+    std::optional<Option> option;              ///< which it shows and switches
     QString (*title)(const Shown &) = nullptr; ///< where it is more than the text of a key
     bool (*isChecked)(const Shown &) = nullptr;
     bool (*isVisible)(const Shown &) = nullptr;
     std::optional<Place> opens;
     void (*request)(StatusMenu &) = nullptr;
+    bool isEnabled = true;
 
-    [[nodiscard]] bool isSeparator() const { return key.isEmpty() && title == nullptr; }
+    [[nodiscard]] bool isSeparator() const { return key.isEmpty() && !option && title == nullptr; }
+    /// An option whose title says what it is has no check mark.
+    [[nodiscard]] bool isCheckable() const { return isChecked || (option && title == nullptr); }
+    [[nodiscard]] bool isPicked() const { return isEnabled && (option || request); }
 };
 
-template <Option option> bool isOn(const Shown &shown)
+bool isOn(const Shown &shown, Option option)
 {
     return shown.general.values().value(option, false);
-}
-
-template <Option option> void ask(StatusMenu &menu)
-{
-    Q_EMIT menu.optionRequested(option);
 }
 
 template <ViewMode mode> bool isMode(const Shown &shown)
@@ -76,7 +76,7 @@ QString toggleTitle(const Shown &shown)
 
 QString animationsTitle(const Shown &shown)
 {
-    return isOn<Option::Animations>(shown)
+    return isOn(shown, Option::Animations)
         ? shown.model.label(QStringLiteral("menuAnimOff"), QStringLiteral("Disable animations"))
         : shown.model.label(QStringLiteral("menuAnimOn"), QStringLiteral("Enable animations"));
 }
@@ -119,40 +119,16 @@ constexpr std::array rows {
         .request = askView<ViewMode::Window>},
     Row {.place = Place::View},
     // No screen that we know of has a notch, so this can be seen but not picked.
-    Row {.place = Place::View,
-        .icon = "panel-top"_L1,
-        .key = "menuNotch"_L1,
-        .fallback = u"Notch view",
-        .isChecked = isOn<Option::Notch>},
-    Row {.icon = "pin"_L1,
-        .key = "menuTopmost"_L1,
-        .isChecked = [](const Shown &shown) { return shown.model.topmost(); },
-        .isVisible = isMode<ViewMode::Window>,
-        .request = ask<Option::Topmost>},
-    Row {.icon = "sparkles"_L1, .title = animationsTitle, .request = ask<Option::Animations>},
-    Row {.icon = "refresh-cw"_L1,
-        .key = "menuUpdates"_L1,
-        .isChecked = isOn<Option::Updates>,
-        .request = ask<Option::Updates>},
-    Row {.icon = "square-terminal"_L1,
-        .key = "menuWithClaude"_L1,
-        .isChecked = isOn<Option::WithClaude>,
-        .request = ask<Option::WithClaude>},
+    Row {.place = Place::View, .icon = "panel-top"_L1, .option = Option::Notch, .isEnabled = false},
+    Row {.icon = "pin"_L1, .option = Option::Topmost, .isVisible = isMode<ViewMode::Window>},
+    Row {.icon = "sparkles"_L1, .option = Option::Animations, .title = animationsTitle},
+    Row {.icon = "refresh-cw"_L1, .option = Option::Updates},
+    Row {.icon = "square-terminal"_L1, .option = Option::WithClaude},
     Row {.icon = "braces"_L1,
-        .key = "menuWithCodex"_L1,
-        .fallback = u"Open with Codex",
-        .isChecked = isOn<Option::WithCodex>,
-        .isVisible = [](const Shown &shown) { return shown.general.codexInstalled(); },
-        .request = ask<Option::WithCodex>},
-    Row {.icon = "panel-bottom"_L1,
-        .key = "menuStatusLine"_L1,
-        .fallback = u"Status line in Claude Code",
-        .isChecked = isOn<Option::StatusLine>,
-        .request = ask<Option::StatusLine>},
-    Row {.icon = "power"_L1,
-        .title = [](const Shown &shown) { return autostartTitle(*shown.model.strings()); },
-        .isChecked = isOn<Option::Autostart>,
-        .request = ask<Option::Autostart>},
+        .option = Option::WithCodex,
+        .isVisible = [](const Shown &shown) { return shown.general.codexInstalled(); }},
+    Row {.icon = "panel-bottom"_L1, .option = Option::StatusLine},
+    Row {.icon = "power"_L1, .option = Option::Autostart},
     Row {.icon = "globe"_L1, .key = "menuLanguage"_L1, .opens = Place::Language},
     Row {.place = Place::Language,
         .key = "menuSystem"_L1,
@@ -170,6 +146,9 @@ QString title(const Row &row, const Shown &shown)
 {
     if (row.title != nullptr) {
         return row.title(shown);
+    }
+    if (row.option) {
+        return optionTitle(*row.option, *shown.model.strings());
     }
     return row.fallback.isEmpty() ? shown.model.t(row.key)
                                   : shown.model.label(row.key, row.fallback.toString());
@@ -202,8 +181,8 @@ void StatusMenu::refreshMenu(bool widgetOnTop)
         if (!row.isSeparator()) {
             setTitle(item, title(row, shown));
         }
-        if (row.isChecked != nullptr) {
-            item.setChecked(row.isChecked(shown));
+        if (row.isCheckable()) {
+            item.setChecked(row.option ? isOn(shown, *row.option) : row.isChecked(shown));
         }
         if (row.isVisible != nullptr) {
             item.setVisible(row.isVisible(shown));
@@ -224,14 +203,14 @@ void StatusMenu::makeItems()
     for (const Row &row : rows) {
         QAction *item = row.opens ? menu(*row.opens)->menuAction() : new QAction(this);
         item->setSeparator(row.isSeparator());
-        item->setCheckable(row.isChecked != nullptr);
-        item->setEnabled(row.opens || row.request != nullptr);
-        connect(item, &QAction::triggered, this, [this, request = row.request] {
-            if (request != nullptr) {
-                request(*this);
+        item->setCheckable(row.isCheckable());
+        item->setEnabled(row.opens || row.isPicked());
+        if (row.isPicked()) {
+            connect(item, &QAction::triggered, this, [this, &row] {
+                row.option ? optionRequested(*row.option) : row.request(*this);
                 Q_EMIT needsUpdate();
-            }
-        });
+            });
+        }
         menu(row.place)->addAction(item);
         m_items << item;
     }

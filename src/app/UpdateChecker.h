@@ -20,7 +20,6 @@ public:
 
     UpdateChecker(WidgetModel &model, const Clock &clock, Fetch fetch, QObject *parent = nullptr);
 
-    [[nodiscard]] bool updateCheckOn() const { return m_updateCheckOn; }
     [[nodiscard]] const std::optional<TimePoint> &updateCheckedAt() const
     {
         return m_updateCheckedAt;

@@ -1,5 +1,10 @@
 #include "model/GeneralSettings.h"
 
+GeneralSettings::GeneralSettings(QObject *parent)
+    : QObject(parent)
+{
+}
+
 void GeneralSettings::setValues(const QMap<Option, bool> &values)
 {
     m_values = values;

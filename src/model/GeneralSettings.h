@@ -39,7 +39,7 @@ public:
         Option m_option;
     };
 
-    using QObject::QObject;
+    explicit GeneralSettings(QObject *parent);
 
     [[nodiscard]] const QMap<Option, bool> &values() const { return m_values; }
     /// Codex has a folder of its own here, so that it can be told to open the widget.

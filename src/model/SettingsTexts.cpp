@@ -1,6 +1,5 @@
 #include "model/SettingsTexts.h"
 
-#include "model/autostartTitle.h"
 #include "text/Strings.h"
 #include <algorithm>
 
@@ -14,12 +13,7 @@ struct Text {
 
 constexpr Text known[] = {
     {QLatin1String("menuLanguage")},
-    {QLatin1String("menuStatusLine"), u"Status line in Claude Code"},
-    {QLatin1String("menuTopmost")},
-    {QLatin1String("menuUpdates")},
     {QLatin1String("menuView")},
-    {QLatin1String("menuWithClaude")},
-    {QLatin1String("menuWithCodex"), u"Open with Codex"},
     {QLatin1String("settingsAnimations"), u"Animations"},
     {QLatin1String("settingsCard"), u"Card"},
     {QLatin1String("settingsData"), u"Data"},
@@ -77,9 +71,6 @@ QString SettingsTexts::label(const QString &key) const
 {
     if (m_strings == nullptr) {
         return {};
-    }
-    if (key == u"menuWithWindows") {
-        return autostartTitle(*m_strings);
     }
     const auto *const text = std::ranges::find(known, key, &Text::key);
     Q_ASSERT_X(text != std::end(known), "SettingsTexts", qUtf8Printable(key));

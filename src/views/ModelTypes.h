@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Dashboard.h"
+#include "model/GeneralSettings.h"
 #include "model/PanelTexts.h"
 #include "model/SessionListModel.h"
 #include "model/SettingsTexts.h"
@@ -68,6 +69,13 @@ struct PeriodInfoInQml {
     Q_GADGET
     QML_FOREIGN(PeriodInfo)
     QML_VALUE_TYPE(periodInfo)
+};
+
+struct GeneralSettingsInQml {
+    Q_GADGET
+    QML_FOREIGN(GeneralSettings)
+    QML_NAMED_ELEMENT(GeneralSettings)
+    QML_UNCREATABLE("It is there for the names of the options.")
 };
 
 struct SettingsTextsInQml {

@@ -38,7 +38,7 @@ protected:
     }
 
     FakeClock m_clock {TimePoint()};
-    GeneralSettings m_general;
+    GeneralSettings m_general {nullptr};
     std::unique_ptr<WidgetModel> m_model;
     std::unique_ptr<StatusMenu> m_menu;
 };
@@ -53,13 +53,12 @@ TEST_F(StatusMenuTest, showsTheStateOfTheMoment)
 
     m_model->setLanguage(QStringLiteral("de"));
     m_model->setMode(ViewMode::Window);
-    m_model->setTopmost(true);
     m_model->setExpanded(true);
     m_model->setUpdate(QStringLiteral("2.0"));
     m_general.setCodexInstalled(true);
     m_general.setValues({{Option::Animations, true}, {Option::Updates, true},
         {Option::WithClaude, true}, {Option::WithCodex, true}, {Option::StatusLine, true},
-        {Option::Autostart, true}, {Option::Notch, true}});
+        {Option::Autostart, true}, {Option::Notch, true}, {Option::Topmost, true}});
     m_menu->setVersion(QStringLiteral("1.0"));
     m_menu->refreshMenu(true);
     EXPECT_EQ(seen(m_menu->menu()).toStdString(),

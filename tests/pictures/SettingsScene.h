@@ -38,7 +38,7 @@ private:
     const SettingsScene &m_scene;
     FakeClock m_clock;
     WidgetModel m_model;
-    GeneralSettings m_general;
+    GeneralSettings m_general {nullptr};
     SyncSettings m_sync {m_model};
     SettingsWindow m_window;
     QQuickItem *m_root = nullptr;

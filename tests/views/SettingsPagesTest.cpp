@@ -83,7 +83,7 @@ TEST_F(SettingsPages, sayWhenTheLastSyncWas)
 
 TEST_F(SettingsPages, askForALanguageByItsPlaceInTheList)
 {
-    GeneralSettings settings;
+    GeneralSettings settings {nullptr};
     GeneralPage page(m_model, settings);
     QStringList asked;
     QObject::connect(&settings, &GeneralSettings::languageRequested,

@@ -65,7 +65,7 @@ protected:
 
     FakeClock m_clock {TimePoint()};
     WidgetModel m_model {m_clock, [] { return QStringList(); }};
-    GeneralSettings m_general;
+    GeneralSettings m_general {nullptr};
     SyncSettings m_sync {m_model};
     SettingsWindow m_window {m_model, m_general, m_sync};
 };

@@ -1,5 +1,6 @@
 #include "views/settings/GeneralPage.h"
 
+#include "model/OptionTable.h"
 #include "model/WidgetModel.h"
 
 GeneralPage::GeneralPage(const WidgetModel &model, GeneralSettings &settings, QObject *parent)
@@ -18,6 +19,30 @@ GeneralPage::GeneralPage(const WidgetModel &model, GeneralSettings &settings, QO
 SettingsTexts GeneralPage::texts() const
 {
     return SettingsTexts(m_model.strings());
+}
+
+QList<bool> GeneralPage::values() const
+{
+    QList<bool> values;
+    for (const OptionRow &row : optionTable()) {
+        values << m_settings.binding(row.option).value();
+    }
+    return values;
+}
+
+QStringList GeneralPage::titles() const
+{
+    QStringList titles;
+    for (const OptionRow &row : optionTable()) {
+        titles << optionTitle(row.option, *m_model.strings());
+    }
+    return titles;
+}
+
+void GeneralPage::flip(int option)
+{
+    const auto binding = m_settings.binding(static_cast<GeneralSettings::Option>(option));
+    binding.set(!binding.value());
 }
 
 QStringList GeneralPage::viewNames() const

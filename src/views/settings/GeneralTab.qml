@@ -17,31 +17,23 @@ SettingsPage {
         title: root.page.texts.label("settingsLaunch")
         width: parent.width
 
-        ToggleRow {
+        OptionRow {
             divided: false
-            on: root.page.autostart
-            text: root.page.texts.label("menuWithWindows")
-
-            onClicked: root.page.autostart = !root.page.autostart
+            option: GeneralSettings.Autostart
+            page: root.page
         }
-        ToggleRow {
-            on: root.page.withClaude
-            text: root.page.texts.label("menuWithClaude")
-
-            onClicked: root.page.withClaude = !root.page.withClaude
+        OptionRow {
+            option: GeneralSettings.WithClaude
+            page: root.page
         }
-        ToggleRow {
-            on: root.page.withCodex
-            text: root.page.texts.label("menuWithCodex")
+        OptionRow {
+            option: GeneralSettings.WithCodex
+            page: root.page
             visible: root.page.codexInstalled
-
-            onClicked: root.page.withCodex = !root.page.withCodex
         }
-        ToggleRow {
-            on: root.page.statusLine
-            text: root.page.texts.label("menuStatusLine")
-
-            onClicked: root.page.statusLine = !root.page.statusLine
+        OptionRow {
+            option: GeneralSettings.StatusLine
+            page: root.page
         }
     }
     SettingsGroup {
@@ -60,12 +52,10 @@ SettingsPage {
                 onChosen: index => root.page.selectView(index)
             }
         }
-        ToggleRow {
+        OptionRow {
             divided: false
-            on: root.page.topmost
-            text: root.page.texts.label("menuTopmost")
-
-            onClicked: root.page.topmost = !root.page.topmost
+            option: GeneralSettings.Topmost
+            page: root.page
         }
         SettingsRow {
             label: root.page.texts.label("menuLanguage")
@@ -86,18 +76,14 @@ SettingsPage {
         title: root.page.texts.label("settingsAnimations")
         width: parent.width
 
-        ToggleRow {
+        OptionRow {
             divided: false
-            on: root.page.animations
-            text: root.page.texts.label("settingsAnimations")
-
-            onClicked: root.page.animations = !root.page.animations
+            option: GeneralSettings.Animations
+            page: root.page
         }
-        ToggleRow {
-            on: root.page.updates
-            text: root.page.texts.label("menuUpdates")
-
-            onClicked: root.page.updates = !root.page.updates
+        OptionRow {
+            option: GeneralSettings.Updates
+            page: root.page
         }
         SettingsRow {
             label: ""
