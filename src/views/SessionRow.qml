@@ -39,8 +39,9 @@ Item {
     Item {
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
         height: Math.max(Metrics.sessionText, money.implicitHeight + spent.implicitHeight)
+        // Larger texts take from the room above and below them alike.
+        y: Math.min(Metrics.sessionPad, (root.height - height) / 2)
 
         Caption {
             anchors.left: parent.left
