@@ -75,6 +75,7 @@ TEST_F(Poller, asksAsOftenAsIsAllowedAndOneAtATime)
     for (const auto &row : rows) {
         m_clock.advance(row.passes);
         ASSERT_EQ(polls(row.minAge), row.asks) << m_account.asked();
+        EXPECT_EQ(m_poller.pollingAccount(), row.asks);
         if (row.asks) {
             m_clock.advance(1h);
             EXPECT_FALSE(polls(30s)) << "an answer is awaited";
