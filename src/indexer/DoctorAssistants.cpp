@@ -54,7 +54,7 @@ Finding folderFinding(const Assistant &assistant, const AssistantPlace &place)
 /// For how many days Claude Code keeps its transcripts.
 Finding cleanupFinding(const fs::path &settings)
 {
-    constexpr std::size_t largestFile = std::size_t {1} << 20U;
+    constexpr std::size_t largestFile = std::size_t {256} << 10U;
     constexpr double usual = 30;
     constexpr double many = 365;
     constexpr double most = 999'999;

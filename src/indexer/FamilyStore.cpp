@@ -1,6 +1,7 @@
 #include "indexer/FamilyStore.h"
 
 #include "indexer/FactTable.h"
+#include "indexer/RolloutPacking.h"
 
 #include <algorithm>
 
@@ -10,6 +11,14 @@ namespace {
 
 constexpr std::string_view timeFact = "limits time";
 constexpr std::string_view jsonFact = "limits";
+
+/// The rollout as it is stored. Its memory is given up: its family will need as much.
+KeptRollout kept(std::int64_t file, Rollout &rollout)
+{
+    KeptRollout kept {file, packed(rollout), kinOf(rollout)};
+    rollout = {};
+    return kept;
+}
 
 } // namespace
 
@@ -33,7 +42,14 @@ FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &n
 void FamilyStore::put(const Rollouts &rollouts)
 {
     for (const auto &[file, rollout] : rollouts) {
-        m_rollouts.put(file, *rollout);
+        m_rollouts.put(kept(file, *rollout));
+    }
+}
+
+void FamilyStore::put(const std::vector<KeptRollout> &rollouts)
+{
+    for (const KeptRollout &rollout : rollouts) {
+        m_rollouts.put(rollout);
     }
 }
 
@@ -44,14 +60,16 @@ void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
     }
     RolloutTable::Files files;
     std::vector<std::string> threads;
+    std::vector<KeptRollout> later;
     for (const auto &[file, rollout] : rollouts) {
         files.insert(file);
-        std::ranges::move(kinOf(*rollout), std::back_inserter(threads));
+        later.push_back(kept(file, *rollout));
+        std::ranges::copy(later.back().threads, std::back_inserter(threads));
     }
     // All that was a family, and all that becomes one by the threads that are new.
     RolloutTable::Files family = m_rollouts.familyOf(files, threads);
     takeAway(m_rollouts.book(family), sums);
-    put(rollouts);
+    put(later);
     family.merge(files);
     add(m_rollouts.book(family), sums);
     keepLimits();

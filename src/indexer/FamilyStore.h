@@ -18,11 +18,11 @@ namespace indexer {
 /// itself shows only beside all that it may have copied.
 class FamilyStore final {
 public:
-    using Rollouts = std::vector<std::pair<std::int64_t, const Rollout *>>;
+    using Rollouts = std::vector<std::pair<std::int64_t, Rollout *>>;
 
     FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);
 
-    /// Takes up later states of some files; sums have to be made anew.
+    /// Takes up later states of some files, which are empty afterwards; sums have to be made anew.
     void put(const Rollouts &rollouts);
     /// The same, with the sums changed by what that makes of the families.
     void put(const Rollouts &rollouts, Sums &sums);
@@ -30,6 +30,7 @@ public:
     void addAll(Sums &sums);
 
 private:
+    void put(const std::vector<KeptRollout> &rollouts);
     void add(const RolloutBook &book, Sums &sums);
     void keepLimits();
     void takeAway(const RolloutBook &book, Sums &sums);

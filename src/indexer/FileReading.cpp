@@ -10,8 +10,8 @@ namespace indexer {
 
 namespace {
 
-/// A piece of so many answers or sessions is handed over, so that a file of any size takes no more
-/// memory.
+/// A piece of so many answers, sessions or summaries is handed over, so that a file of any size
+/// takes no more memory.
 constexpr std::size_t mostInPiece = 8'000;
 
 /// Whether all of a file can be read.
@@ -71,7 +71,8 @@ bool FileReading::readTranscript(FilePiece piece)
         TranscriptLine line;
         isAtEnd = eachLine(line, told.skips, [&] {
             reader.add(line);
-            return told.answers.size() < mostInPiece && told.names.size() < mostInPiece;
+            return told.answers.size() < mostInPiece && told.names.size() < mostInPiece
+                && told.summaries.size() < mostInPiece;
         });
         piece.skips = told.skips;
         piece.again = told.again;

@@ -10,7 +10,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t largestFile = std::size_t {1} << 20U;
+constexpr std::size_t largestFile = std::size_t {256} << 10U;
 
 Json windowJson(const LimitWindow &window)
 {

@@ -8,8 +8,8 @@
 
 namespace indexer {
 
-/// The few texts of one file, each once and numbered in the order of arrival; 0 is the empty text.
-/// Unlike a TextPool it is small, and can be copied.
+/// The texts of one file, mostly few, each once and numbered in the order of arrival; 0 is the
+/// empty text. Unlike a TextPool it is small, and can be copied.
 class OwnTexts final {
 public:
     [[nodiscard]] bool operator==(const OwnTexts &) const = default;
@@ -23,7 +23,10 @@ public:
     TextId add(std::string_view text);
 
 private:
+    [[nodiscard]] std::size_t slotOf(std::string_view text) const;
+
     std::vector<std::string> m_texts;
+    std::vector<TextId> m_slots; // where a text is found by its hash; 0 is a free slot
 };
 
 } // namespace indexer

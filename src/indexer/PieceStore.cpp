@@ -16,7 +16,8 @@ std::size_t sizeOf(const FilePiece &piece)
     if (const auto *rollout = std::get_if<Rollout>(&piece.told)) {
         return rollout->records.size() + rollout->counters.size() + rollout->laterPrompts.size();
     }
-    return std::get<TranscriptPiece>(piece.told).answers.size();
+    const auto &told = std::get<TranscriptPiece>(piece.told);
+    return told.answers.size() + told.summaries.size();
 }
 
 } // namespace
@@ -104,7 +105,7 @@ void PieceStore::forget()
 
 void PieceStore::collect(FilePiece &piece)
 {
-    if (const auto *rollout = std::get_if<Rollout>(&piece.told)) {
+    if (auto *rollout = std::get_if<Rollout>(&piece.told)) {
         m_rollouts.emplace_back(piece.file, rollout);
     } else {
         collect(piece.file, std::get<TranscriptPiece>(piece.told));

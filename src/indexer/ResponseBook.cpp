@@ -5,33 +5,45 @@
 
 namespace indexer {
 
-ResponseBook::ResponseBook(const Lineage &lineage, const TextPool &names)
-    : m_lineage(lineage)
+ResponseBook::ResponseBook(
+    const std::vector<RolloutFile> &files, const Lineage &lineage, const TextPool &names)
+    : m_files(files)
+    , m_lineage(lineage)
     , m_names(names)
 {
+    std::size_t count = 0;
+    for (const RolloutFile &file : files) {
+        count += file.rollout.records.size();
+    }
+    m_tellings.reserve(count);
+    for (std::uint32_t i = 0; i < files.size(); ++i) {
+        const auto &records = files[i].rollout.records;
+        for (std::uint32_t k = 0; k < records.size(); ++k) {
+            const TextId root = m_lineage.rootOf(files[i].threadOf(records[k]));
+            m_tellings.push_back({root, records[k].response, i, k});
+        }
+    }
+    std::ranges::sort(m_tellings);
 }
 
-void ResponseBook::add(const RolloutFile &file)
+RolloutResponse ResponseBook::response(const Telling &telling) const
 {
-    for (const RolloutRecord &record : file.rollout.records) {
-        const TextId thread = file.threadOf(record);
-        RolloutResponse told {.thread = thread,
-            .settings = file.settings(record.settings),
-            .told = record.time,
-            .time = record.time,
-            .usage = record.usage};
-        const auto [known, isNew] =
-            m_responses.emplace(std::make_pair(m_lineage.rootOf(thread), record.response), told);
-        if (isNew) {
-            continue;
-        }
-        RolloutResponse &held = known->second;
-        told.usage.raiseTo(held.usage);
-        held.usage = told.usage;
-        told.time = held.time = std::min(held.time, told.time);
-        if (precedes(told, held)) {
-            held = told;
-        }
+    const RolloutFile &file = m_files[telling.file];
+    const RolloutRecord &record = file.rollout.records[telling.record];
+    return {.thread = file.threadOf(record),
+        .settings = file.settings(record.settings),
+        .told = record.time,
+        .time = record.time,
+        .usage = record.usage};
+}
+
+void ResponseBook::merge(RolloutResponse &held, RolloutResponse told) const
+{
+    told.usage.raiseTo(held.usage);
+    held.usage = told.usage;
+    told.time = held.time = std::min(held.time, told.time);
+    if (precedes(told, held)) {
+        held = told;
     }
 }
 

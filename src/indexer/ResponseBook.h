@@ -3,8 +3,8 @@
 #include "indexer/Lineage.h"
 #include "indexer/RolloutFile.h"
 
-#include <map>
-#include <utility>
+#include <compare>
+#include <vector>
 
 namespace indexer {
 
@@ -17,27 +17,49 @@ struct RolloutResponse {
     RolloutUsage usage;
 };
 
-/// Each response of a family once, in whatever order the files come.
+/// Each response of a family once, whatever the order of the files. These have to stay where they
+/// are: nothing of them is copied, as there may be very many.
 class ResponseBook final {
 public:
-    ResponseBook(const Lineage &lineage, const TextPool &names);
+    ResponseBook(
+        const std::vector<RolloutFile> &files, const Lineage &lineage, const TextPool &names);
 
     template <typename Visit> void forEach(Visit visit) const
     {
-        for (const auto &[key, response] : m_responses) {
-            visit(response);
+        for (auto first = m_tellings.begin(); first != m_tellings.end();) {
+            RolloutResponse held = response(*first);
+            auto next = first + 1;
+            for (; next != m_tellings.end() && next->isOfSame(*first); ++next) {
+                merge(held, response(*next));
+            }
+            visit(held);
+            first = next;
         }
     }
 
-    void add(const RolloutFile &file);
-
 private:
+    /// That a record of a file tells of a response.
+    struct Telling {
+        TextId root = 0; // the thread that the family comes from
+        std::uint64_t response = 0;
+        std::uint32_t file = 0;
+        std::uint32_t record = 0;
+
+        [[nodiscard]] bool isOfSame(const Telling &other) const
+        {
+            return root == other.root && response == other.response;
+        }
+        [[nodiscard]] auto operator<=>(const Telling &) const = default;
+    };
+
+    [[nodiscard]] RolloutResponse response(const Telling &telling) const;
+    void merge(RolloutResponse &held, RolloutResponse told) const;
     [[nodiscard]] bool precedes(const RolloutResponse &a, const RolloutResponse &b) const;
 
+    const std::vector<RolloutFile> &m_files;
     const Lineage &m_lineage;
     const TextPool &m_names;
-    /// By the thread that the family comes from and the response.
-    std::map<std::pair<TextId, std::uint64_t>, RolloutResponse> m_responses;
+    std::vector<Telling> m_tellings;
 };
 
 } // namespace indexer

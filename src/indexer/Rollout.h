@@ -19,7 +19,7 @@ struct RolloutSettings {
     Speed speed = Speed::Standard;
     ServiceTier tier = ServiceTier::Standard;
 
-    [[nodiscard]] bool operator==(const RolloutSettings &) const = default;
+    [[nodiscard]] auto operator<=>(const RolloutSettings &) const = default;
 };
 
 /// The front of a thread: its own, or the copy of one that it comes from.

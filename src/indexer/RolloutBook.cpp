@@ -5,6 +5,7 @@
 #include "indexer/ThreadTitles.h"
 
 #include <algorithm>
+#include <map>
 #include <tuple>
 
 namespace indexer {
@@ -60,10 +61,7 @@ const std::vector<OwnPart> &RolloutBook::parts() const
 
 void RolloutBook::visitRecords(const Visit &visit) const
 {
-    ResponseBook responses(m_lineage, *m_names);
-    for (const RolloutFile &file : m_files) {
-        responses.add(file);
-    }
+    const ResponseBook responses(m_files, m_lineage, *m_names);
     responses.forEach([&](const RolloutResponse &each) {
         visit(usageRecord(each.thread, each.usage, each.settings, each.time));
     });

@@ -99,7 +99,10 @@ public:
     }
     void list(auto &values, auto each)
     {
-        for (std::size_t left = m_reader.count(); left > 0; --left) {
+        const std::size_t count = m_reader.count();
+        // Long ones take twice the memory while they grow, and a few values mostly follow.
+        values.reserve(count + count / 8);
+        for (std::size_t left = count; left > 0; --left) {
             each(values.emplace_back());
         }
     }

@@ -44,6 +44,9 @@ RolloutReader::RolloutReader(Rollout &rollout)
     for (const RolloutRecord &record : rollout.records) {
         m_records.emplace(keyOf(record), static_cast<std::uint32_t>(m_records.size()));
     }
+    for (const RolloutSettings &settings : rollout.settings) {
+        m_settings.emplace(settings, static_cast<std::uint32_t>(m_settings.size()));
+    }
     for (const RolloutCounter &counter : rollout.counters) {
         m_growth = counter.total.beyond(m_highest);
         m_highest.raiseTo(counter.total);
@@ -174,12 +177,12 @@ std::uint32_t RolloutReader::settingsOf(std::string_view turn)
 std::uint32_t RolloutReader::numberOf(const RolloutSettings &settings)
 {
     std::vector<RolloutSettings> &all = m_rollout.settings;
-    const auto found = std::find(all.begin(), all.end(), settings);
-    const auto number = static_cast<std::uint32_t>(found - all.begin());
-    if (found == all.end()) {
+    const auto [known, isNew] =
+        m_settings.emplace(settings, static_cast<std::uint32_t>(all.size()));
+    if (isNew) {
         all.push_back(settings);
     }
-    return number;
+    return known->second;
 }
 
 void RolloutReader::addTimed(const RolloutLine &line, TimePoint time)
@@ -238,6 +241,9 @@ RolloutRecord &RolloutReader::recordOf(const RolloutRecord &record)
     const auto [known, isNew] =
         m_records.emplace(keyOf(record), static_cast<std::uint32_t>(records.size()));
     if (isNew) {
+        if (records.size() == records.capacity()) {
+            records.reserve(records.size() + records.size() / 4 + 16); // doubling takes the memory
+        }
         return records.emplace_back(record);
     }
     RolloutRecord &held = records[known->second];

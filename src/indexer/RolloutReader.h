@@ -2,6 +2,7 @@
 
 #include "indexer/Rollout.h"
 
+#include <map>
 #include <unordered_map>
 
 namespace indexer {
@@ -36,6 +37,7 @@ private:
     Rollout &m_rollout;
     // What follows from the rollout.
     std::unordered_map<std::uint64_t, std::uint32_t> m_records; // by response and thread
+    std::map<RolloutSettings, std::uint32_t> m_settings;        // their numbers
     RolloutUsage m_highest;                                     // total so far
     RolloutUsage m_growth;                                      // of the last counter
 };

@@ -98,17 +98,22 @@ RolloutBook RolloutTable::book(const Files &files)
     return book;
 }
 
-void RolloutTable::put(std::int64_t file, const Rollout &rollout)
+void RolloutTable::put(const KeptRollout &rollout)
 {
-    const std::string bytes = packed(rollout);
+    const auto &[file, bytes, threads] = rollout;
     Statement replacement(m_database, "INSERT OR REPLACE INTO rollout (file, told) VALUES (?, ?)");
     replacement.bind(file, std::string_view(bytes)).run();
     Statement removal(m_database, "DELETE FROM kin WHERE file = ?");
     removal.bind(file).run();
     Statement insertion(m_database, "INSERT OR IGNORE INTO kin (thread, file) VALUES (?, ?)");
-    for (const std::string &thread : kinOf(rollout)) {
+    for (const std::string &thread : threads) {
         insertion.bind(std::string_view(thread), file).run();
     }
+}
+
+void RolloutTable::put(std::int64_t file, const Rollout &rollout)
+{
+    put({file, packed(rollout), kinOf(rollout)});
 }
 
 } // namespace indexer

@@ -10,6 +10,14 @@
 
 namespace indexer {
 
+/// A rollout as it is kept: its file, the bytes that it is packed into, and the threads that it has
+/// to do with.
+struct KeptRollout {
+    std::int64_t file = 0;
+    std::string bytes;
+    std::vector<std::string> threads;
+};
+
 /// What each of Codex's files tells, and which of them have to be looked at together.
 class RolloutTable final {
 public:
@@ -25,6 +33,7 @@ public:
     [[nodiscard]] std::vector<Files> families() const;
     [[nodiscard]] RolloutBook book(const Files &files);
 
+    void put(const KeptRollout &rollout);
     void put(std::int64_t file, const Rollout &rollout);
 
 private:

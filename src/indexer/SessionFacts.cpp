@@ -1,7 +1,6 @@
 #include "indexer/SessionFacts.h"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace indexer {
@@ -185,16 +184,13 @@ std::string SessionMerge::title(const Summaries &summaries) const
 /// The summary of the latest line that has one; of lines at one time, that in the last file.
 std::string SessionMerge::summary(const Summaries &summaries) const
 {
-    using Rank = std::tuple<TimePoint, std::string_view, std::string_view>;
-    std::optional<Rank> best;
+    std::optional<std::pair<TimePoint, Summary>> best;
     for (const auto &[line, time] : m_all.leaves) {
-        const auto found = summaries.find(line);
-        if (found != summaries.end()) {
-            const Rank rank(time, found->second.first, found->second.second);
-            best = best ? std::max(*best, rank) : rank;
+        if (auto found = summaries(line)) {
+            best = std::max(best, std::optional(std::make_pair(time, std::move(*found))));
         }
     }
-    return best ? std::string(std::get<2>(*best)) : std::string();
+    return best ? best->second.second : std::string();
 }
 
 } // namespace indexer

@@ -5,7 +5,7 @@
 #include "indexer/UsageRecord.h"
 
 #include <array>
-#include <map>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,9 +50,10 @@ void pack(PackedWriter &writer, const SessionFacts &facts, std::uint64_t place);
 [[nodiscard]] std::optional<SessionFacts> unpackSessionFacts(
     std::string_view bytes, std::uint64_t place);
 
-/// Titles of old transcripts, each with the path of its file, by the hash of the line that the
-/// session ends with.
-using Summaries = std::map<std::uint64_t, std::pair<std::string, std::string>>;
+/// A title of an old transcript, behind the path of its file.
+using Summary = std::pair<std::string, std::string>;
+/// Finds the title that belongs to the line with this hash, which the session ends with.
+using Summaries = std::function<std::optional<Summary>(std::uint64_t line)>;
 
 /// A session as it is shown. Texts are empty where nothing tells them.
 struct SessionFace {

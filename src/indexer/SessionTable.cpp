@@ -1,5 +1,6 @@
 #include "indexer/SessionTable.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace indexer {
@@ -92,7 +93,10 @@ void SessionTable::hide(Provider provider, TextId session)
 
 void SessionTable::showAgain(const std::set<TextId> &sessions)
 {
-    const Summaries known = summaries();
+    const std::vector<std::uint64_t> summarized = summarizedLines();
+    const Summaries known = [&](std::uint64_t line) {
+        return std::ranges::binary_search(summarized, line) ? summaryOf(line) : std::nullopt;
+    };
     Statement parts(m_database,
         "SELECT told, path, file FROM session_part JOIN file ON file.id = file WHERE session = ?");
     for (const TextId session : sessions) {
@@ -127,17 +131,30 @@ void SessionTable::showAllAgain()
     showAgain(sessions);
 }
 
-/// Of several titles for one line, that in the last file.
-Summaries SessionTable::summaries() const
+/// The lines that have a title, in order. The titles themselves may be more than the memory holds.
+std::vector<std::uint64_t> SessionTable::summarizedLines() const
 {
-    Summaries all;
-    Statement rows(m_database, "SELECT leaf, path, title FROM summary JOIN file ON file.id = file");
+    std::vector<std::uint64_t> lines;
+    Statement rows(m_database, "SELECT DISTINCT leaf FROM summary");
     while (rows.next()) {
-        std::pair title {std::string(rows.bytes(1)), std::string(rows.bytes(2))};
-        auto &held = all[rows.bits(0)];
-        held = std::max(held, title);
+        lines.push_back(rows.bits(0));
     }
-    return all;
+    std::ranges::sort(lines); // the table has them as signed numbers
+    return lines;
+}
+
+/// Of several titles for one line, that in the last file.
+std::optional<Summary> SessionTable::summaryOf(std::uint64_t line) const
+{
+    std::optional<Summary> last;
+    Statement rows(
+        m_database, "SELECT path, title FROM summary JOIN file ON file.id = file WHERE leaf = ?");
+    rows.bind(line);
+    while (rows.next()) {
+        last = std::max(
+            last, std::optional(Summary {std::string(rows.bytes(0)), std::string(rows.bytes(1))}));
+    }
+    return last;
 }
 
 } // namespace indexer

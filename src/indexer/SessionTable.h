@@ -5,6 +5,7 @@
 #include "indexer/SessionFacts.h"
 
 #include <functional>
+#include <map>
 #include <set>
 
 namespace indexer {
@@ -39,7 +40,8 @@ public:
     void showAllAgain();
 
 private:
-    [[nodiscard]] Summaries summaries() const;
+    [[nodiscard]] std::vector<std::uint64_t> summarizedLines() const;
+    [[nodiscard]] std::optional<Summary> summaryOf(std::uint64_t line) const;
 
     Database &m_database;
     const TextPool &m_names;

@@ -13,7 +13,7 @@ namespace {
 using Json = nlohmann::json;
 using namespace std::chrono_literals;
 
-constexpr std::size_t largestFile = std::size_t {1} << 20U;
+constexpr std::size_t largestFile = std::size_t {256} << 10U;
 constexpr double fiveHours = 5 * 60; // minutes
 constexpr double week = 7 * 24 * 60;
 

@@ -57,16 +57,15 @@ void updateThreadNames(Database &database, const std::filesystem::path &codex, S
     if (!state || *state == facts.text(stateFact)) {
         return;
     }
-    const auto names = readThreadNames(file);
-    if (!names) {
-        skips.add(FileSkip::Unreadable); // and tried again the next time
-        return;
-    }
     Transaction transaction(database);
     Statement replacement(
         database, "INSERT OR REPLACE INTO thread_name (thread, name) VALUES (?, ?)");
-    for (const ThreadName &each : *names) {
+    const bool isRead = readThreadNames(file, [&replacement](const ThreadName &each) {
         replacement.bind(std::string_view(each.thread), std::string_view(each.name)).run();
+    });
+    if (!isRead) {
+        skips.add(FileSkip::Unreadable); // and tried again the next time
+        return;
     }
     facts.set(stateFact, *state);
     facts.set(writtenFact, "");

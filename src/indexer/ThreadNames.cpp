@@ -1,52 +1,80 @@
 #include "indexer/ThreadNames.h"
 
-#include "indexer/SafeFile.h"
+#include "indexer/HashOf.h"
+#include "indexer/JsonFields.h"
+#include "indexer/JsonLine.h"
+#include "indexer/LineReader.h"
+#include "indexer/Moment.h"
 #include "indexer/Title.h"
 
-#include <map>
-#include <nlohmann/json.hpp>
-#include <sstream>
+#include <unordered_map>
 
 namespace indexer {
 
 namespace {
 
-constexpr std::size_t largestIndex = std::size_t {64} << 20U;
+/// Far longer than an id and a name.
+constexpr std::size_t longestLine = std::size_t {64} << 10U;
+/// Nobody has so many threads; more would take the memory.
+constexpr std::size_t mostThreads = 500'000;
 
-std::string textOf(const nlohmann::json &object, const char *key)
+/// What a line tells; the texts last as long as the line and `fields` do.
+struct NameLine {
+    std::string_view id;
+    std::string_view time;
+    std::string name;
+};
+
+bool take(NameLine &line, JsonFields &fields, std::string_view key, JsonFields::Value value)
 {
-    const auto found = object.find(key);
-    return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
+    if (key == "id") {
+        return fields.text(value, line.id);
+    }
+    if (key == "updated_at") {
+        return fields.text(value, line.time);
+    }
+    if (key == "thread_name" && isType(value, simdjson::ondemand::json_type::string)) {
+        const std::string_view token = scalarToken(value);
+        const bool isWhole = isSound(value);
+        line.name = isWhole ? tidyTitle(token) : std::string();
+        return isWhole;
+    }
+    return isSound(value);
 }
 
 } // namespace
 
-std::optional<std::vector<ThreadName>> readThreadNames(const std::filesystem::path &file)
+bool readThreadNames(
+    const std::filesystem::path &file, const std::function<void(const ThreadName &)> &told)
 {
-    const FileContent content = readFile(file, largestIndex);
-    if (!content.bytes) {
-        return std::nullopt;
+    LineReader lines;
+    if (lines.open(file)) {
+        return false;
     }
-    std::map<std::string, ThreadName> newest;
-    std::istringstream lines(*content.bytes);
-    for (std::string line; std::getline(lines, line);) {
-        const nlohmann::json entry = nlohmann::json::parse(line, nullptr, false);
-        const std::string id = entry.is_object() ? textOf(entry, "id") : std::string();
-        if (id.empty()) {
+    JsonLine json(longestLine);
+    JsonFields fields;
+    std::unordered_map<std::uint64_t, TimePoint> newest; // by the hash of the thread's id
+    while (const auto text = lines.next()) {
+        NameLine line;
+        fields.restart();
+        const bool isNamed = text->size() <= longestLine
+            && json.eachTopField(*text,
+                [&](std::string_view key, JsonFields::Value value) {
+                    return take(line, fields, key, value);
+                })
+            && !line.id.empty();
+        const std::uint64_t thread = hashOf(line.id);
+        if (!isNamed || (newest.size() >= mostThreads && !newest.contains(thread))) {
             continue;
         }
-        const auto time = parseMoment(textOf(entry, "updated_at")).value_or(TimePoint::min());
-        ThreadName &held = newest[id];
-        if (time >= held.time) {
-            held = {id, tidyName(textOf(entry, "thread_name")), time};
+        const TimePoint time = parseMoment(line.time).value_or(TimePoint::min());
+        TimePoint &held = newest.try_emplace(thread, time).first->second;
+        if (time >= held) {
+            held = time;
+            told({std::string(line.id), std::move(line.name)});
         }
     }
-    std::vector<ThreadName> names;
-    names.reserve(newest.size());
-    for (auto &[id, name] : newest) {
-        names.push_back(std::move(name));
-    }
-    return names;
+    return !lines.failed();
 }
 
 } // namespace indexer

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "indexer/Moment.h"
-
 #include <filesystem>
-#include <optional>
+#include <functional>
 #include <string>
-#include <vector>
 
 namespace indexer {
 
@@ -13,12 +10,11 @@ namespace indexer {
 struct ThreadName {
     std::string thread; // its id
     std::string name;
-    TimePoint time = TimePoint::min();
 };
 
-/// Reads session_index.jsonl in Codex's folder: the newest name of each thread. Nothing when it
-/// cannot be read.
-[[nodiscard]] std::optional<std::vector<ThreadName>> readThreadNames(
-    const std::filesystem::path &file);
+/// Reads session_index.jsonl in Codex's folder, line by line, and tells each name that is newer
+/// than those told before of its thread. False when the file cannot be read to its end.
+[[nodiscard]] bool readThreadNames(
+    const std::filesystem::path &file, const std::function<void(const ThreadName &)> &told);
 
 } // namespace indexer

@@ -37,6 +37,18 @@ const std::set<std::string> history {"history.sqlite", "history.sqlite-shm", "hi
 const std::set<std::string> alone {
     "history.sqlite", "history.sqlite-shm", "history.sqlite-wal", "stats.json"};
 
+#if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__ // they need far more for themselves
+constexpr const char *limit = "";
+constexpr const char *storeLimit = "";
+constexpr int many = 20'000;
+#else
+// Kibibytes of address space: 64 MiB, and what the shared libraries take of it.
+constexpr const char *limit = "ulimit -v 98304;";
+// And what is stored of the file at hand, as it is and as it will be.
+constexpr const char *storeLimit = "ulimit -v 163840;";
+constexpr int many = 400'000;
+#endif
+
 /// The built program, started by a shell as a user would.
 class Program : public testing::Test {
 protected:
@@ -259,17 +271,54 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
     const std::string overlong = R"({"type":"user","x":")" + std::string(50'000'000, 'x') + "\"}";
     scratch.transcript("p/a.jsonl", {overlong, dense + "1]}", Answer {}.line()});
     scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n\u202e":5}})");
-#if defined __SANITIZE_ADDRESS__ || defined __SANITIZE_THREAD__ // they need far more for themselves
-    const char *limit = "";
-#else
-    // Kibibytes of address space: 64 MiB, and what the shared libraries take of it.
-    const char *limit = "ulimit -v 98304;";
-#endif
     EXPECT_EQ(run("--data data --claude claude", limit),
         "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: model "
         "\"a?[31m??\": must be an object with a list \"prices\"\n"
         "kestrelbay-indexer: skipped 1 line (1 longer than 8 MiB)\n[0]");
     EXPECT_EQ(firstDay(root / "data/stats.json").find(R"({"cost":6.0,)"), 0U);
+}
+
+TEST_F(Program, needsLittleMemoryForWhatNobodyWrites)
+{
+    const std::string brackets(30'000'000, '[');
+    std::vector<std::string> summaries;
+    for (int i = 0; i < 2 * many; ++i) {
+        summaries.push_back(
+            fmt::format(R"({{"type":"summary","summary":"title {}","leafUuid":"{}"}})", i, i));
+    }
+    summaries.push_back(Answer {.extra = "\"uuid\":\"7\","}.line());
+    scratch.transcript("p/a.jsonl", summaries);
+    scratch.write("codex/session_index.jsonl", brackets + "\n{\"id\":\"a\"}\n" + brackets);
+    const std::string folders = "--data data --claude claude --codex codex";
+    EXPECT_EQ(run(folders, limit), "[0]");
+    EXPECT_NE(content(root / "data/stats.json").find("\"title 7\""), std::string::npos);
+    for (const std::string &odd : {brackets, '"' + std::string(30'000'000, ' '),
+             R"({"totals":{},"x":)" + std::string(30'000'000, '1') + '}'}) {
+        scratch.write("data/stats.json", odd);
+        const std::string line = run("status --waybar --data data --claude claude", limit);
+        EXPECT_NE(line.find(R"("class":"none")"), std::string::npos) << line;
+    }
+}
+
+TEST_F(Program, needsLittleMemoryForOneLineMore)
+{
+    std::vector<std::string> lines;
+    for (int i = 0; i < many; ++i) {
+        lines.push_back(
+            fmt::format(R"({{"timestamp":"2026-11-20T09:00:00Z","type":"token_usage_record",)"
+                        R"("payload":{{"response_id":"{}","usage":{{"input_tokens":5}}}}}})",
+                i));
+    }
+    const std::string folders = "--data data --claude claude --codex codex";
+    fs::create_directories(root / "claude/projects");
+    scratch.rollout("a", lines);
+    EXPECT_EQ(run(folders), "[0]");
+    lines.push_back(lines.back());
+    lines.back().replace(lines.back().find("_id\":\"") + 6, 1, "x");
+    scratch.rollout("a", lines);
+    EXPECT_EQ(run(folders, storeLimit), "[0]");
+    const auto stats = nlohmann::json::parse(content(root / "data/stats.json"));
+    EXPECT_EQ(stats["days"][0]["tokens"]["input"], 5 * (many + 1)) << stats["totals"];
 }
 
 } // namespace

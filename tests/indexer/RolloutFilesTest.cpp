@@ -3,9 +3,11 @@
 #include "indexer/LimitsFile.h"
 #include "indexer/LineReader.h"
 #include "indexer/RolloutPacking.h"
+#include "indexer/RolloutReader.h"
 #include "indexer/Scratch.h"
 #include "indexer/TranscriptTree.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -86,6 +88,27 @@ const std::string weekly =
     R"("primary":{"used_percent":55.5,"window_minutes":10080,"resets_at":1795600000})";
 const std::string both =
     weekly + R"(,"secondary":{"used_percent":105,"window_minutes":300,"resets_in_seconds":60})";
+
+TEST(Rollouts, takeNoLongerForEachOfManyFolders)
+{
+    constexpr TextId many = 200'000;
+    const auto begin = std::chrono::steady_clock::now();
+    OwnTexts texts;
+    Rollout rollout;
+    RolloutReader reader(rollout);
+    for (TextId i = 1; i <= many; ++i) {
+        const std::string folder = "/home/u/" + std::to_string(i);
+        EXPECT_EQ(texts.add(folder), i);
+        EXPECT_EQ(texts.add(folder), i);
+        RolloutLine line;
+        line.kind = RolloutKind::TurnContext;
+        line.cwd = folder;
+        reader.add(line, testNow());
+    }
+    EXPECT_EQ(texts.text(many / 2), "/home/u/" + std::to_string(many / 2));
+    EXPECT_EQ(rollout.settings.size(), many);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
 
 TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
 {
