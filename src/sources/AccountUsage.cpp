@@ -2,7 +2,7 @@
 
 #include "core/parseObject.h"
 #include "core/Paths.h"
-#include "core/readJSON.h"
+#include "core/readText.h"
 #include "core/whenDone.h"
 #include "sources/HttpGet.h"
 #include <algorithm>
@@ -52,7 +52,7 @@ AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
 
 Token tokenOfFile(TimePoint now)
 {
-    const auto bytes = readJSON(Paths::credentials(), mostCredentials);
+    const auto bytes = readText(Paths::credentials(), mostCredentials);
     return bytes ? AccountUsage::token(*bytes, now) : std::nullopt;
 }
 
