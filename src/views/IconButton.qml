@@ -29,6 +29,8 @@ Item {
     Accessible.checkable: root.toggles
     Accessible.checked: root.toggles && root.lit
     Accessible.focusable: true
+    // What is hidden would be read out none the less.
+    Accessible.ignored: !root.visible
     Accessible.name: root.label
     Accessible.role: Accessible.Button
     Accessible.onPressAction: root.clicked()

@@ -4,6 +4,7 @@
 #include "views/theme/Motion.h"
 #include "views/VisibleTexts.h"
 #include <gtest/gtest.h>
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QtTest/QTest>
 
@@ -156,6 +157,31 @@ TEST_F(Panel, worksByKeyboardAlone)
         const QRectF row = current->mapRectToItem(&sessions(), current->boundingRect());
         return sessions().boundingRect().adjusted(-6, 0, 6, 0).contains(row);
     })) << "it is scrolled into sight";
+}
+
+/// All that a screen reader would read out, one after another.
+QString spoken(const QAccessibleInterface &from)
+{
+    QString names = from.text(QAccessible::Name) % u'\n';
+    for (int i = 0; i < from.childCount(); ++i) {
+        names += spoken(*from.child(i));
+    }
+    return names;
+}
+
+TEST_F(Panel, speaksOfAnUpdateOnlyWhileThereIsOne)
+{
+    load(3);
+    const auto isSpokenOf = [this] {
+        return spoken(*QAccessible::queryAccessibleInterface(&m_stage.window()))
+            .contains(m_stage.dashboard().texts().update);
+    };
+    EXPECT_FALSE(isSpokenOf());
+    for (const bool isOffered : {true, false}) {
+        m_model.setUpdate(isOffered ? std::optional(u"9.9.9"_qs) : std::nullopt);
+        EXPECT_TRUE(m_stage.settle());
+        EXPECT_EQ(isSpokenOf(), isOffered);
+    }
 }
 
 TEST_F(Panel, asksToBeMovedOnceAPress)
