@@ -16,7 +16,6 @@ struct LimitWindow {
     double minutes = 0;
     std::optional<TimePoint> resetsAt;
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): the 0 with which an ordering is compared is no pointer
     [[nodiscard]] auto operator<=>(const LimitWindow &) const = default;
 };
 
