@@ -12,11 +12,15 @@ namespace {
 constexpr std::string_view timeFact = "limits time";
 constexpr std::string_view jsonFact = "limits";
 
-/// The rollout as it is stored. Its memory is given up: its family will need as much.
-KeptRollout kept(std::int64_t file, Rollout &rollout)
+/// The rollout as it is stored, without any bytes for one that is to be forgotten. Its memory is
+/// given up: its family will need as much.
+KeptRollout kept(std::int64_t file, Rollout *rollout)
 {
-    KeptRollout kept {file, packed(rollout), kinOf(rollout)};
-    rollout = {};
+    if (rollout == nullptr) {
+        return {.file = file, .bytes = {}, .threads = {}};
+    }
+    KeptRollout kept {file, packed(*rollout), kinOf(*rollout)};
+    *rollout = {};
     return kept;
 }
 
@@ -42,14 +46,18 @@ FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &n
 void FamilyStore::put(const Rollouts &rollouts)
 {
     for (const auto &[file, rollout] : rollouts) {
-        m_rollouts.put(kept(file, *rollout));
+        put(std::vector {kept(file, rollout)});
     }
 }
 
 void FamilyStore::put(const std::vector<KeptRollout> &rollouts)
 {
     for (const KeptRollout &rollout : rollouts) {
-        m_rollouts.put(rollout);
+        if (rollout.bytes.empty()) {
+            m_rollouts.remove(rollout.file);
+        } else {
+            m_rollouts.put(rollout);
+        }
     }
 }
 
@@ -63,7 +71,7 @@ void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
     std::vector<KeptRollout> later;
     for (const auto &[file, rollout] : rollouts) {
         files.insert(file);
-        later.push_back(kept(file, *rollout));
+        later.push_back(kept(file, rollout));
         std::ranges::copy(later.back().threads, std::back_inserter(threads));
     }
     // All that was a family, and all that becomes one by the threads that are new.

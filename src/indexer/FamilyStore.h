@@ -18,6 +18,7 @@ namespace indexer {
 /// itself shows only beside all that it may have copied.
 class FamilyStore final {
 public:
+    /// By file; null for one that is to be forgotten.
     using Rollouts = std::vector<std::pair<std::int64_t, Rollout *>>;
 
     FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);

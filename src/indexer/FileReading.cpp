@@ -99,12 +99,17 @@ bool FileReading::readRollout(const FileTask &task, FilePiece piece)
     }
     RolloutReader reader(*rollout);
     RolloutLine line;
+    m_lines = 0;
     const bool isAtEnd = eachLine(line, piece.skips, [&] {
         if (line.hasImpossibleNumbers) {
             piece.skips.add(LineSkip::ImpossibleNumbers);
         } else if (line.timestamp.empty() && !line.hasUsage) {
             reader.add(line, std::nullopt);
         } else {
+            if (line.kind == RolloutKind::SessionMeta && !line.id.empty() && piece.isFresh
+                && m_lines == 1 && m_reader.overlong() == 0) {
+                rollout->isNamed = false; // a front that is whole goes before the file's name
+            }
             reader.add(line, timeOf(line.timestamp, m_now, piece.skips, piece.again));
         }
         return true;
@@ -146,6 +151,7 @@ template <typename Line, typename Add> bool FileReading::eachLine(Line &line, Sk
         if (!text) {
             break;
         }
+        ++m_lines;
         if (text->size() <= LongLineParsers::beyond) {
             take(m_parsers, *text);
         } else {

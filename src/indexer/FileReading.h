@@ -32,6 +32,7 @@ private:
     LongLineParsers &m_longLines;
     Take m_take;
     LineReader m_reader;
+    std::size_t m_lines = 0; // of the file, so far
     LineParsers m_parsers {LongLineParsers::beyond};
 };
 

@@ -106,6 +106,19 @@ void FileTable::setGone(std::int64_t id, bool isGone)
     update.bind(static_cast<int>(isGone), id).run();
 }
 
+/// What was left out of it is for the new version to tell.
+void FileTable::setAside(std::int64_t id)
+{
+    Statement update(m_database, "UPDATE file SET gone = 1, skips = x'' WHERE id = ?");
+    update.bind(id).run();
+}
+
+void FileTable::remove(std::int64_t id)
+{
+    Statement removal(m_database, "DELETE FROM file WHERE id = ?");
+    removal.bind(id).run();
+}
+
 void FileTable::setIdentity(std::int64_t id, const FileIdentity &identity)
 {
     Statement update(m_database,

@@ -8,7 +8,7 @@
 namespace indexer {
 
 /// To be raised when lines are read by other rules: then all files are read again.
-constexpr std::int64_t readingRules = 2;
+constexpr std::int64_t readingRules = 3;
 
 /// A file that the history knows.
 struct KnownFile {
@@ -35,6 +35,9 @@ public:
     void mark(const FilePiece &piece);
     void move(std::int64_t id, const std::string &path);
     void setGone(std::int64_t id, bool isGone);
+    /// Makes room for another version of the file, which was not added to but changed.
+    void setAside(std::int64_t id);
+    void remove(std::int64_t id);
     /// Has a file be taken for unchanged as long as it looks like this.
     void setIdentity(std::int64_t id, const FileIdentity &identity);
 

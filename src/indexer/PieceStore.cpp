@@ -33,6 +33,7 @@ PieceStore::PieceStore(
     , m_answers(database, m_nameTable.names())
     , m_sessions(database, m_nameTable.names())
     , m_families(database, m_sessions, m_nameTable.names(), now)
+    , m_versions(database)
     , m_sumTable(database)
     , m_sums(prices, m_nameTable.names())
 {
@@ -65,6 +66,9 @@ void PieceStore::flush(SumUpkeep upkeep)
         m_files.mark(piece);
     }
     store(upkeep);
+    for (const std::int64_t file : m_superfluous) {
+        m_files.remove(file);
+    }
     m_nameTable.save();
     m_facts.set(writtenFact, "");
     transaction.commit();
@@ -73,6 +77,7 @@ void PieceStore::flush(SumUpkeep upkeep)
     m_rows.clear();
     m_outdated.clear();
     m_replaced.clear();
+    m_superfluous.clear();
     m_waiting = 0;
 }
 
@@ -82,6 +87,7 @@ void PieceStore::resolve(FilePiece &piece)
     const auto number = static_cast<std::size_t>(piece.file);
     const PlannedFile &planned = m_plan.files[number];
     std::int64_t &id = m_ids[number];
+    resolveVersions(piece, planned, id);
     if (id == 0) {
         id = m_files.add(planned.provider, planned.found.path);
     }
@@ -100,6 +106,25 @@ void PieceStore::forget()
     for (const std::int64_t file : m_replaced) {
         m_touchedSessions.merge(m_sessions.sessionsOf(file));
         m_hasNewSummaries = m_sessions.remove(file) || m_hasNewSummaries;
+    }
+}
+
+/// What a rollout told before it was cut or overwritten keeps its number; the new version gets one
+/// of its own.
+void PieceStore::resolveVersions(
+    const FilePiece &piece, const PlannedFile &planned, std::int64_t &id)
+{
+    const auto *rollout = std::get_if<Rollout>(&piece.told);
+    if (rollout == nullptr) {
+        return;
+    }
+    if (piece.isFresh && id != 0 && !planned.isSame && m_versions.mustStay(planned, *rollout)) {
+        m_files.setAside(id);
+        id = 0;
+    }
+    for (const std::int64_t file : m_versions.toldBy(*rollout, planned)) {
+        m_rollouts.emplace_back(file, nullptr);
+        m_superfluous.push_back(file);
     }
 }
 

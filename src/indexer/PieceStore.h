@@ -6,6 +6,7 @@
 #include "indexer/FileTable.h"
 #include "indexer/NameTable.h"
 #include "indexer/ReadPlan.h"
+#include "indexer/RolloutVersions.h"
 #include "indexer/SessionTable.h"
 #include "indexer/SumTable.h"
 
@@ -34,6 +35,7 @@ public:
 
 private:
     void resolve(FilePiece &piece);
+    void resolveVersions(const FilePiece &piece, const PlannedFile &planned, std::int64_t &id);
     void collect(FilePiece &piece);
     void collect(std::int64_t file, TranscriptPiece &told);
     void forget();
@@ -50,6 +52,7 @@ private:
     AnswerTable m_answers;
     SessionTable m_sessions;
     FamilyStore m_families;
+    RolloutVersions m_versions;
     SumTable m_sumTable;
     Sums m_sums;
 
@@ -59,6 +62,7 @@ private:
     // While it is being stored.
     std::vector<AnswerTable::Row> m_rows;
     FamilyStore::Rollouts m_rollouts; // of the pieces
+    std::vector<std::int64_t> m_superfluous; // files
     std::vector<AnswerTable::Place> m_outdated;
     std::set<std::int64_t> m_replaced; // files
     std::set<TextId> m_touchedSessions;

@@ -33,6 +33,7 @@ private:
     void compare(const FoundFile &found, const KnownFile &known);
     void takeUnknownPath(const FoundFile &found, Provider provider);
     void addGone(const std::vector<FoundFiles> &found);
+    void addVersions();
 
     const std::vector<KnownFile> &m_known;
     TimePoint m_now;
@@ -75,6 +76,7 @@ ReadPlan Planning::plan(const std::vector<FoundFiles> &found)
         takeUnknownPath(*file, provider);
     }
     addGone(found);
+    addVersions();
     std::ranges::stable_sort(m_plan.files, std::greater {},
         [](const PlannedFile &file) { return file.found.identity.size; });
     return std::move(m_plan);
@@ -112,7 +114,12 @@ void Planning::compare(const FoundFile &found, const KnownFile &known)
     }
     // Whoever writes without adding has changed what was there.
     const bool isRewritten = found.identity.size == before.size;
-    m_plan.files.push_back({found, known.provider, &known, isDue || isRewritten});
+    const bool isSame = found.identity == before || (!isRewritten && continues(found, known));
+    m_plan.files.push_back({.found = found,
+        .provider = known.provider,
+        .known = &known,
+        .isFromStart = isDue || isRewritten,
+        .isSame = isDue && isSame});
 }
 
 /// A file may have been moved; but numbers of files are used again, so that only its content tells.
@@ -129,7 +136,7 @@ void Planning::takeUnknownPath(const FoundFile &found, Provider provider)
             }
         }
     }
-    m_plan.files.push_back({found, provider, nullptr, true});
+    m_plan.files.push_back({.found = found, .provider = provider, .isFromStart = true});
 }
 
 /// Only of folders that were looked at is it known what is no longer in them.
@@ -148,6 +155,22 @@ void Planning::addGone(const std::vector<FoundFiles> &found)
         if (wasLookedFor) {
             m_plan.gone.push_back(&file);
         }
+    }
+}
+
+/// Of Codex's files, which are kept whole.
+void Planning::addVersions()
+{
+    std::unordered_multimap<std::string_view, const KnownFile *> gone;
+    for (const KnownFile &file : m_known) {
+        if (file.isGone && file.provider == Provider::Codex && !m_met.contains(&file)) {
+            gone.emplace(file.path, &file);
+        }
+    }
+    for (PlannedFile &file : m_plan.files) {
+        const auto [begin, end] = gone.equal_range(file.found.path);
+        std::transform(begin, end, std::back_inserter(file.gone),
+            [](const auto &each) { return each.second; });
     }
 }
 

@@ -13,6 +13,9 @@ struct PlannedFile {
     Provider provider = Provider::Claude;
     const KnownFile *known = nullptr; // none for a new one
     bool isFromStart = false;         // whatever was read of it before
+    bool isSame = false;              // this being read again by what it is known to hold still
+    /// Others that once were at its path.
+    std::vector<const KnownFile *> gone;
 };
 
 /// What is to be done to bring a history up to date with the files that there are.

@@ -20,6 +20,13 @@ bool isThreadId(std::string_view text)
 
 } // namespace
 
+bool Rollout::hasRecordOf(std::size_t number) const
+{
+    const bool isBehindRecord = (copies.thread != 0 && number >= copies.bare)
+        || (countersBeforeOwn && number >= *countersBeforeOwn);
+    return isBehindRecord && !counters[number].isBeyond;
+}
+
 Rollout startRollout(std::string_view stem)
 {
     const std::string_view id = stem.size() > idLength ? stem.substr(stem.size() - idLength) : stem;

@@ -38,7 +38,7 @@ struct RolloutCounter {
     TimePoint time {};
     std::uint32_t settings = 0;
     bool isSum = false;    // it did not grow by the last response alone
-    bool isBeyond = false; // it grew by something that has no record
+    bool isBeyond = false; // behind a record, it grew by something that has none
 };
 
 /// What one response used, put together from all lines that tell of it.
@@ -48,6 +48,13 @@ struct RolloutRecord {
     RolloutUsage usage;
     TimePoint time {}; // the earliest
     std::uint32_t settings = 0;
+};
+
+/// What a file is known to have copied from other threads, because records tell of these.
+struct RolloutCopies {
+    TextId thread = 0;        // of the first of these records, 0 when there is none
+    std::size_t bare = 0;     // counters before that record, which are the same thread's
+    std::size_t counters = 0; // and up to the one that includes the last of them
 };
 
 /// The settings of a turn that was under way lately.
@@ -86,8 +93,7 @@ struct Rollout {
     std::vector<RolloutCounter> counters; // each other than the one before it
     /// How many counters there were before the first of the thread's own records.
     std::optional<std::size_t> countersBeforeOwn;
-    /// And before the last record of another thread: all these are copies.
-    std::size_t countersBeforeOthers = 0;
+    RolloutCopies copies;
     RolloutUsage covered; // the total up to which records tell of it
 
     RolloutName name;
@@ -101,6 +107,9 @@ struct Rollout {
     RolloutSettings current;
     std::uint64_t turn = 0;
     std::vector<RolloutTurn> turns; // the latest ones
+
+    /// Whether a record tells of what the counter of that number grew by.
+    [[nodiscard]] bool hasRecordOf(std::size_t number) const;
 };
 
 /// `stem` is the file's name without its endings, whose last part is the thread's id.

@@ -1,29 +1,12 @@
 #include "indexer/RolloutBook.h"
 
 #include "indexer/ResponseBook.h"
-#include "indexer/RolloutPacking.h"
 #include "indexer/ThreadTitles.h"
 
 #include <algorithm>
 #include <map>
-#include <tuple>
 
 namespace indexer {
-
-namespace {
-
-/// A thread has several files when it was moved, copied or compressed; the counters are those of
-/// the file that tells the most.
-bool tellsMore(const Rollout &a, const Rollout &b)
-{
-    const auto rank = [](const Rollout &rollout) {
-        return std::make_tuple(
-            rollout.counters.size(), rollout.countersBeforeOwn.has_value(), rollout.end);
-    };
-    return rank(a) != rank(b) ? rank(a) > rank(b) : packed(a) > packed(b);
-}
-
-} // namespace
 
 void RolloutBook::add(Rollout rollout)
 {
@@ -34,12 +17,6 @@ void RolloutBook::add(Rollout rollout)
             m_lineage.addThread(thread, *meta.created);
         }
         m_lineage.addParent(thread, file.texts[meta.parent], meta.isSubagent, meta.isCopy);
-    }
-    for (const RolloutRecord &record : file.rollout.records) {
-        if (record.thread == 0) {
-            TimePoint &begin = m_ownRecords.emplace(file.thread, record.time).first->second;
-            begin = std::min(begin, record.time);
-        }
     }
     m_files.push_back(std::move(file));
     m_parts.clear();
@@ -67,69 +44,39 @@ void RolloutBook::visitRecords(const Visit &visit) const
     });
 }
 
-/// The file of each thread that tells the most. The others are older states of it.
-std::set<std::size_t> RolloutBook::bestFiles() const
-{
-    std::unordered_map<TextId, std::size_t> best;
-    for (std::size_t i = 0; i < m_files.size(); ++i) {
-        const auto [held, isNew] = best.emplace(m_files[i].thread, i);
-        if (!isNew && tellsMore(m_files[i].rollout, m_files[held->second].rollout)) {
-            held->second = i;
-        }
-    }
-    std::set<std::size_t> numbers;
-    for (const auto &[thread, i] : best) {
-        numbers.insert(i);
-    }
-    return numbers;
-}
-
 void RolloutBook::visitCounters(const Visit &visit) const
 {
-    for (const std::size_t i : bestFiles()) {
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
         visitCounters(m_files[i], parts()[i], visit);
     }
 }
 
-/// Counts by the growth beyond the highest total so far. What grew without a record where there are
-/// records is not known, since a total may hold several responses: only that something is missing.
-void RolloutBook::visitCounters(const RolloutFile &file, OwnPart part, const Visit &visit) const
+/// Counts by the growth beyond the highest total so far. Where responses have records, only the
+/// counters that came before these; what grew without a record among them is not known, since a
+/// total may hold several responses: only that something is missing.
+void RolloutBook::visitCounters(
+    const RolloutFile &file, const OwnPart &part, const Visit &visit) const
 {
-    const std::size_t end = countersToCount(file, part);
+    const Rollout &rollout = file.rollout;
+    const std::size_t end = rollout.countersBeforeOwn.value_or(rollout.counters.size());
+    auto copy = part.copies.begin();
     RolloutUsage highest;
-    for (std::size_t i = 0; i < file.rollout.counters.size(); ++i) {
-        const RolloutCounter &counter = file.rollout.counters[i];
-        const RolloutUsage growth = i < end ? counter.total.beyond(highest) : RolloutUsage {};
+    for (std::size_t i = 0; i < rollout.counters.size(); ++i) {
+        const RolloutCounter &counter = rollout.counters[i];
+        const bool isCopy = copy != part.copies.end() && *copy == i;
+        const bool isMissing = counter.isBeyond && (isCopy || i >= end);
+        const bool counts = !isMissing && (isCopy || i < end) && !rollout.hasRecordOf(i);
+        const RolloutUsage growth = counts ? counter.total.beyond(highest) : RolloutUsage {};
         highest.raiseTo(counter.total);
-        const bool isPartial = i >= end && counter.isBeyond;
-        if (i < part.begin || (growth.disjoint() == Usage {} && !isPartial)) {
-            continue;
+        copy += isCopy ? 1 : 0;
+        if ((isCopy || i >= part.untold) && (growth.disjoint() != Usage {} || isMissing)) {
+            UsageRecord record = usageRecord(isCopy ? part.ancestor : file.thread, growth,
+                file.settings(counter.settings), counter.time);
+            record.isSum = counter.isSum;
+            record.isPartial = isMissing;
+            visit(record);
         }
-        UsageRecord record =
-            usageRecord(file.thread, growth, file.settings(counter.settings), counter.time);
-        record.isSum = counter.isSum;
-        record.isPartial = isPartial;
-        visit(record);
     }
-}
-
-/// Where responses have records of their own, only the counters that came before these, and that
-/// only where copies can be told.
-std::size_t RolloutBook::countersToCount(const RolloutFile &file, OwnPart part) const
-{
-    const std::vector<RolloutCounter> &counters = file.rollout.counters;
-    const auto records = m_ownRecords.find(file.thread);
-    if (records == m_ownRecords.end()) {
-        return counters.size();
-    }
-    if (!part.isKnown) {
-        return 0;
-    }
-    // Another file may have them.
-    const auto first = std::find_if(counters.begin(), counters.end(),
-        [&](const RolloutCounter &counter) { return counter.time >= records->second; });
-    return file.rollout.countersBeforeOwn.value_or(
-        static_cast<std::size_t>(first - counters.begin()));
 }
 
 UsageRecord RolloutBook::usageRecord(
@@ -161,7 +108,7 @@ std::optional<LimitReading> RolloutBook::limits(TimePoint now) const
     return newest;
 }
 
-bool RolloutBook::isOwn(const RolloutLimitReading &limits, TextId thread, OwnPart part) const
+bool RolloutBook::isOwn(const RolloutLimitReading &limits, TextId thread, const OwnPart &part) const
 {
     return !m_lineage.hasParent(thread) || limits.isBehindOwn
         || (part.isKnown && limits.counters > part.begin);
@@ -171,11 +118,11 @@ std::vector<RolloutSession> RolloutBook::sessions() const
 {
     std::map<TextId, RolloutSession> sessions;
     ThreadTitles titles(m_lineage);
-    for (const std::size_t i : bestFiles()) {
-        titles.addPrompts(m_files[i], parts()[i]);
-    }
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         const TextId thread = m_files[i].thread;
+        if (parts()[i].tellsMost) {
+            titles.addPrompts(m_files[i], parts()[i]);
+        }
         titles.addName(m_files[i]);
         if (m_lineage.sessionOf(thread) == thread) {
             TimePoint &end = sessions[thread].end;

@@ -6,9 +6,7 @@
 
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace indexer {
@@ -42,12 +40,11 @@ public:
 
 private:
     [[nodiscard]] const std::vector<OwnPart> &parts() const;
-    [[nodiscard]] std::set<std::size_t> bestFiles() const;
     void visitRecords(const Visit &visit) const;
     void visitCounters(const Visit &visit) const;
-    void visitCounters(const RolloutFile &file, OwnPart part, const Visit &visit) const;
-    [[nodiscard]] std::size_t countersToCount(const RolloutFile &file, OwnPart part) const;
-    [[nodiscard]] bool isOwn(const RolloutLimitReading &limits, TextId thread, OwnPart part) const;
+    void visitCounters(const RolloutFile &file, const OwnPart &part, const Visit &visit) const;
+    [[nodiscard]] bool isOwn(
+        const RolloutLimitReading &limits, TextId thread, const OwnPart &part) const;
     [[nodiscard]] UsageRecord usageRecord(TextId thread, const RolloutUsage &usage,
         const RolloutSettings &settings, TimePoint time) const;
 
@@ -56,8 +53,6 @@ private:
     Lineage m_lineage {*m_names};
     std::vector<RolloutFile> m_files;
     mutable std::vector<OwnPart> m_parts; // of each file, once asked for
-    /// When each thread's own records begin, of those that have some.
-    std::unordered_map<TextId, TimePoint> m_ownRecords;
 };
 
 } // namespace indexer

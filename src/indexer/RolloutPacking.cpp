@@ -3,14 +3,16 @@
 #include "indexer/HashOf.h"
 #include "indexer/Packed.h"
 
-#include <type_traits>
+#include <algorithm>
 
 namespace indexer {
 
 namespace {
 
 /// Rises with every change of what is packed, or of what the reader makes of a line.
-constexpr std::uint64_t form = 1;
+constexpr std::uint64_t form = 2;
+/// Did not tell whose the copies are.
+constexpr std::uint64_t formBefore = 1;
 
 /// Puts values into bytes.
 class Packing final {
@@ -195,7 +197,16 @@ void exchangeLimits(auto &io, auto &limits)
     io.number(limits.isBehindOwn);
 }
 
-void exchange(auto &io, auto &rollout)
+void exchangeCopies(auto &io, auto &copies, std::uint64_t version)
+{
+    io.number(copies.counters);
+    if (version > formBefore) {
+        io.number(copies.thread);
+        io.number(copies.bare);
+    }
+}
+
+void exchange(auto &io, auto &rollout, std::uint64_t version = form)
 {
     io.texts(rollout.texts);
     io.list(rollout.settings, [&io](auto &settings) { exchangeSettings(io, settings); });
@@ -205,7 +216,7 @@ void exchange(auto &io, auto &rollout)
     exchangeRecords(io, rollout.records);
     exchangeCounters(io, rollout.counters);
     io.maybe(rollout.countersBeforeOwn, [&io](auto &count) { io.number(count); });
-    io.number(rollout.countersBeforeOthers);
+    exchangeCopies(io, rollout.copies, version);
     exchangeUsage(io, rollout.covered, {});
     io.text(rollout.name.text);
     io.moment(rollout.name.time, TimePoint {});
@@ -220,6 +231,17 @@ void exchange(auto &io, auto &rollout)
         io.number(turn.id);
         io.number(turn.settings);
     });
+}
+
+/// The total that includes another thread's last record was not among the copies.
+void completeCopies(Rollout &rollout)
+{
+    const auto other = std::ranges::find_if(
+        rollout.records, [](const RolloutRecord &record) { return record.thread != 0; });
+    if (other != rollout.records.end()) {
+        rollout.copies.thread = other->thread;
+        rollout.copies.counters = std::min(rollout.counters.size(), rollout.copies.counters + 1);
+    }
 }
 
 } // namespace
@@ -238,7 +260,8 @@ std::string packed(const Rollout &rollout)
 std::optional<Rollout> unpackedRollout(std::string_view bytes)
 {
     PackedReader reader(bytes);
-    if (reader.number() != form) {
+    const std::uint64_t version = reader.number();
+    if (version != form && version != formBefore) {
         return std::nullopt;
     }
     const std::uint64_t hash = reader.number();
@@ -248,8 +271,14 @@ std::optional<Rollout> unpackedRollout(std::string_view bytes)
     }
     Rollout rollout;
     Unpacking io(body);
-    exchange(io, rollout);
-    return io.isWhole() ? std::optional(std::move(rollout)) : std::nullopt;
+    exchange(io, rollout, version);
+    if (!io.isWhole()) {
+        return std::nullopt;
+    }
+    if (version == formBefore) {
+        completeCopies(rollout);
+    }
+    return rollout;
 }
 
 } // namespace indexer

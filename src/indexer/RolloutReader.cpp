@@ -30,26 +30,17 @@ std::uint64_t keyOf(const RolloutRecord &record)
     return record.response + record.thread * spread;
 }
 
-/// The parts that cost something.
-bool isAsMuch(const RolloutUsage &a, const RolloutUsage &b)
-{
-    return a.disjoint() == b.disjoint();
-}
-
 } // namespace
 
 RolloutReader::RolloutReader(Rollout &rollout)
     : m_rollout(rollout)
+    , m_totals(rollout)
 {
     for (const RolloutRecord &record : rollout.records) {
         m_records.emplace(keyOf(record), static_cast<std::uint32_t>(m_records.size()));
     }
     for (const RolloutSettings &settings : rollout.settings) {
         m_settings.emplace(settings, static_cast<std::uint32_t>(m_settings.size()));
-    }
-    for (const RolloutCounter &counter : rollout.counters) {
-        m_growth = counter.total.beyond(m_highest);
-        m_highest.raiseTo(counter.total);
     }
 }
 
@@ -218,19 +209,18 @@ void RolloutReader::addRecord(const RolloutLine &line, TimePoint time)
     const bool isOwn = thread == 0 || thread == m_rollout.thread;
     RolloutUsage usage = line.usage;
     usage.reasoning = usage.total = 0; // what is no total need not be told from others
+    const bool isFirst = m_rollout.records.empty();
     RolloutRecord &record = recordOf({.thread = isOwn ? 0 : thread,
         .response = hashOf(line.response),
         .usage = {},
         .time = time,
         .settings = settingsOf(line.turn)});
-    if (isOwn) {
-        addToCovered(usage.beyond(record.usage));
-    } else {
-        m_rollout.countersBeforeOthers = m_rollout.counters.size();
+    m_totals.addRecord(usage.beyond(record.usage), record.thread, isFirst);
+    record.usage.raiseTo(usage);
+    if (!isOwn) {
         m_rollout.laterPrompts.clear();
         m_rollout.hasCopiedPrompts = true;
     }
-    record.usage.raiseTo(usage);
 }
 
 /// The record already there of the same response, or the new one. The earliest line tells the
@@ -254,44 +244,15 @@ RolloutRecord &RolloutReader::recordOf(const RolloutRecord &record)
     return held;
 }
 
-/// A total may stand in front of the record that it includes.
-void RolloutReader::addToCovered(const RolloutUsage &usage)
-{
-    std::vector<RolloutCounter> &counters = m_rollout.counters;
-    const bool isInLast = !counters.empty() && isAsMuch(usage, m_growth);
-    if (!m_rollout.countersBeforeOwn) {
-        m_rollout.countersBeforeOwn = counters.size() - (isInLast ? 1 : 0);
-        m_rollout.covered = m_highest;
-        if (!isInLast) {
-            m_rollout.covered += usage;
-        }
-    } else if (isInLast && counters.back().isBeyond) {
-        counters.back().isBeyond = false;
-    } else {
-        m_rollout.covered += usage;
-    }
-}
-
 void RolloutReader::addCounter(const RolloutLine &line, TimePoint time)
 {
-    std::vector<RolloutCounter> &counters = m_rollout.counters;
+    const std::vector<RolloutCounter> &counters = m_rollout.counters;
     const bool isRepeated = !counters.empty() && counters.back().total == line.usage;
-    if (!line.hasUsage || line.usage.input == 0 || isRepeated) {
-        return;
+    if (line.hasUsage && line.usage.input != 0 && !isRepeated) {
+        m_totals.addCounter(
+            {.total = line.usage, .time = time, .settings = numberOf(m_rollout.current)},
+            line.last);
     }
-    m_growth = line.usage.beyond(m_highest);
-    m_highest.raiseTo(line.usage);
-    RolloutUsage &covered = m_rollout.covered;
-    const bool isBeyond = m_rollout.countersBeforeOwn
-        && (m_highest.input > covered.input || m_highest.output > covered.output);
-    if (isBeyond) {
-        covered.raiseTo(m_highest);
-    }
-    counters.push_back({.total = line.usage,
-        .time = time,
-        .settings = numberOf(m_rollout.current),
-        .isSum = !isAsMuch(m_growth, line.last),
-        .isBeyond = isBeyond});
 }
 
 /// Copied history tells of others' names, at times that are not theirs.

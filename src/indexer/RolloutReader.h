@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/Rollout.h"
+#include "indexer/RolloutTotals.h"
 
 #include <map>
 #include <unordered_map>
@@ -25,7 +25,6 @@ private:
     void rememberTurn();
     void addTimed(const RolloutLine &line, TimePoint time);
     void addRecord(const RolloutLine &line, TimePoint time);
-    void addToCovered(const RolloutUsage &usage);
     void addCounter(const RolloutLine &line, TimePoint time);
     void addName(const RolloutLine &line, TimePoint time);
     void addPrompt(const RolloutLine &line, TimePoint time);
@@ -35,11 +34,9 @@ private:
     [[nodiscard]] std::uint32_t numberOf(const RolloutSettings &settings);
 
     Rollout &m_rollout;
-    // What follows from the rollout.
     std::unordered_map<std::uint64_t, std::uint32_t> m_records; // by response and thread
     std::map<RolloutSettings, std::uint32_t> m_settings;        // their numbers
-    RolloutUsage m_highest;                                     // total so far
-    RolloutUsage m_growth;                                      // of the last counter
+    RolloutTotals m_totals;
 };
 
 } // namespace indexer

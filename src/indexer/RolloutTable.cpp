@@ -116,4 +116,13 @@ void RolloutTable::put(std::int64_t file, const Rollout &rollout)
     put({file, packed(rollout), kinOf(rollout)});
 }
 
+void RolloutTable::remove(std::int64_t file)
+{
+    for (const char *sql :
+        {"DELETE FROM rollout WHERE file = ?", "DELETE FROM kin WHERE file = ?"}) {
+        Statement removal(m_database, sql);
+        removal.bind(file).run();
+    }
+}
+
 } // namespace indexer

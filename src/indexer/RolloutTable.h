@@ -35,6 +35,7 @@ public:
 
     void put(const KeptRollout &rollout);
     void put(std::int64_t file, const Rollout &rollout);
+    void remove(std::int64_t file);
 
 private:
     Database &m_database;

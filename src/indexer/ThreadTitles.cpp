@@ -31,7 +31,7 @@ void ThreadTitles::addName(const RolloutFile &file)
     newest = std::max(newest, name);
 }
 
-void ThreadTitles::addPrompts(const RolloutFile &file, OwnPart part)
+void ThreadTitles::addPrompts(const RolloutFile &file, const OwnPart &part)
 {
     const Rollout &rollout = file.rollout;
     const bool hasParent = m_lineage.hasParent(file.thread);

@@ -20,7 +20,7 @@ public:
 
     void addName(const RolloutFile &file);
     /// To be called for one file of each thread: an older state of it knows less of what is a copy.
-    void addPrompts(const RolloutFile &file, OwnPart part);
+    void addPrompts(const RolloutFile &file, const OwnPart &part);
 
 private:
     using Name = std::pair<TimePoint, std::string>;

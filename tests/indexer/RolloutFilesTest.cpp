@@ -198,4 +198,57 @@ TEST(Rollouts, areReadCompressedAndOnceForEachThread)
     EXPECT_EQ(failed, 2U);
 }
 
+TEST(Rollouts, stayCountedWhenTheirFilesAreChanged)
+{
+    const Scratch scratch;
+    const std::filesystem::path data = scratch.root() / "data";
+    std::filesystem::create_directory(data);
+    const auto used = [](int minute, int input) { return total(minute, {input}) + '\n'; };
+    const std::string front = meta("a") + '\n' + turn("t1", "m") + '\n' + used(2, 100);
+    const std::string former = front + used(3, 300) + used(4, 600);
+    const std::string older = front + used(3, 300) + used(9, 350);
+    const std::filesystem::path plain = scratch.rollout("a", {});
+    const std::filesystem::path archive = scratch.codex() / "archived_sessions";
+    const auto writing = [&](const std::string &text) {
+        return [&plain, &scratch = scratch, text] { scratch.write(plain, text); };
+    };
+    const auto other = writing(meta("a") + '\n' + used(8, 70));
+    const std::tuple<const char *, std::function<void()>, int> steps[] = {
+        {"new", writing(former), 600}, {"cut", writing(front), 600},
+        {"grown beyond, by other responses", writing(front + used(5, 900)), 1400},
+        {"cut again", writing(front), 1400},
+        {"as it was first, and longer", writing(former + used(6, 700)), 1500},
+        {"emptied", writing({}), 1500}, {"overwritten", other, 1570},
+        {"another thread's moved over it",
+            [&] {
+                std::filesystem::rename(scratch.rollout("b", {meta("b"), total(7, {50})}), plain);
+            },
+            1620},
+        {"compressed when it was another",
+            [&] {
+                const std::string command = fmt::format("zstd -q --rm '{}'", plain.native());
+                scratch.write(plain, older);
+                EXPECT_EQ(std::system(command.c_str()), 0);
+            },
+            1670},
+        {"and a later state of that in the archive",
+            [&] { scratch.write(archive / "rollout-old-a.jsonl", older + used(10, 365)); }, 1685},
+        {"there and back", writing(former), 1685}, {"and there", other, 1685},
+        {"and back", writing(former + used(6, 700)), 1685},
+        {"read by other rules",
+            [&] { Database(data / History::fileName).run("UPDATE file SET rules = 0"); }, 1685},
+        {"all gone", [&] { std::filesystem::remove_all(scratch.codex() / "sessions"); }, 1685}};
+    for (const auto &[name, step, expected] : steps) {
+        step();
+        History history(data);
+        scratch.update(history);
+        const auto stats = nlohmann::json::parse(statsText(history));
+        EXPECT_EQ(stats["totals"]["month"]["tokens"]["input"], expected) << name;
+        EXPECT_EQ(history.problem().value_or("") + history.remark(), "") << name;
+    }
+    // What is told by another version is not kept twice.
+    Database database(data / History::fileName);
+    EXPECT_EQ(database.number("SELECT count(*) FROM rollout"), 6);
+}
+
 } // namespace

@@ -9,6 +9,7 @@ using File = RolloutLines;
 
 const std::string first = total(2, {100, 40, 10, 5});
 const std::string second = total(3, {300, 140, 10, 15});
+const std::string third = total(4, {500, 240, 10, 25});
 const std::string modelN = R"("model":"n","service_tier":null)";
 const std::string threadA = "01990000-0000-7000-8000-00000000000a";
 const std::string threadB = "01990000-0000-7000-8000-00000000000b";
@@ -83,20 +84,41 @@ TEST(Rollouts, countEveryTokenOnce)
                     total(8, {600, 140, 10, 31})}}},
             "02 a m 50/40/10/5, 04 a m 100/100/0/10, 06 a m 100/0/0/5, 07 a m 0/0/0/0+, "
             "08 a m 100/0/0/6"},
-        {"what stands before another's record is a copy",
+        {"what others' records tell of, and all in front of it, are copies, parent or no parent",
             {{"b",
-                {meta("b", forkOf("gone")), turn("t1", "m"), first,
-                    record(2, "gone", "r1", {100, 40, 10, 5}), second}}},
-            "02 gone m 50/40/10/5, 03 b m 100/100/0/10"},
-        {"a fork's own totals before its records count where copies can be told",
+                 {meta("b", forkOf("gone")), meta("gone"), turn("t1", "m"),
+                     record(2, "gone", "r1", {100, 40, 10, 5}), first,
+                     record(3, "gone", "r2", {200, 100, 0, 10}), second,
+                     record(4, "b", "r3", {200, 100, 0, 10}), third}},
+                {"empty",
+                    {meta("empty", forkOf("gone")), meta("gone"), turn("t1", "m"),
+                        record(5, "gone", "r1", {100, 40, 10, 5}), first}},
+                {"older",
+                    {meta("older", spawnedBy("gone")), turn("t1", "m"),
+                        record(2, "gone", "r1", {100, 40, 10, 5}), first,
+                        total(6, {150, 40, 10, 7}), record(7, "older", "r4", {1, 0, 0, 1})}}},
+            "02 gone m 50/40/10/5, 03 gone m 100/100/0/10, 04 b m 100/100/0/10, "
+            "06 gone m 50/0/0/2, 07 gone m 1/0/0/1"},
+        {"copied totals from before the first record count once, for the thread that is lost",
+            {{"b",
+                 {meta("b", forkOf("gone")), turn("t1", "m"), first,
+                     record(3, "gone", "r1", {200, 100, 0, 10}), second,
+                     record(4, "b", "r2", {1, 0, 0, 1}), total(4, {301, 140, 10, 16})}},
+                {"c",
+                    {meta("c", spawnedBy("gone"), 1), turn("t1", "m"), first, second,
+                        record(5, "c", "r3", {2, 0, 0, 2}), total(5, {302, 140, 10, 17})}},
+                {"d", {meta("d", forkOf("gone")), turn("t1", "m"), first}}},
+            "02 gone m 50/40/10/5, 03 gone m 100/100/0/10, 04 b m 1/0/0/1, 05 gone m 2/0/0/2"},
+        {"of a fork's totals before its records, those that are no copies are its own",
             {{"a", {meta("a"), turn("t1", "m"), first}},
                 {"b",
                     {meta("b", forkOf("a")), turn("t1", "m"), first, second,
-                        record(4, "b", "r1", {1, 0, 0, 1})}},
+                        record(4, "b", "r1", {200, 100, 0, 10}), third}},
                 {"c",
                     {meta("c", forkOf("gone")), turn("t1", "m"), second,
                         record(5, "c", "r2", {2, 0, 0, 2})}}},
-            "02 a m 50/40/10/5, 03 b m 100/100/0/10, 04 b m 1/0/0/1, 05 c m 2/0/0/2"},
+            "02 a m 50/40/10/5, 03 b m 100/100/0/10, 03 gone m 150/140/10/15, "
+            "04 b m 100/100/0/10, 05 c m 2/0/0/2"},
         {"files of one thread are put together",
             {{"a", {meta("a"), turn("t1", "m"), first, record(5, "a", "r1", {1, 0, 0, 1})}},
                 {"moved",
@@ -104,7 +126,16 @@ TEST(Rollouts, countEveryTokenOnce)
                 {"copy",
                     {meta("a"), turn("t1", "m"), record(6, "a", "r2", {2, 0, 0, 2}),
                         record(6, "a", "r1", {1, 0, 0, 2})}}},
-            "02 a m 50/40/10/5, 03 a m 100/100/0/10, 05 a m 1/0/0/2, 06 a m 2/0/0/2"},
+            "02 a m 50/40/10/5, 03 a m 100/100/0/10, 05 a m 1/0/0/2, 06 a m 2/0/0/2, "
+            "07 a m 600/0/0/0"},
+        {"where they part, they count like forks",
+            {{"a", {meta("a"), turn("t1", "m"), first, second, third}},
+                {"cut", {meta("a"), turn("t1", "m"), first, total(6, {110, 40, 10, 6})}},
+                {"beheaded", {meta("a"), turn("t1", "m"), second, total(7, {310, 140, 10, 16})}},
+                {"b",
+                    {meta("b", forkOf("a")), turn("t1", "m"), first, total(6, {110, 40, 10, 6})}}},
+            "02 a m 50/40/10/5, 03 a m 100/100/0/10, 04 a m 100/100/0/10, 06 a m 10/0/0/1, "
+            "07 a m 10/0/0/1"},
         {"a torn front leaves the file to the thread that its name tells",
             {{"a-" + threadA, {meta(threadA), turn("t1", "m"), first}},
                 {"b-" + threadB, {"{torn", meta(threadA), turn("t1", "m"), first, second}}},
