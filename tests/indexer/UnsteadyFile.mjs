@@ -9,6 +9,7 @@ import {
   readFileSync,
   renameSync,
   rmSync,
+  statSync,
   truncateSync,
   utimesSync,
   writeFileSync,
@@ -29,11 +30,11 @@ export class UnsteadyFile {
   #length = 0; // so many bytes of the content are there
   #isPacked = false;
   #isForged = false;
-  #wasForged = false;
+  #forgeries = [];
 
   /** `spare` is a folder on the same disk, outside the home. */
-  constructor({ root, path, content, spare, random }) {
-    Object.assign(this, { root, path, content, spare, random });
+  constructor({ root, path, content, spare, random, mayForge }) {
+    Object.assign(this, { root, path, content, spare, random, mayForge });
     this.place = path;
     this.isRollout = /^\.codex\/.*rollout-[^/]*\.jsonl$/.test(path);
   }
@@ -64,8 +65,33 @@ export class UnsteadyFile {
     this.#appendTo(this.content.length);
   }
 
-  remove() {
-    rmSync(this.#file, { force: true });
+  /** How often it held something that was never its content. */
+  get forgeries() {
+    return this.#forgeries.length;
+  }
+
+  /** Puts all that it ever held beside it, in files of their own. */
+  putForgeriesBeside() {
+    for (const [number, forgery] of this.#forgeries.entries()) {
+      const name = basename(this.path);
+      const place = this.isRollout ? `forgery-${number}/${name}` : `forgery-${number}-${name}`;
+      const path = join(this.root, dirname(this.path), place);
+      mkdirSync(dirname(path), { recursive: true });
+      writeFileSync(path, forgery);
+    }
+  }
+
+  /** Loses some of what it holds, or all; one of `others` may come to stand in its place. */
+  spoil(others) {
+    if (!this.#exists) return;
+    const other = this.random.pick(others.filter((each) => each.isRollout === this.isRollout));
+    const ways = [
+      () => rmSync(this.#file),
+      () => truncateSync(this.#file, this.random.whole(0, statSync(this.#file).size)),
+      () => other.#exists && renameSync(other.#file, this.#file),
+    ];
+    if (this.isRollout) this.random.pick(ways)();
+    else ways[0]();
   }
 
   get #exists() {
@@ -95,13 +121,14 @@ export class UnsteadyFile {
     this.#replaceBy(this.content.subarray(0, this.#length));
   }
 
-  /** A forged file stays where it is for good: what is gone from a place is remembered. */
+  /** A run has to see it before the next change. */
   #forge() {
-    if (this.place !== this.path) return;
+    if (!this.mayForge) return;
     this.#unpack();
-    this.#replaceBy(forged(this.content.subarray(0, this.#length)));
+    const forgery = forged(this.content.subarray(0, this.#length));
+    this.#replaceBy(forgery);
     this.#isForged = true;
-    this.#wasForged = true;
+    if (this.isRollout) this.#forgeries.push(forgery);
   }
 
   #setBack() {
@@ -110,14 +137,14 @@ export class UnsteadyFile {
   }
 
   #move() {
-    if (!this.isRollout || this.#wasForged || this.#isPacked) return;
+    if (!this.isRollout || this.#isForged || this.#isPacked) return;
     const isAway = this.place !== this.path;
     const away = this.path.includes('/archived_sessions/') ? 'sessions/2026' : 'archived_sessions';
     this.#moveTo(isAway ? this.path : `.codex/${away}/${basename(this.path)}`);
   }
 
   #pack() {
-    if (!this.isRollout || this.#wasForged || this.#isPacked) return;
+    if (!this.isRollout || this.#isForged || this.#isPacked) return;
     spawnSync('zstd', ['-q', '-f', this.#file, '-o', `${this.#file}.zst`]);
     rmSync(this.#file);
     this.#isPacked = true;
