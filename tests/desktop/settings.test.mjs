@@ -100,6 +100,11 @@ test('this device is named, secured and linked by keyboard alone', async () => {
   desktop.press('Return');
   await until('the password', () => calls().includes('password<secret7'));
   await desktop.called('Remove');
+  desktop.click((await desktop.called('Name', ({ role }) => role === 'text')).frame);
+  await click('Change');
+  await type('secret8');
+  desktop.press('Return');
+  await until('the other password, and no other name', () => calls().includes('password<secret8'));
   await tabTo('Device ID');
   await type('WXYZ-WXYZ-WXYZ');
   desktop.press('Tab');

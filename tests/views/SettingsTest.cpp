@@ -108,6 +108,35 @@ TEST_F(Settings, leadTheKeyboardOnWhereItsControlGoes)
     EXPECT_TRUE(comesTo("Device ID")) << name();
 }
 
+const QQuickItem *findText(const QQuickItem &item, const QString &text)
+{
+    for (const QQuickItem *child : item.childItems()) {
+        if (child->isVisible() && child->property("text") == text) {
+            return child;
+        }
+        if (const QQuickItem *found = findText(*child, text)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(Settings, showTheWholeDeviceId)
+{
+    const QString id = u"WMWM-WMWM-WMWM"_qs;
+    press(Qt::Key_Tab, Qt::ControlModifier);
+    m_sync.apply({.id = id});
+    QCoreApplication::processEvents();
+    for (const int width : {m_window.width(), m_window.minimumWidth()}) {
+        m_window.resize(width, m_window.height());
+        QCoreApplication::processEvents();
+        const QQuickItem *shown = findText(*m_window.contentItem(), id);
+        ASSERT_TRUE(shown);
+        EXPECT_FALSE(shown->property("truncated").toBool());
+        EXPECT_GE(shown->width(), shown->implicitWidth());
+    }
+}
+
 TEST_F(Settings, askForAnOptionAndShowWhatHolds)
 {
     QSignalSpy asked(&m_general, &GeneralSettings::setRequested);

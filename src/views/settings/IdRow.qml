@@ -14,13 +14,12 @@ SettingsRow {
 
     SpokenCaption {
         color: Colors.secondary
-        elide: Text.ElideMiddle
+        elide: Text.ElideNone
         font.family: Qt.platform.os === "osx" ? "Menlo" : "monospace"
         text: root.page.deviceId
         visible: root.page.deviceId
 
-        Layout.fillWidth: true
-        Layout.maximumWidth: implicitWidth
+        Layout.minimumWidth: implicitWidth
     }
     PushButton {
         about: root.label

@@ -27,6 +27,11 @@ FocusScope {
         else
             field.forceActiveFocus(Qt.OtherFocusReason);
     }
+    function change() {
+        root.changing = true;
+        // Whatever had the keyboard would show the password as it is typed.
+        field.forceActiveFocus(Qt.OtherFocusReason);
+    }
     function leave() {
         root.changing = false;
         root.sync.password = "";
@@ -66,7 +71,7 @@ FocusScope {
                 about: root.page.texts.label("syncPassword")
                 text: root.page.texts.label(root.changing ? "syncCancel" : "syncChange")
 
-                onClicked: root.changing ? root.leave() : root.changing = true
+                onClicked: root.changing ? root.leave() : root.change()
             }
             PushButton {
                 about: root.page.texts.label("syncPassword")
