@@ -13,8 +13,9 @@ Pop {
 
     readonly property bool mirrored: root.tip.x + root.width > root.rightmost
 
-    duration: Motion.tip
+    duration: Motion.reduced ? Motion.transition : Motion.tip
     height: surface.height
+    objectName: "tip"
     width: surface.width + root.tip.clearance
     x: Math.max(root.mirrored ? root.tip.x - root.width : root.tip.x, root.leftmost)
     y: root.tip.y

@@ -8,10 +8,16 @@ Column {
     id: root
 
     required property Dashboard dashboard
+    /// How high it should be at most, for which the list of sessions gives way.
+    required property real room
+
+    readonly property real listRoom: Math.max(3 * Metrics.sessionRow, root.room - tabs.implicitHeight - root.spacing)
 
     spacing: 14
 
     SegmentedSwitch {
+        id: tabs
+
         choices: root.dashboard.tabNames
         current: root.dashboard.tab
         label: root.dashboard.texts.history
@@ -68,6 +74,7 @@ Column {
                 onWantedChanged: {
                     if (list.wanted && list.status === Loader.Null)
                         list.setSource("SessionList.qml", {
+                            card: root,
                             dashboard: root.dashboard
                         });
                 }

@@ -9,15 +9,38 @@ Item {
 
     required property limitRow row
     required property string paceTip
+    /// Whose limits they are.
+    required property int provider
 
-    /// The note and the warning do not fit beside each other.
-    readonly property bool stacked: note.implicitWidth + 10 + runout.implicitWidth > root.width
+    /// The note and the warning did not fit beside each other. That stays so while their texts change,
+    /// lest the panel change its height as time passes.
+    property bool stacked: false
+    readonly property bool crowded: root.overlaps()
 
-    implicitHeight: root.row.runout && root.stacked ? runout.y + runout.height : note.y + note.height
+    function overlaps() {
+        return root.row.runout !== "" && note.implicitWidth + 10 + runout.implicitWidth > root.width;
+    }
+    function settle() {
+        root.stacked = root.overlaps();
+    }
+
+    implicitHeight: root.stacked ? runout.y + runout.height : note.y + note.height
+
+    onCrowdedChanged: root.stacked = root.stacked || root.crowded
+    onProviderChanged: others.restart()
+    onWidthChanged: root.settle()
 
     Accessible.name: root.row.spoken
     Accessible.role: Accessible.StaticText
 
+    // The rows become the other's a little later.
+    Timer {
+        id: others
+
+        interval: 0
+
+        onTriggered: root.settle()
+    }
     Caption {
         anchors.right: percent.left
         anchors.rightMargin: 8

@@ -11,6 +11,7 @@ Column {
     required property list<limitRow> rows
     required property freshness freshness
     required property string paceTip
+    required property int provider
     required property bool wide
 
     spacing: 12
@@ -27,6 +28,7 @@ Column {
             required property int index
 
             paceTip: root.paceTip
+            provider: root.provider
             row: root.rows[index]
             width: root.width
         }

@@ -12,6 +12,8 @@ Item {
 
     /// Whether the surface is blended with what is behind it; else it fills the window, corners and all.
     property bool translucent: true
+    /// How high it may be. First the list of sessions gives way, then all below the header scrolls.
+    property real room: Infinity
 
     readonly property real margin: 14
     readonly property bool wide: root.dashboard.expanded
@@ -19,8 +21,7 @@ Item {
 
     // The window comes to this size in its own time, and what does not fit by then is cut off.
     clip: true
-    implicitHeight: column.implicitHeight + 2 * root.margin
-                    + (history.shown ? history.implicitHeight + column.spacing : 0)
+    implicitHeight: Math.min(root.room, below.y + below.contentHeight + root.margin)
     implicitWidth: root.body + 2 * root.margin
 
     Accessible.name: "Kestrelbay"
@@ -64,55 +65,73 @@ Item {
         radius: root.translucent ? Metrics.radius : 0
 
         TapHandler {
-            onDoubleTapped: root.actions.expandRequested()
+            // Who reads the history may click fast.
+            onDoubleTapped: point => {
+                if (!history.shown || point.position.y < history.mapToItem(root, 0, 0).y)
+                    root.actions.expandRequested();
+            }
         }
     }
-    Column {
-        id: column
+    Header {
+        id: header
 
-        spacing: 14
+        actions: root.actions
+        dashboard: root.dashboard
         width: root.body
         x: root.margin
         y: root.margin
-
-        Header {
-            actions: root.actions
-            dashboard: root.dashboard
-            width: parent.width
-        }
-        LimitsCard {
-            freshness: root.dashboard.freshness
-            paceTip: root.dashboard.texts.pace
-            rows: root.dashboard.limits
-            wide: root.wide
-            width: parent.width
-        }
-        Divider {
-            width: parent.width
-        }
-        SummaryCard {
-            cells: root.dashboard.summary
-            note: root.dashboard.note
-            wide: root.wide
-            width: parent.width
-        }
     }
-    // Beside the column, because it goes on being seen while it fades and counts no more.
-    Unfold {
-        id: history
+    Overflow {
+        id: below
 
-        shown: root.dashboard.expanded && !root.dashboard.note
-        width: Metrics.wideBody
-        x: root.margin
-        y: column.y + column.height + column.spacing
+        contentHeight: column.implicitHeight + (history.shown ? history.implicitHeight + column.spacing : 0)
+        height: root.implicitHeight - below.y - root.margin
+        width: root.body + 2 * root.margin
+        y: header.y + header.implicitHeight + column.spacing
 
-        Divider {
-            width: parent.width
+        Column {
+            id: column
+
+            spacing: 14
+            width: root.body
+            x: root.margin
+
+            LimitsCard {
+                freshness: root.dashboard.freshness
+                paceTip: root.dashboard.texts.pace
+                provider: root.dashboard.providerIndex
+                rows: root.dashboard.limits
+                wide: root.wide
+                width: parent.width
+            }
+            Divider {
+                width: parent.width
+            }
+            SummaryCard {
+                cells: root.dashboard.summary
+                note: root.dashboard.note
+                wide: root.wide
+                width: parent.width
+            }
         }
-        HistoryCard {
-            dashboard: root.dashboard
-            width: parent.width
-            y: column.spacing
+        // Beside the column, because it goes on being seen while it fades and counts no more.
+        Unfold {
+            id: history
+
+            shown: root.dashboard.expanded && !root.dashboard.note
+            width: Metrics.wideBody
+            x: root.margin
+            y: column.height + column.spacing
+
+            Divider {
+                width: parent.width
+            }
+            HistoryCard {
+                dashboard: root.dashboard
+                room: root.room - below.y - history.y - column.spacing - root.margin
+                width: parent.width
+                y: column.spacing
+            }
         }
     }
 }

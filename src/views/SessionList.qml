@@ -9,9 +9,10 @@ Item {
     id: root
 
     required property Dashboard dashboard
+    required property HistoryCard card
 
     implicitHeight: Math.min(list.count > 0 ? list.contentHeight : empty.implicitHeight,
-                             Metrics.sessionsMaxHeight)
+                             Metrics.sessionsMaxHeight, root.card.listRoom)
 
     ListView {
         id: list
