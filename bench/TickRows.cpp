@@ -37,10 +37,11 @@ public:
 
 private:
     FakeClock m_clock {Canned::now()};
+    ReducedMotion m_systemMotion;
     Services m_services {m_clock, [](QObject *) { return QFuture<AccountUsage::AccountOutcome>(); },
         [](const QString &, QObject *) { return QFuture<UpdateCheck::UpdateOutcome>(); },
         [](std::chrono::milliseconds, const std::function<void()> &) {},
-        LoginItem(Paths::launchAgent(), QString())};
+        LoginItem(Paths::launchAgent(), QString()), m_systemMotion};
     AppDelegate m_delegate {m_services};
 };
 

@@ -21,6 +21,7 @@ AppDelegate::AppDelegate(const Services &services)
     , m_account(m_sideFiles, services.clock, services.fetchUsage)
     , m_updates(m_model, services.clock, services.fetchUpdate)
     , m_deferred(services.sleeper)
+    , m_systemMotion(services.systemMotion)
     , m_general(nullptr)
     , m_actions(nullptr)
     , m_trays(m_desktop)
@@ -95,7 +96,6 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     const PersistedState remembered = StateFile::loadState();
     m_updates.restore(remembered.updateCheckedAt, remembered.latestVersion);
-    m_systemMotion.watch();
     restore(remembered);
     connectModel();
 
@@ -104,6 +104,7 @@ void AppDelegate::applicationDidFinishLaunching()
     updateLimits();
     m_stats.readStats(StatsFeed::Wait::No);
 
+    m_systemMotion.takeAnswers(); // what appears at once does so before the event loop runs
     m_widget.appear();
 
     m_indexer.startIndexer();
@@ -152,7 +153,7 @@ void AppDelegate::tick()
     if (m_widget.isBusy()) {
         return;
     }
-    m_widget.followItem();
+    m_widget.follow();
     readSideFiles();
     m_account.pollAccount(300s);
     readStats();

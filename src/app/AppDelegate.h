@@ -10,7 +10,6 @@
 #include "model/Dashboard.h"
 #include "model/WidgetModel.h"
 #include "platform/DesktopWatch.h"
-#include "platform/ReducedMotion.h"
 #include "platform/TrayWatch.h"
 #include "scripts/Indexer.h"
 #include "scripts/SideFiles.h"
@@ -56,6 +55,8 @@ private:
     void connectShell();
     void refreshMenu();
     void menuOpens();
+    void makeRoom();
+    void popUpMenuOfItem();
     void holdMenu();
     void popUpMenu(const QPoint &place);
     void statusClicked(Qt::KeyboardModifiers modifiers);
@@ -84,7 +85,7 @@ private:
     UpdateChecker m_updates;
     DeferredWork m_deferred;
     StateFile m_stateFile;
-    ReducedMotion m_systemMotion;
+    ReducedMotion &m_systemMotion;
     GeneralSettings m_general;
     PanelActions m_actions;
     DesktopWatch m_desktop;

@@ -34,6 +34,7 @@ void AppDelegate::connectMenu()
 void AppDelegate::connectShell()
 {
     connect(&m_statusItem, &StatusItem::clicked, this, &AppDelegate::statusClicked);
+    connect(&m_statusItem, &StatusItem::menuRequested, this, &AppDelegate::popUpMenuOfItem);
     connect(&m_statusItem, &StatusItem::thereChanged, this, [this] {
         // A tray that is restarted takes a moment to come back.
         m_sleeper(m_statusItem.isThere() ? 200ms : 3s, [this] { m_widget.followTray(); });
@@ -51,14 +52,29 @@ void AppDelegate::refreshMenu()
     m_menu.refreshMenu(m_widget.wantsVisible() && m_widget.panelOnTop());
 }
 
-/// What hangs from the status item makes room for the menu that opens there.
+/// A tray on the bus asks for the menu as if it were to open whenever it likes, and shows it
+/// itself: the panel then hides at the press that opens it.
 void AppDelegate::menuOpens()
 {
     m_sleeper(grabPause, [this] { holdMenu(); });
-    if (!m_menuFromPanel && m_widget.mode() == ViewMode::Icon && m_widget.wantsVisible()) {
+    if (!m_menuFromPanel && !m_trays.isOnBus()) {
+        makeRoom();
+    }
+}
+
+/// What hangs from the status item makes room for the menu that opens there.
+void AppDelegate::makeRoom()
+{
+    if (m_widget.mode() == ViewMode::Icon && m_widget.wantsVisible()) {
         m_widget.hideWidget();
         refreshMenu();
     }
+}
+
+void AppDelegate::popUpMenuOfItem()
+{
+    makeRoom();
+    m_menu.menu().popup(QCursor::pos());
 }
 
 /// A menu that opens while another program has the pointer and the keyboard to itself would not be
@@ -88,7 +104,7 @@ void AppDelegate::statusClicked(Qt::KeyboardModifiers modifiers)
     if (m_widget.mode() == ViewMode::Icon && !(modifiers & Qt::ControlModifier)) {
         m_widget.statusClicked();
     } else {
-        m_menu.menu().popup(QCursor::pos());
+        popUpMenuOfItem();
     }
 }
 

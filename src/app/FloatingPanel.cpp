@@ -39,6 +39,7 @@ FloatingPanel::FloatingPanel(Dashboard &dashboard, PanelActions &actions)
     m_patience.setInterval(250ms);
     connect(&m_patience, &QTimer::timeout, this, &FloatingPanel::arrive);
     fitContent();
+    QCoreApplication::instance()->installEventFilter(this); // ahead of those of the window
 }
 
 FloatingPanel::~FloatingPanel() = default;
@@ -60,6 +61,15 @@ void FloatingPanel::settle()
     polish(*m_root);
     m_unsettled = false;
     Q_EMIT contentResized(contentSize());
+}
+
+void FloatingPanel::setRoom(double height)
+{
+    const QVariant room = std::floor(height);
+    if (m_root->property("room") != room) {
+        m_root->setProperty("room", room);
+        polish(*m_root);
+    }
 }
 
 QSizeF FloatingPanel::contentSize() const
@@ -229,15 +239,23 @@ bool FloatingPanel::event(QEvent *event)
         Q_EMIT closeRequested();
         return true;
     }
-    if (event->type() == QEvent::MouseButtonPress) {
-        requestActivate(); // not every window manager does, and there may be none
-        const auto &press = static_cast<const QMouseEvent &>(*event);
-        if (isContextClick(press)) {
-            Q_EMIT contextClicked(press.globalPosition().toPoint());
-            return true;
-        }
-    }
     return QQuickWindow::event(event);
+}
+
+/// Every press is seen here before Qt Quick's own tips are, which keep it from `event` while they
+/// are shown.
+bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != this || event->type() != QEvent::MouseButtonPress) {
+        return QQuickWindow::eventFilter(watched, event);
+    }
+    requestActivate(); // not every window manager does, and there may be none
+    const auto &press = static_cast<const QMouseEvent &>(*event);
+    if (!isContextClick(press)) {
+        return false;
+    }
+    Q_EMIT contextClicked(press.globalPosition().toPoint());
+    return true;
 }
 
 #include "moc_FloatingPanel.cpp"

@@ -35,6 +35,8 @@ public:
     void setFrame(const QRectF &frame);
     /// Has the content work out its size now, also while the panel is hidden, and tells of it.
     void settle();
+    /// How high the content may be; it works out its size anew.
+    void setRoom(double height);
     /// Makes the frame as large as the content, its top-left corner where it is.
     void fitContent();
     /// Until `closeStage`, the frame moves within a window that stays as it is and covers `stage`,
@@ -65,6 +67,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -43,11 +43,17 @@ QRectF clamped(const QRectF &frame, const QRectF &visible)
     return {QPointF(std::round(x), std::round(y)), frame.size()};
 }
 
+double greatestHeight(const QRectF &visible)
+{
+    return visible.height() - 2 * dropInset;
+}
+
 QPointF barEnd(const Screen &screen)
 {
     const bool atBottom = screen.visible.bottom() < screen.frame.bottom()
         && screen.visible.top() <= screen.frame.top();
-    return atBottom ? screen.frame.bottomRight() : screen.frame.topRight();
+    // The edges themselves belong to the screens beside and below.
+    return {screen.frame.right() - 1, atBottom ? screen.frame.bottom() - 1 : screen.frame.top()};
 }
 
 Side dropSide(const QRectF &item, const QRectF &visible)

@@ -32,6 +32,9 @@ enum class Side { Above, Below };
 /// large keeps its top-left corner in sight.
 [[nodiscard]] QRectF clamped(const QRectF &frame, const QRectF &visible);
 
+/// How high a panel may be there.
+[[nodiscard]] double greatestHeight(const QRectF &visible);
+
 /// Where status items are as a rule: the right end of the bar that a screen has at its top or
 /// bottom.
 [[nodiscard]] QPointF barEnd(const Screen &screen);

@@ -1,6 +1,7 @@
 #include "app/PanelMover.h"
 
 #include "app/FloatingPanel.h"
+#include "platform/sendRequests.h"
 #include "views/theme/Motion.h"
 #include <utility>
 
@@ -34,7 +35,7 @@ PanelMover::PanelMover(FloatingPanel &panel, const Clock &clock, QObject *parent
     connect(&m_glide, &QVariantAnimation::finished, this, [this] { glideFinished(m_glideTicket); });
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &opacity) {
         if (m_fade.state() == QAbstractAnimation::Running) {
-            m_panel.setOpacity(opacity.toDouble());
+            show(opacity.toDouble());
         }
     });
     connect(&m_fade, &QVariantAnimation::finished, this, [this] {
@@ -123,7 +124,15 @@ void PanelMover::fade(double to, const QEasingCurve &curve, Time duration)
 void PanelMover::setOpacity(double opacity)
 {
     m_fade.stop();
+    show(opacity);
+}
+
+/// Nothing may be drawn while the panel fades, and with no frame to send nothing else would be
+/// sent.
+void PanelMover::show(double opacity)
+{
     m_panel.setOpacity(opacity);
+    sendRequests();
 }
 
 #include "moc_PanelMover.cpp"

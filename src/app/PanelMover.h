@@ -40,6 +40,7 @@ Q_SIGNALS:
 private:
     void step(double progress);
     void glideFinished(qint64 ticket);
+    void show(double opacity);
     void fade(double to, const QEasingCurve &curve, Time duration);
 
     FloatingPanel &m_panel;

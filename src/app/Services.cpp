@@ -41,8 +41,8 @@ QString startedAtLogin()
 
 } // namespace
 
-Services Services::real(const Clock &clock)
+Services Services::real(const Clock &clock, ReducedMotion &systemMotion)
 {
     return {clock, askAccount(clock), askSite(), realSleeper(),
-        LoginItem(Paths::launchAgent(), startedAtLogin())};
+        LoginItem(Paths::launchAgent(), startedAtLogin()), systemMotion};
 }

@@ -69,6 +69,8 @@ void StatusItem::activate(QSystemTrayIcon::ActivationReason reason)
     // The second press of a double one is told as nothing but that.
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
         Q_EMIT clicked(QGuiApplication::queryKeyboardModifiers());
+    } else if (reason == QSystemTrayIcon::Context && m_trays.isOnBus()) {
+        Q_EMIT menuRequested(); // over an icon that is a window Qt opens it
     }
 }
 

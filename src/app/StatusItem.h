@@ -34,6 +34,8 @@ public:
 Q_SIGNALS:
     /// The main button was pressed on the icon; each press of a double one counts.
     void clicked(Qt::KeyboardModifiers modifiers);
+    /// The tray shows no menus itself, and the user asks for the icon's.
+    void menuRequested();
     /// The icon has appeared or gone.
     void thereChanged();
 

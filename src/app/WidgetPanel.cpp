@@ -57,10 +57,13 @@ bool WidgetPanel::isBusy()
     return gliding() || m_quiet.lasts(m_clock.now());
 }
 
-void WidgetPanel::followItem()
+void WidgetPanel::follow()
 {
-    if (mode() != ViewMode::Icon || !m_panel.isShown() || !m_wantsVisible
-        || !m_around.statusItem()) {
+    if (!m_panel.isShown() || !m_wantsVisible) {
+        return;
+    }
+    makeFit((mode() == ViewMode::Icon ? statusFrame() : m_panel.frame()).center());
+    if (mode() == ViewMode::Window || !m_around.statusItem()) {
         return;
     }
     if (const QRectF frame = dropFrame(m_panel.frame().size()); frame != m_panel.frame()) {
@@ -110,6 +113,8 @@ void WidgetPanel::showWidget()
     }
     if (mode() == ViewMode::Icon) {
         if (!m_panel.isShown()) {
+            m_shownFrom = QCursor::pos();
+            makeFit(statusFrame().center());
             m_mover.jump(dropFrame(m_panel.contentSize()));
         }
         watchOutsideClicks();

@@ -57,8 +57,9 @@ public:
     void followTray();
     /// While it appears or glides nothing may disturb it. Ends a glide that has run over its time.
     [[nodiscard]] bool isBusy();
-    /// Follows the status item, which moves as other items come and go.
-    void followItem();
+    /// Follows the status item, which moves as other items come and go, and what room there is on
+    /// the screen that it was moved to.
+    void follow();
 
 Q_SIGNALS:
     /// It is being shown.
@@ -73,6 +74,7 @@ private:
     void watchPanel();
     void watchSurroundings();
     void present();
+    void makeFit(QPointF place);
     void place();
     void applySize(const QSizeF &size);
     void fit();
@@ -84,6 +86,8 @@ private:
     void stopWatchingOutsideClicks();
     void orderOut();
     void takeSpot();
+    [[nodiscard]] QList<PanelGeometry::Screen> screens() const;
+    [[nodiscard]] QRectF visibleAround(QPointF point) const;
     [[nodiscard]] QRectF dropFrame(QSizeF size);
     [[nodiscard]] QRectF resized(QSizeF size);
     [[nodiscard]] double rise();
@@ -103,6 +107,7 @@ private:
     TimePoint m_lastToggle {};
     QRect m_item;                    ///< where the status item was last known to be
     std::optional<QPoint> m_pointer; ///< where it was when the item was last clicked
+    QPoint m_shownFrom;              ///< where it was when the panel was last shown
     Pause m_quiet;                   ///< while it appears or glides, nothing may disturb it
     Pause m_hiddenByPress;           ///< by a press that may be one on the status item
 };

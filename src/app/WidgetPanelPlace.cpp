@@ -12,19 +12,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The first screen first.
-QList<PanelGeometry::Screen> screens()
+/// What docks and bars leave of a screen. Of one among several Qt tells only the whole.
+QRectF visiblePart(const QScreen &screen, const DesktopWatch &desktop)
 {
-    QList<PanelGeometry::Screen> all;
-    for (const QScreen *screen : QGuiApplication::screens()) {
-        all.append({screen->geometry(), screen->availableGeometry()});
-    }
-    return all;
-}
-
-QRectF visibleAround(QPointF point)
-{
-    return PanelGeometry::screenAt(screens(), point).visible;
+    const QRect frame = screen.geometry();
+    const double scale = screen.devicePixelRatio();
+    const QRect native(frame.topLeft(), frame.size() * scale); // only sizes are scaled
+    const QRect cleared = desktop.cleared(native);
+    const QPointF corner = QPointF(cleared.topLeft() - native.topLeft()) / scale;
+    return QRectF(frame.topLeft() + corner, QSizeF(cleared.size()) / scale)
+        .intersected(screen.availableGeometry());
 }
 
 bool isSame(QSizeF one, QSizeF other)
@@ -36,11 +33,27 @@ bool isSame(QSizeF one, QSizeF other)
 
 } // namespace
 
+/// The first screen first.
+QList<PanelGeometry::Screen> WidgetPanel::screens() const
+{
+    QList<PanelGeometry::Screen> all;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        all.append({screen->geometry(), visiblePart(*screen, m_around.desktop)});
+    }
+    return all;
+}
+
+QRectF WidgetPanel::visibleAround(QPointF point) const
+{
+    return PanelGeometry::screenAt(screens(), point).visible;
+}
+
 void WidgetPanel::watchSurroundings()
 {
     DesktopWatch &desktop = m_around.desktop;
     connect(&desktop, &DesktopWatch::pressed, this, &WidgetPanel::pressedSomewhere);
     connect(&desktop, &DesktopWatch::desktopSwitched, this, &WidgetPanel::spaceChanged);
+    connect(&desktop, &DesktopWatch::barsChanged, this, &WidgetPanel::fit);
     connect(&desktop, &DesktopWatch::compositedChanged, this,
         [this, &desktop] { m_panel.setTranslucent(desktop.composited()); });
 
@@ -68,7 +81,7 @@ QRectF WidgetPanel::statusFrame()
     }
     const QPointF place = m_pointer
         ? QPointF(*m_pointer)
-        : PanelGeometry::barEnd(PanelGeometry::screenAt(screens(), QCursor::pos()));
+        : PanelGeometry::barEnd(PanelGeometry::screenAt(screens(), m_shownFrom));
     return {place, QSizeF(1, 1)};
 }
 
@@ -88,10 +101,20 @@ double WidgetPanel::rise()
     return above ? -Motion::rise : Motion::rise;
 }
 
+/// The panel is at most as high as the screen has room where this is.
+void WidgetPanel::makeFit(QPointF place)
+{
+    m_panel.setRoom(PanelGeometry::greatestHeight(visibleAround(place)));
+}
+
 void WidgetPanel::place()
 {
     m_anchor.reset();
-    m_mover.jump(PanelGeometry::placed(m_windowSpot, m_panel.contentSize(), screens()));
+    const auto placed = [this] {
+        return PanelGeometry::placed(m_windowSpot, m_panel.contentSize(), screens());
+    };
+    makeFit(placed().center());
+    m_mover.jump(placed());
 }
 
 void WidgetPanel::takeSpot()
@@ -141,9 +164,13 @@ void WidgetPanel::fit()
     }
     const QRectF frame = m_mover.frameTarget().value_or(m_panel.frame());
     const QList<PanelGeometry::Screen> all = screens();
-    const QRectF wanted = mode() == ViewMode::Icon
-        ? dropFrame(frame.size())
-        : PanelGeometry::placed(PanelGeometry::spot(frame, all.constFirst()), frame.size(), all);
+    const auto placed = [&](QSizeF size) {
+        return mode() == ViewMode::Icon
+            ? dropFrame(size)
+            : PanelGeometry::placed(PanelGeometry::spot(frame, all.constFirst()), size, all);
+    };
+    makeFit(placed(frame.size()).center());
+    const QRectF wanted = placed(m_panel.contentSize());
     if (wanted != frame) {
         m_anchor.reset();
         m_mover.jump(wanted);

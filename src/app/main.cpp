@@ -74,13 +74,13 @@ protected:
     }
 };
 
-int run(QApplication &application)
+int run(QApplication &application, ReducedMotion &systemMotion)
 {
     // Not quit(), which a window could refuse.
     const ExitSignals signalled;
     QObject::connect(&signalled, &ExitSignals::exitRequested, [] { QCoreApplication::exit(); });
     const SystemClock clock;
-    AppDelegate delegate(Services::real(clock));
+    AppDelegate delegate(Services::real(clock, systemMotion));
     // At the end of the program and, should that come too fast, at the end of the session.
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
         &AppDelegate::applicationWillTerminate);
@@ -107,7 +107,9 @@ int main(int argc, char *argv[])
     std::optional<XWayland> xWayland(std::in_place);
     Application application(argc, argv);
     xWayland.reset();
+    ReducedMotion systemMotion;
+    systemMotion.watch(); // first of all, so that the answer comes while the rest loads
     QGuiApplication::setQuitOnLastWindowClosed(false);
     chooseFont();
-    return run(application);
+    return run(application, systemMotion);
 }

@@ -1,5 +1,6 @@
 #include "platform/DesktopWatch.h"
 
+#include "platform/screenBars.h"
 #include "platform/windowStack.h"
 #include "platform/XServer.h"
 #include <QGuiApplication>
@@ -15,6 +16,7 @@ public:
 
     bool composited = true;
     bool hasTray = false;
+    std::vector<ScreenBar> bars;
 
     [[nodiscard]] bool isCovered(xcb_window_t window);
     void selectPresses(bool on);
@@ -25,6 +27,8 @@ private:
     void take(const xcb_generic_event_t &event);
     void takeSelection(const xcb_xfixes_selection_notify_event_t &event);
     void takeDesktop();
+    void takeBars();
+    [[nodiscard]] bool isAboutBars(xcb_atom_t atom) const;
 
     DesktopWatch &m_watch;
     std::unique_ptr<XServer> m_server;
@@ -56,12 +60,13 @@ DesktopWatch::Session::Session(DesktopWatch &watch, std::unique_ptr<XServer> ser
     m_later.setSingleShot(true);
     connect(&m_arrived, &QSocketNotifier::activated, &watch, [this] { takeEvents(); });
     connect(&m_later, &QTimer::timeout, &watch, [this] { takeEvents(); });
-    const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(
         m_server->connection(), m_server->root(), XCB_CW_EVENT_MASK, &mask);
     composited = watchSelection(XName::CompositorSelection);
     hasTray = watchSelection(XName::TraySelection);
     m_desktop = m_server->number(m_server->root(), XName::CurrentDesktop);
+    bars = screenBars(*m_server);
     m_later.start();
 }
 
@@ -118,7 +123,11 @@ void DesktopWatch::Session::take(const xcb_generic_event_t &event)
         const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
         if (change.atom == m_server->atom(XName::CurrentDesktop)) {
             takeDesktop();
+        } else if (isAboutBars(change.atom)) {
+            takeBars();
         }
+    } else if (type == XCB_CONFIGURE_NOTIFY) {
+        takeBars(); // the whole screen has another size
     } else if (type == fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY) {
         takeSelection(reinterpret_cast<const xcb_xfixes_selection_notify_event_t &>(event));
     } else if (type == XCB_GE_GENERIC) {
@@ -156,6 +165,21 @@ void DesktopWatch::Session::takeDesktop()
     }
 }
 
+bool DesktopWatch::Session::isAboutBars(xcb_atom_t atom) const
+{
+    return atom == m_server->atom(XName::ClientList) || atom == m_server->atom(XName::Strut)
+        || atom == m_server->atom(XName::StrutPartial);
+}
+
+void DesktopWatch::Session::takeBars()
+{
+    m_later.start();
+    auto now = screenBars(*m_server);
+    if (std::exchange(bars, now) != now) {
+        Q_EMIT m_watch.barsChanged();
+    }
+}
+
 DesktopWatch::DesktopWatch(QObject *parent)
     : QObject(parent)
 {
@@ -179,6 +203,11 @@ bool DesktopWatch::hasTray() const
 bool DesktopWatch::isCovered(quint32 window) const
 {
     return m_session && m_session->isCovered(window);
+}
+
+QRect DesktopWatch::cleared(const QRect &monitor) const
+{
+    return m_session ? clearedOf(m_session->bars, monitor) : monitor;
 }
 
 void DesktopWatch::watchPresses(bool on)

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <QObject>
+#include <QRect>
 
 /// What goes on around the program's windows, told by the X server over a connection of its own.
 ///
@@ -24,6 +25,9 @@ public:
     /// the like do not count as such. Asks the server; not for each frame.
     [[nodiscard]] bool isCovered(quint32 window) const;
 
+    /// What docks and bars leave of a monitor, both in the X server's own pixels.
+    [[nodiscard]] QRect cleared(const QRect &monitor) const;
+
     /// Whether presses of pointer buttons, anywhere on the screen, are told of; at first they are
     /// not. Turning a wheel is no press.
     void watchPresses(bool on);
@@ -31,6 +35,8 @@ public:
 Q_SIGNALS:
     void compositedChanged();
     void trayChanged();
+    /// Docks and bars leave something else.
+    void barsChanged();
     /// The user went to another desktop (workspace).
     void desktopSwitched();
     void pressed();

@@ -28,7 +28,7 @@ ReducedMotion::ReducedMotion(QObject *parent)
 
 bool ReducedMotion::reduced() const
 {
-    return m_asked || m_animationsOff || m_durationZero;
+    return m_waits || !m_questions.empty() || m_asked || m_animationsOff || m_durationZero;
 }
 
 void ReducedMotion::watch()
@@ -50,11 +50,13 @@ void ReducedMotion::watch()
 
 void ReducedMotion::watchDefaults(const ProgramRunner &runner)
 {
+    m_waits = true;
     const auto answer = runner(QStringLiteral("defaults"),
         {QStringLiteral("read"), QStringLiteral("com.apple.universalaccess"),
             QStringLiteral("reduceMotion")},
         this);
     whenDone(answer, this, [this](const std::optional<ProcessResult> &result) {
+        m_waits = false;
         m_asked = result && result->status == 0 && result->output.trimmed() == "1";
         Q_EMIT changed();
     });
@@ -67,20 +69,41 @@ void ReducedMotion::ask(const QString &group, const QString &key)
     question << group << key;
     auto *const answer =
         new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, group, key] {
-        answer->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
-        if (reply.isValid()) {
-            settingChanged(group, key, reply.value());
+    m_questions.push_back({answer, group, key});
+    connect(answer, &QDBusPendingCallWatcher::finished, this, &ReducedMotion::takeAnswers);
+}
+
+void ReducedMotion::takeAnswers()
+{
+    const bool before = reduced();
+    for (const Question &question : std::exchange(m_questions, {})) {
+        if (!question.answer->isFinished()) {
+            m_questions.push_back(question);
+            continue;
         }
-    });
+        question.answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *question.answer;
+        if (reply.isValid()) {
+            std::ignore = take(question.group, question.key, reply.value().variant());
+        }
+    }
+    if (reduced() != before) {
+        Q_EMIT changed();
+    }
 }
 
 void ReducedMotion::settingChanged(
     const QString &group, const QString &key, const QDBusVariant &value)
 {
+    if (take(group, key, value.variant())) {
+        Q_EMIT changed();
+    }
+}
+
+/// Whether the setting is one that matters.
+bool ReducedMotion::take(const QString &group, const QString &key, QVariant setting)
+{
     // Answers wrap the value once more than changes do.
-    QVariant setting = value.variant();
     while (setting.canConvert<QDBusVariant>()) {
         setting = setting.value<QDBusVariant>().variant();
     }
@@ -92,9 +115,9 @@ void ReducedMotion::settingChanged(
         bool isNumber = false;
         m_durationZero = setting.toString().toDouble(&isNumber) == 0 && isNumber;
     } else {
-        return;
+        return false;
     }
-    Q_EMIT changed();
+    return true;
 }
 
 #include "moc_ReducedMotion.cpp"

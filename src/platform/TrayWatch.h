@@ -22,6 +22,8 @@ public:
     ~TrayWatch() override;
 
     [[nodiscard]] bool available() const;
+    /// Whether the icon that was made goes over the bus.
+    [[nodiscard]] bool isOnBus() const { return m_kind == Kind::Bus; }
     /// An icon is about to be made, now that a tray is there: from now on only trays of its kind
     /// count.
     void settle();

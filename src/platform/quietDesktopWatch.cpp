@@ -1,6 +1,7 @@
 // For systems without X.
 
 #include "platform/DesktopWatch.h"
+#include "platform/sendRequests.h"
 
 class DesktopWatch::Session { };
 
@@ -26,6 +27,13 @@ bool DesktopWatch::isCovered(quint32 /*window*/) const
     return false;
 }
 
+QRect DesktopWatch::cleared(const QRect &monitor) const
+{
+    return monitor;
+}
+
 void DesktopWatch::watchPresses(bool /*on*/) { }
+
+void sendRequests() { }
 
 #include "moc_DesktopWatch.cpp"

@@ -5,6 +5,7 @@
 #include "FakeClock.h"
 #include "views/theme/Motion.h"
 #include <QPointer>
+#include <QPromise>
 #include <QSignalSpy>
 #include <QtTest/QTest>
 
@@ -47,13 +48,30 @@ protected:
     FakeClock m_clock {TimePoint(1'772'708'400'000ms)};
     Promised<AccountUsage::AccountOutcome> m_account;
     Promised<UpdateCheck::UpdateOutcome> m_site;
+    ReducedMotion m_systemMotion;
     Services m_services {m_clock, [this](QObject *) { return m_account.ask(); },
         [this](const QString &, QObject *) { return m_site.ask(); },
         [this](std::chrono::milliseconds, const std::function<void()> &then) { m_later = then; },
-        LoginItem(Paths::launchAgent(), QStringLiteral("/opt/kestrelbay"))};
+        LoginItem(Paths::launchAgent(), QStringLiteral("/opt/kestrelbay")), m_systemMotion};
     std::function<void()> m_later; ///< the newest of what is put off
     AppDelegate m_delegate {m_services};
 };
+
+TEST_F(Delegate, movesNothingBeforeItIsKnownWhetherItMay)
+{
+    QPromise<std::optional<ProcessResult>> answer;
+    answer.start();
+    m_systemMotion.watchDefaults([&](auto &&...) { return answer.future(); });
+    m_delegate.applicationDidFinishLaunching();
+    EXPECT_TRUE(m_delegate.widget().panel().isShown());
+    EXPECT_EQ(m_delegate.widget().panel().opacity(), 1);
+    answer.addResult(ProcessResult {0, "0"});
+    answer.finish();
+    EXPECT_TRUE(QTest::qWaitFor([] { return !Motion::reduced(); }));
+    m_delegate.widget().hideWidget();
+    m_delegate.widget().showWidget();
+    EXPECT_LT(m_delegate.widget().panel().opacity(), 1) << "from now on";
+}
 
 TEST_F(Delegate, indexesAtTheStartAndShowsWhatComes)
 {

@@ -36,6 +36,17 @@ TEST(PanelGeometry, dropsFromTheItemAndStaysOnItsScreen)
     EXPECT_EQ(dropFrame({100, 0, 1, 1}, {0, 0, 200, 200}, compact).topLeft(), QPointF(6, 0));
 }
 
+TEST(PanelGeometry, hangsOnTheScreenAtTheEndOfWhoseBarItIs)
+{
+    const Screen besides {{1920, 0, 1280, 1080}, {1920, 0, 1280, 1080}};
+    const Screen under {{0, 1080, 1920, 1080}, {0, 1080, 1920, 1050}};
+    const QList<Screen> screens {besides, under, first};
+    for (const Screen &screen : screens) {
+        EXPECT_EQ(
+            screenAt(screens, QRectF(barEnd(screen), QSizeF(1, 1)).center()).frame, screen.frame);
+    }
+}
+
 TEST(PanelGeometry, putsTheWindowWhereItWasAsLongAsAScreenShowsEnoughOfIt)
 {
     const QPointF corner(1920 - 12 - 260, 1080 - 12 - 270);

@@ -102,6 +102,11 @@ export class Desktop {
     xdotool('click', String(button));
   }
 
+  /** The same with a key held. */
+  clickWith(key) {
+    xdotool('keydown', key, 'click', '1', 'keyup', key);
+  }
+
   /** Drags a frame by its top, where there is nothing to press, by so many pixels. */
   async drag(frame, right, down) {
     this.point({ ...frame, height: 16 });

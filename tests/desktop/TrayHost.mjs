@@ -39,11 +39,16 @@ export class TrayHost {
 
   /** A left click on the item. */
   activate() {
-    return this.#ask('activate');
+    return this.#ask('Activate');
+  }
+
+  /** A right click on the item in a tray that shows no menus itself. */
+  askForMenu() {
+    return this.#ask('ContextMenu');
   }
 
   /**
-   * The entries that are to be seen when the menu is opened now, from top to bottom:
+   * The entries that would be seen if the menu were opened now, which it need not be, from top to bottom:
    * `{ id, label, type, enabled, toggle, checked, children }`; `type` is "standard" or
    * "separator", `toggle` is "", "checkmark" or "radio".
    */

@@ -8,9 +8,10 @@ import { once } from 'node:events';
 import { homedir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
+import { setTimeout as pause } from 'node:timers/promises';
 
 import { checkout, run } from '../companions/scratch.mjs';
-import { Desktop, until } from './Desktop.mjs';
+import { Desktop, until, windows } from './Desktop.mjs';
 
 const desktop = new Desktop();
 let widget;
@@ -35,6 +36,7 @@ after(() => {
 
 // The chart's bars and the sessions are lists for a screen reader; the tabs above have the same names.
 const isList = ({ role }) => role === 'list';
+const panel = () => windows('--name', '^Kestrelbay$')[0];
 const chart = () => desktop.called('History', isList);
 const list = () => desktop.called('Sessions', isList);
 const clickTab = async (name) => desktop.click((await desktop.called(name, (found) => !isList(found))).frame);
@@ -75,6 +77,33 @@ test('a bar under the pointer shows its tip, and loses it', async () => {
   await until('the tip in words', () => / tokens$/.test(element.description));
   desktop.leave();
   await until('no tip', () => element.description === '');
+});
+
+test('the menu opens over a button whose tip is shown', async () => {
+  const { frame } = await desktop.called('Hide');
+  const menus = () => windows('--class', '^kestrelbay$').length - 1;
+  for (const press of [() => desktop.clickHere(3), () => desktop.clickWith('ctrl')]) {
+    desktop.leave();
+    desktop.point(frame);
+    await desktop.showing('the tip', ({ role }) => role === 'tool tip');
+    press();
+    await until('the menu', () => menus() === 1);
+    desktop.press('Escape');
+    await until('no menu', () => menus() === 0);
+  }
+});
+
+test('the panel folds by a double click, but not by one on the chart', async () => {
+  const element = await chart();
+  const { width } = panel();
+  const top = () => ({ ...panel(), height: 16 });
+  for (const [where, isWide] of [[() => element.frame, true], [top, false], [top, true]]) {
+    desktop.point(where());
+    desktop.clickHere();
+    desktop.clickHere();
+    await pause(600); // in which nothing may happen
+    await until(isWide ? 'the wide panel' : 'the compact panel', () => (panel().width === width) === isWide);
+  }
 });
 
 /** What the chart says of the bar that is chosen after `act`, which must have chosen another one. */

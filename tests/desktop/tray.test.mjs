@@ -3,70 +3,23 @@
 // build on one another.
 
 import assert from 'node:assert/strict';
-import { execFileSync, spawn } from 'node:child_process';
+import { execFileSync } from 'node:child_process';
 import { once } from 'node:events';
-import { existsSync, readdirSync, readFileSync, renameSync, rmSync } from 'node:fs';
+import { existsSync, readdirSync, renameSync } from 'node:fs';
 import { homedir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { setTimeout as pause } from 'node:timers/promises';
 
-import { checkout, run } from '../companions/scratch.mjs';
-import { Desktop, until, windows } from './Desktop.mjs';
+import { until, windows } from './Desktop.mjs';
 import { TrayHost } from './TrayHost.mjs';
+import {
+  BAR, SCREEN, desktop, end, furnish, hidden, icon, isNear, other, ours, panel, place, running, shown, standsAt, start,
+  startAnew, state, stopAll,
+} from './Widget.mjs';
 
-const SCREEN = { width: 1280, height: 900 };
-const BAR = 24; // pixels, the height of the tray's bar
-const file = join(homedir(), '.kestrelbay/state.json');
 const autostart = join(homedir(), '.config/autostart/dev.harrowgate.kestrelbay.desktop');
 const codex = join(homedir(), '.codex');
-
-const desktop = new Desktop();
-const others = []; // processes
-let widget;
-let ended;
-
-async function start() {
-  widget = spawn(join(process.env.KESTRELBAY_BUILD, 'bin/kestrelbay-launch'), {
-    env: { ...process.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON: '1' },
-    stdio: ['ignore', 'inherit', 'inherit'],
-  });
-  ended = once(widget, 'exit');
-  await desktop.listen('kestrelbay');
-}
-
-async function end() {
-  widget.kill('SIGTERM');
-  assert.deepEqual(await ended, [0, null]);
-}
-
-async function startAnew() {
-  if (widget?.exitCode === null) await end();
-  rmSync(file, { force: true });
-  desktop.goTo(0);
-  desktop.leave();
-  await start();
-}
-
-function other(program, ...words) {
-  const process = spawn(program, words, { stdio: 'ignore' });
-  others.push(process);
-  return process;
-}
-
-const state = () => (existsSync(file) ? JSON.parse(readFileSync(file, 'utf8')) : {});
-const ours = () => windows('--class', '^kestrelbay$');
-const panel = () => windows('--name', '^Kestrelbay$').find(({ width }) => width > BAR);
-const icon = () => ours().find(({ width }) => width < BAR);
-const place = ({ x, y }) => `${x}, ${y}`;
-const isNear = (one, another) => Math.abs(one - another) <= 1;
-
-const shown = () => until('the widget shown', () => state().hidden === false && panel());
-const hidden = () => until('the widget hidden', () => state().hidden === true && !panel());
-const standsAt = (x, y) => until(`the panel at ${x}, ${y}`, () => {
-  const frame = panel();
-  return frame && isNear(frame.x, x) && isNear(frame.y, y) && frame;
-});
 
 /** Waits until the panel is in the corner where a free one starts. */
 const standsInCorner = () => until('the panel in the corner', () => {
@@ -83,14 +36,8 @@ const hangs = () => until('the panel under the icon', () => {
   return (isCentred || right === 6) && { isCentred, right };
 });
 
-before(() => {
-  const made = run(process.execPath, [join(checkout, 'sample/make-home.mjs'), homedir(), '--small']);
-  assert.equal(made.status, 0, made.stderr);
-});
-
-after(() => {
-  for (const process of [widget, ...others]) if (process?.exitCode === null) process.kill('SIGKILL');
-});
+before(furnish);
+after(stopAll);
 
 describe('with a tray of icons', () => {
   let tray;
@@ -203,6 +150,7 @@ describe('with a tray on the bus', () => {
     host = new TrayHost();
     await startAnew();
     await until('the item', () => host.hasItem());
+    await host.menu(); // as trays ask at any time, and show nothing
   });
 
   after(() => host.close());
@@ -215,6 +163,33 @@ describe('with a tray on the bus', () => {
     await shown();
     await host.activate();
     await hidden();
+    await host.activate();
+    await shown();
+  });
+
+  test('hiding fades, though the pointer rests', async () => {
+    const spy = other('xprop', '-id', String(panel().id), '-spy', '_NET_WM_WINDOW_OPACITY');
+    let told = '';
+    spy.stdout.on('data', (bytes) => { told += bytes; });
+    await until('what it is', () => told);
+    await host.activate();
+    await hidden();
+    await host.activate();
+    await shown();
+    const opacities = new Set([...told.matchAll(/= (\d+)/g)].map(([, number]) => Number(number)));
+    spy.kill();
+    assert.ok(opacities.size > 4, `was seen at ${[...opacities]}`);
+  });
+
+  test('its menu opens where the tray shows none, and the panel makes room', async () => {
+    await host.menu();
+    await pause(500);
+    assert.ok(panel() && state().hidden === false, 'for no menu that is only asked about');
+    await host.askForMenu();
+    await hidden();
+    await until('the menu', () => ours().length > 0);
+    desktop.press('Escape');
+    await until('no menu', () => ours().length === 0);
     await host.activate();
     await shown();
   });
@@ -261,7 +236,7 @@ describe('with a tray on the bus', () => {
     const { width } = panel();
     const [before, remembered] = [await menu(), told()];
     await host.click('Beenden');
-    assert.deepEqual(await ended, [0, null]);
+    assert.deepEqual(await running.ended, [0, null]);
     await until('no item', async () => !await host.hasItem());
     await start();
     await until('the same menu', async () => await host.hasItem() && await menu() === before);
@@ -278,7 +253,7 @@ describe('with a tray on the bus', () => {
     const count = () => ({
       windows: [...execFileSync('xwininfo', ['-root', '-tree'], { encoding: 'utf8' }).matchAll(/^ +0x([0-9a-f]+) /gm)]
         .filter(([, id]) => xClient({ id: parseInt(id, 16) }) === mine).length,
-      files: readdirSync(`/proc/${widget.pid}/fd`).length,
+      files: readdirSync(`/proc/${running.process.pid}/fd`).length,
     });
     const deeds = [
       () => host.click('Statistics'),
@@ -333,7 +308,8 @@ describe('without a tray', () => {
   test('a tray that appears has the item, and the panel drops from there', async () => {
     const host = new TrayHost();
     await until('the item', () => host.hasItem());
-    await standsAt(SCREEN.width - panel().width - 6, 6); // it does not tell where
+    const { width } = await until('the panel', panel);
+    await standsAt(SCREEN.width - width - 6, 6); // it does not tell where
     assert.equal(state().view, 'icon');
     await host.activate();
     await hidden();

@@ -1,5 +1,6 @@
 // A tray for tests, of the kind that asks programs over the session bus for their status items. It
-// takes one command a line, and answers each with one line of JSON: item, activate, menu, click ID.
+// takes one command a line, and answers each with one line of JSON: item, Activate,
+// ContextMenu, menu, click ID.
 
 #include <cstdio>
 #include <QCoreApplication>
@@ -138,9 +139,8 @@ QJsonObject obey(const StatusItem &item, const QString &command)
     } else if (command == u"item") {
         const QVariant tip = property(item, QStringLiteral("ToolTip"));
         return {{QStringLiteral("toolTip"), toolTip(tip.value<QDBusArgument>())}};
-    } else if (command == u"activate") {
-        const auto x = call(item, itemInterface, QStringLiteral("Activate"), {0, 0});
-        Q_UNUSED(x)
+    } else if (command == u"Activate" || command == u"ContextMenu") {
+        std::ignore = call(item, itemInterface, command, {0, 0});
     } else if (command == u"menu") {
         return openMenu(item);
     } else if (words.size() == 2 && words.at(0) == u"click") {

@@ -1,3 +1,4 @@
+#include "core/Paths.h"
 #include "pictures/Canned.h"
 #include "pictures/Stage.h"
 #include "views/theme/Metrics.h"
@@ -5,6 +6,7 @@
 #include "views/VisibleTexts.h"
 #include <gtest/gtest.h>
 #include <QAccessible>
+#include <QFile>
 #include <QSignalSpy>
 #include <QtTest/QTest>
 
@@ -125,6 +127,87 @@ TEST_F(Panel, boundsTheSessionListAndMakesOnlyTheRowsInSight)
     ASSERT_TRUE(rows);
     EXPECT_GT(rows->childItems().size(), 7);
     EXPECT_LT(rows->childItems().size(), 40);
+}
+
+/// Whether all of an item is where the panel shows it.
+bool isInSight(const QQuickItem &item, const QQuickWindow &window)
+{
+    const QRectF frame = item.mapRectToScene(item.boundingRect());
+    return frame.top() >= 0 && frame.bottom() <= window.height();
+}
+
+TEST_F(Panel, keepsToTheRoomThereIs)
+{
+    m_model.setExpanded(true);
+    m_model.selectTab(HistoryTab::Sessions);
+    load(30);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return sessions().height() > 0 && m_stage.settle(); }));
+    FloatingPanel &window = m_stage.window();
+    const int whole = window.height();
+    const auto turnWheel = [&](int angle) {
+        const QPointF place(window.width() / 2, 120);
+        QWheelEvent turn(place, place, {}, {0, angle}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window, &turn);
+    };
+    for (const int less : {0, 100, 250, 400}) {
+        window.setRoom(whole - less);
+        EXPECT_TRUE(m_stage.settle());
+        EXPECT_EQ(window.height(), whole - less);
+        EXPECT_EQ(sessions().height(),
+            std::max(Metrics::sessionsMaxHeight() - less, 3 * Metrics::sessionRow()));
+        turnWheel(-120 * 20);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isInSight(sessions(), window); })) << less;
+        turnWheel(120 * 20);
+    }
+    m_model.selectTab(HistoryTab::Days);
+    EXPECT_TRUE(m_stage.settle());
+    while (!window.activeFocusItem()->inherits("HistoryChart")) {
+        press({Qt::Key_Tab});
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isInSight(*window.activeFocusItem(), window); }));
+}
+
+TEST_F(Panel, keepsItsHeightWhileTimePasses)
+{
+    ASSERT_TRUE(Stage::furnishHome(QStringLiteral(KESTRELBAY_SOURCE "/companions/i18n.json")));
+    for (const char *language : {"en", "de", "ru"}) {
+        Stage stage;
+        stage.model().setLanguage(QLatin1String(language));
+        stage.model().loadStats(Canned::statistics());
+        stage.model().setLimits(Canned::limits(91, 62));
+        stage.show();
+        QList<int> heights;
+        for (int minutes = 0; minutes < 240; minutes += 5) {
+            stage.model().setNow(Canned::now() + std::chrono::minutes(minutes));
+            EXPECT_TRUE(stage.settle());
+            heights << stage.window().height();
+        }
+        EXPECT_TRUE(std::ranges::is_sorted(heights)) << language;
+    }
+    QFile::remove(Paths::i18n());
+}
+
+TEST_F(Panel, foldsByADoubleClickBesideTheHistoryAlone)
+{
+    m_model.setExpanded(true);
+    load(3);
+    QSignalSpy fold(&m_stage.actions(), &PanelActions::expandRequested);
+    const int middle = m_stage.window().width() / 2;
+    for (const auto &[y, folds] : {std::pair(m_stage.window().height() - 80, 0), std::pair(6, 1)}) {
+        QTest::mouseDClick(&m_stage.window(), Qt::LeftButton, {}, {middle, y});
+        EXPECT_EQ(fold.size(), folds) << y;
+    }
+}
+
+TEST_F(Panel, fadesTheTipOfABarAlsoUnderReducedMotion)
+{
+    m_model.setExpanded(true);
+    load(3);
+    const auto *tip = m_stage.window().rootObject()->findChild<QQuickItem *>(u"tip"_qs);
+    ASSERT_TRUE(tip);
+    m_model.hover().setX(300);
+    EXPECT_LT(tip->opacity(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([tip] { return tip->opacity() == 1; }));
 }
 
 TEST_F(Panel, worksByKeyboardAlone)
