@@ -1,8 +1,10 @@
 #include "app/AppDelegate.h"
 
 #include "model/statusTip.h"
+#include "platform/openPage.h"
 #include "platform/preferredLanguages.h"
 #include "sources/AppVersion.h"
+#include <QCoreApplication>
 #include <QCursor>
 #include <utility>
 
@@ -34,6 +36,7 @@ AppDelegate::AppDelegate(const Services &services)
                    }},
           m_dashboard, m_actions)
     , m_options({m_model, m_widget, m_updates, m_systemMotion, m_general}, services.loginItem)
+    , m_menuOpener({m_menu, m_statusItem, m_trays, m_widget, services.sleeper})
 {
     connectActions();
     connectCollaborators();
@@ -81,6 +84,30 @@ void AppDelegate::connectCollaborators()
         }
     });
     connect(&m_options, &Options::changed, this, &AppDelegate::saveState);
+}
+
+void AppDelegate::connectMenu()
+{
+    connect(&m_menu, &StatusMenu::needsUpdate, this, &AppDelegate::refreshMenu);
+    connect(&m_menu, &StatusMenu::toggleWidgetRequested, &m_widget, &WidgetPanel::toggleWidget);
+    connect(&m_menu, &StatusMenu::statsRequested, this, &AppDelegate::toggleStatsFromMenu);
+    connect(&m_menu, &StatusMenu::settingsRequested, this, &AppDelegate::openSettings);
+    connect(&m_menu, &StatusMenu::viewRequested, this, &AppDelegate::setView);
+    connect(&m_menu, &StatusMenu::optionRequested, &m_options, &Options::flip);
+    connect(&m_menu, &StatusMenu::updateRequested, this, &AppDelegate::openUpdate);
+    connect(&m_menu, &StatusMenu::languageRequested, this, &AppDelegate::pickLanguage);
+    connect(&m_menu, &StatusMenu::quitRequested, this, &AppDelegate::quit);
+}
+
+void AppDelegate::connectShell()
+{
+    connect(&m_statusItem, &StatusItem::thereChanged, this, [this] {
+        // A tray that is restarted takes a moment to come back.
+        m_sleeper(m_statusItem.isThere() ? 200ms : 3s, [this] { m_widget.followTray(); });
+    });
+    connect(&m_widget, &WidgetPanel::presented, this, &AppDelegate::updateLimits);
+    connect(&m_widget, &WidgetPanel::changed, this, [this] { m_deferred.deferWork(Work::Save); });
+    connect(&m_widget, &WidgetPanel::moved, this, [this] { m_moved = true; });
 }
 
 /// What the views change is remembered, once what was remembered is restored.
@@ -255,6 +282,55 @@ void AppDelegate::syncChanged()
     if (!m_model.hover().x() && !m_widget.isBusy()) {
         m_stats.readStats(StatsFeed::Wait::No);
     }
+}
+
+void AppDelegate::refreshMenu()
+{
+    m_options.show();
+    m_menu.refreshMenu(m_widget.wantsVisible() && m_widget.panelOnTop());
+}
+
+void AppDelegate::toggleStatsFromMenu()
+{
+    if (!m_widget.wantsVisible()) {
+        m_widget.showWidget();
+    }
+    setExpanded(!m_model.expanded());
+}
+
+void AppDelegate::pickProvider(Provider provider)
+{
+    if (provider != m_model.provider()) {
+        m_model.setProvider(provider);
+        updateLimits();
+        saveState();
+    }
+}
+
+void AppDelegate::pickLanguage(const QString &code)
+{
+    m_model.setLanguage(code);
+    updateLimits();
+    saveState();
+}
+
+void AppDelegate::setView(ViewMode mode)
+{
+    if (mode != m_model.mode()) {
+        m_widget.setView(mode);
+        saveState();
+    }
+}
+
+void AppDelegate::openUpdate()
+{
+    openPage(m_updates.page());
+}
+
+void AppDelegate::quit()
+{
+    saveState();
+    QCoreApplication::exit(); // not quit(), which the panel could refuse as it refuses to be closed
 }
 
 #include "moc_AppDelegate.cpp"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/MenuOpener.h"
 #include "app/Options.h"
 #include "app/Services.h"
 #include "app/SettingsWindow.h"
@@ -54,12 +55,6 @@ private:
     void connectMenu();
     void connectShell();
     void refreshMenu();
-    void menuOpens();
-    void makeRoom();
-    void popUpMenuOfItem();
-    void holdMenu();
-    void popUpMenu(const QPoint &place);
-    void statusClicked(Qt::KeyboardModifiers modifiers);
     void toggleStatsFromMenu();
     void pickProvider(Provider provider);
     void pickLanguage(const QString &code);
@@ -94,11 +89,11 @@ private:
     StatusItem m_statusItem;
     WidgetPanel m_widget;
     Options m_options;
+    MenuOpener m_menuOpener;
     std::unique_ptr<SyncSettings> m_syncSettings; ///< once it is asked for
     std::unique_ptr<SettingsWindow> m_settings;   ///< while it is open
     QTimer m_heartbeat;
 
-    bool m_moved = false;         ///< the panel, by the user, since the last save
-    bool m_menuFromPanel = false; ///< the menu was asked for by a click on the panel
-    TimePoint m_lastDraw {};      ///< when the limit rows were last drawn anew
+    bool m_moved = false;    ///< the panel, by the user, since the last save
+    TimePoint m_lastDraw {}; ///< when the limit rows were last drawn anew
 };
