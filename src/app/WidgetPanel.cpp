@@ -3,9 +3,21 @@
 #include "platform/DesktopWatch.h"
 #include "views/PanelActions.h"
 #include "views/theme/Motion.h"
-#include <QCursor>
+#include <cmath>
+#include <QGuiApplication>
 
 using namespace std::chrono_literals;
+
+namespace {
+
+bool isSame(QSizeF one, QSizeF other)
+{
+    constexpr double least = 0.5;
+    return std::abs(one.width() - other.width()) < least
+        && std::abs(one.height() - other.height()) < least;
+}
+
+} // namespace
 
 WidgetPanel::WidgetPanel(Surroundings surroundings, Dashboard &dashboard, PanelActions &actions)
     : m_around(std::move(surroundings))
@@ -13,6 +25,8 @@ WidgetPanel::WidgetPanel(Surroundings surroundings, Dashboard &dashboard, PanelA
     , m_clock(m_around.clock)
     , m_panel(dashboard, actions)
     , m_mover(m_panel, m_clock)
+    , m_place(m_around.desktop, m_around.statusItem)
+    , m_outsidePresses(m_around.desktop, m_clock, m_panel)
 {
     watchPanel();
     watchSurroundings();
@@ -34,9 +48,9 @@ void WidgetPanel::watchPanel()
         }
     });
     connect(&m_panel, &FloatingPanel::moved, this, [this] {
-        m_anchor.reset();
+        m_place.releaseCorner();
         if (mode() == ViewMode::Window) {
-            takeSpot();
+            m_place.takeSpot(m_panel.frame());
             Q_EMIT moved();
         }
     });
@@ -51,6 +65,16 @@ void WidgetPanel::watchPanel()
         [this](std::chrono::milliseconds length) { m_quiet.extend(m_clock.now(), length); });
 }
 
+void WidgetPanel::watchSurroundings()
+{
+    DesktopWatch &desktop = m_around.desktop;
+    connect(&desktop, &DesktopWatch::desktopSwitched, this, &WidgetPanel::spaceChanged);
+    connect(&desktop, &DesktopWatch::compositedChanged, this,
+        [this, &desktop] { m_panel.setTranslucent(desktop.composited()); });
+    connect(&m_place, &PanelPlace::screensChanged, this, &WidgetPanel::fit);
+    connect(&m_outsidePresses, &OutsidePresses::turnedAway, this, &WidgetPanel::hideWidget);
+}
+
 bool WidgetPanel::isBusy()
 {
     m_mover.finishIfOverdue();
@@ -62,12 +86,12 @@ void WidgetPanel::follow()
     if (!m_panel.isShown() || !m_wantsVisible) {
         return;
     }
-    makeFit((mode() == ViewMode::Icon ? statusFrame() : m_panel.frame()).center());
-    if (mode() == ViewMode::Window || !m_around.statusItem()) {
+    makeFit((mode() == ViewMode::Icon ? m_place.itemFrame() : m_panel.frame()).center());
+    if (mode() == ViewMode::Window || !m_place.hasItem()) {
         return;
     }
-    if (const QRectF frame = dropFrame(m_panel.frame().size()); frame != m_panel.frame()) {
-        m_mover.glide(frame, std::nullopt, Motion::settleTime);
+    if (const QRectF next = m_place.hanging(m_panel.frame().size()); next != m_panel.frame()) {
+        m_mover.glide(next, std::nullopt, Motion::settleTime);
     }
 }
 
@@ -84,14 +108,14 @@ bool WidgetPanel::panelOnTop() const
 void WidgetPanel::restore(bool wantsVisible, const std::optional<WindowSpot> &spot)
 {
     m_wantsVisible = wantsVisible;
-    m_windowSpot = spot;
+    m_place.restore(spot);
 }
 
 void WidgetPanel::appear()
 {
     m_panel.setTranslucent(m_around.desktop.composited());
     m_panel.settle();
-    stand(!m_around.statusItem());
+    stand(!m_place.hasItem());
     if (mode() == ViewMode::Window) {
         m_wantsVisible ? showWidget() : orderOut();
         return;
@@ -113,11 +137,11 @@ void WidgetPanel::showWidget()
     }
     if (mode() == ViewMode::Icon) {
         if (!m_panel.isShown()) {
-            m_shownFrom = QCursor::pos();
-            makeFit(statusFrame().center());
-            m_mover.jump(dropFrame(m_panel.contentSize()));
+            m_place.noteShown();
+            makeFit(m_place.itemFrame().center());
+            m_mover.jump(m_place.hanging(m_panel.contentSize()));
         }
-        watchOutsideClicks();
+        m_outsidePresses.watch();
     }
     present();
     Q_EMIT presented();
@@ -127,12 +151,14 @@ void WidgetPanel::showWidget()
 void WidgetPanel::present()
 {
     m_quiet.extend(m_clock.now(), 900ms);
-    const QRectF target = m_mover.frameTarget().value_or(m_panel.frame());
+    const QRectF target = frame();
     if (!m_panel.isShown()) {
         m_model.conceal();
         if (!Motion::reduced()) {
             m_mover.setOpacity(0);
-            m_mover.jump(target.translated(0, rise()));
+            // What hangs comes from where it hangs, what stands from below.
+            const bool above = mode() == ViewMode::Icon && m_place.hangsFromAbove();
+            m_mover.jump(target.translated(0, above ? -Motion::rise : Motion::rise));
         }
     }
     m_panel.orderFront();
@@ -147,7 +173,7 @@ void WidgetPanel::present()
 void WidgetPanel::hideWidget()
 {
     m_wantsVisible = false;
-    stopWatchingOutsideClicks();
+    m_outsidePresses.stop();
     ++m_visibilityTicket;
     m_model.hover().setX(std::nullopt);
     Q_EMIT changed();
@@ -195,8 +221,8 @@ void WidgetPanel::toggleWidget()
 
 void WidgetPanel::statusClicked()
 {
-    m_pointer = QCursor::pos();
-    if (!m_hiddenByPress.lasts(m_clock.now())) {
+    m_place.noteClick();
+    if (!m_outsidePresses.wasJustNow()) {
         toggleWidget();
     }
 }
@@ -216,15 +242,16 @@ void WidgetPanel::setView(ViewMode mode)
 void WidgetPanel::stand(bool alone)
 {
     m_alone = alone;
-    stopWatchingOutsideClicks();
+    m_outsidePresses.stop();
     ++m_visibilityTicket;
     m_panel.orderOut();
     m_mover.setOpacity(1);
     m_model.conceal();
-    m_anchor.reset();
+    m_place.releaseCorner();
     applyLevel();
     if (mode() == ViewMode::Window) {
-        place();
+        makeFit(m_place.standing(m_panel.contentSize()).center());
+        m_mover.jump(m_place.standing(m_panel.contentSize()));
     }
 }
 
@@ -235,6 +262,70 @@ void WidgetPanel::applyLevel()
         m_panel.setLevel(Level::StatusBar);
     } else {
         m_panel.setLevel(m_model.topmost() ? Level::Floating : Level::Normal);
+    }
+}
+
+/// The panel is at most as high as the screen has room where this is.
+void WidgetPanel::makeFit(QPointF place)
+{
+    m_panel.setRoom(m_place.room(place));
+}
+
+QRectF WidgetPanel::frame() const
+{
+    return m_mover.frameTarget().value_or(m_panel.frame());
+}
+
+void WidgetPanel::applySize(const QSizeF &size)
+{
+    const QRectF before = frame();
+    if (isSame(size, before.size())) {
+        return;
+    }
+    const bool hangs = mode() == ViewMode::Icon;
+    const QRectF after = hangs ? m_place.hanging(size) : m_place.resized(before, size);
+    if (!hangs && m_place.moveSpot(before, after)) {
+        Q_EMIT moved();
+    }
+    if (!m_panel.isShown()) {
+        m_mover.jump(after);
+        return;
+    }
+    const bool toggled = !hasPassed(300ms, m_lastToggle, m_clock.now());
+    m_mover.glide(after, std::nullopt, toggled ? Motion::expandTime : Motion::settleTime);
+}
+
+/// The screens have changed: the panel stays in sight.
+void WidgetPanel::fit()
+{
+    if (QGuiApplication::screens().isEmpty()) {
+        return;
+    }
+    const QRectF before = frame();
+    const auto placed = [&](QSizeF size) {
+        return mode() == ViewMode::Icon ? m_place.hanging(size) : m_place.inSight(before, size);
+    };
+    makeFit(placed(before.size()).center());
+    const QRectF wanted = placed(m_panel.contentSize());
+    if (wanted != before) {
+        m_place.releaseCorner();
+        m_mover.jump(wanted);
+    }
+}
+
+void WidgetPanel::followTray()
+{
+    const bool alone = !m_place.hasItem();
+    if (alone != m_alone) {
+        stand(alone);
+        m_wantsVisible ? showWidget() : orderOut();
+    }
+}
+
+void WidgetPanel::spaceChanged()
+{
+    if (mode() == ViewMode::Icon && m_wantsVisible) {
+        hideWidget();
     }
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "app/FloatingPanel.h"
-#include "app/PanelGeometry.h"
+#include "app/OutsidePresses.h"
 #include "app/PanelMover.h"
+#include "app/PanelPlace.h"
 #include "core/Pause.h"
 #include "core/Sleeper.h"
 #include "model/WidgetModel.h"
@@ -24,8 +25,7 @@ public:
         DesktopWatch &desktop;
         const Clock &clock;
         Sleeper sleeper;
-        /// Where the status item is; empty when the tray does not tell, nothing without a tray.
-        std::function<std::optional<QRect>()> statusItem;
+        PanelPlace::StatusItemFrame statusItem;
     };
 
     WidgetPanel(Surroundings surroundings, Dashboard &dashboard, PanelActions &actions);
@@ -37,7 +37,7 @@ public:
     /// On screen, and nothing lies over it.
     [[nodiscard]] bool panelOnTop() const;
     [[nodiscard]] bool gliding() const { return m_mover.frameTarget().has_value(); }
-    [[nodiscard]] const std::optional<WindowSpot> &windowSpot() const { return m_windowSpot; }
+    [[nodiscard]] const std::optional<WindowSpot> &windowSpot() const { return m_place.spot(); }
 
     /// What is remembered from the last time.
     void restore(bool wantsVisible, const std::optional<WindowSpot> &spot);
@@ -75,39 +75,24 @@ private:
     void watchSurroundings();
     void present();
     void makeFit(QPointF place);
-    void place();
     void applySize(const QSizeF &size);
     void fit();
     void stand(bool alone);
     void spaceChanged();
-    void pressedSomewhere();
-    void focusChanged();
-    void watchOutsideClicks();
-    void stopWatchingOutsideClicks();
     void orderOut();
-    void takeSpot();
-    [[nodiscard]] QList<PanelGeometry::Screen> screens() const;
-    [[nodiscard]] QRectF visibleAround(QPointF point) const;
-    [[nodiscard]] QRectF dropFrame(QSizeF size);
-    [[nodiscard]] QRectF resized(QSizeF size);
-    [[nodiscard]] double rise();
-    [[nodiscard]] QRectF statusFrame();
+    /// Where the panel is, or is about to be.
+    [[nodiscard]] QRectF frame() const;
 
     Surroundings m_around;
     WidgetModel &m_model;
     const Clock &m_clock;
     FloatingPanel m_panel;
     PanelMover m_mover;
+    PanelPlace m_place;
+    OutsidePresses m_outsidePresses;
     bool m_wantsVisible = true;
     bool m_alone = false;          ///< there is no status item it could hang from
     qint64 m_visibilityTicket = 0; ///< hides and changes of the view so far
-    std::optional<WindowSpot> m_windowSpot;
-    std::optional<PanelGeometry::Anchor> m_anchor; ///< until the user moves it
-    std::optional<TimePoint> m_outsideClicks;      ///< since when presses are watched
     TimePoint m_lastToggle {};
-    QRect m_item;                    ///< where the status item was last known to be
-    std::optional<QPoint> m_pointer; ///< where it was when the item was last clicked
-    QPoint m_shownFrom;              ///< where it was when the panel was last shown
-    Pause m_quiet;                   ///< while it appears or glides, nothing may disturb it
-    Pause m_hiddenByPress;           ///< by a press that may be one on the status item
+    Pause m_quiet; ///< while it appears or glides, nothing may disturb it
 };
