@@ -4,21 +4,48 @@
 
 namespace indexer {
 
+namespace {
+
+/// Of a row that begins with its key; nothing when it is not as it was written.
+std::optional<UsageRecord> recordIn(const Statement &row)
+{
+    return unpackUsageRecord(
+        row.bytes(3), AnswerTable::seal({row.bits(0), row.bits(1)}, row.number(2)));
+}
+
+} // namespace
+
 AnswerTable::AnswerTable(Database &database, const TextPool &names)
     : m_database(database)
     , m_names(names)
-    , m_ofMessage(database, "SELECT request, file, told FROM answer WHERE message = ?")
-    , m_one(database, "SELECT told FROM answer WHERE message = ? AND request = ? AND file = ?")
+    , m_ofMessage(database, "SELECT request, rules, told FROM answer WHERE message = ?")
+    , m_before(database,
+          "SELECT message, request, rules, told FROM answer WHERE message < ?"
+          " ORDER BY message DESC LIMIT 1")
+    , m_behind(database,
+          "SELECT message, request, rules, told FROM answer WHERE message > ?"
+          " ORDER BY message LIMIT 1")
+    , m_one(database, "SELECT rules, told FROM answer WHERE message = ? AND request = ?")
     , m_insertion(database,
-          "INSERT OR IGNORE INTO answer (message, request, file, told) VALUES (?, ?, ?, ?)")
-    , m_update(
-          database, "UPDATE answer SET told = ? WHERE message = ? AND request = ? AND file = ?")
+          "INSERT OR IGNORE INTO answer (message, request, rules, told) VALUES (?, ?, ?, ?)")
+    , m_update(database, "UPDATE answer SET rules = ?, told = ? WHERE message = ? AND request = ?")
 {
+}
+
+bool AnswerTable::isSound(Database &database)
+{
+    Statement rows(database, "SELECT message, request, rules, told FROM answer");
+    while (rows.next()) {
+        if (!recordIn(rows)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void AnswerTable::visitAll(const Visit &visit)
 {
-    Statement rows(m_database, "SELECT message, request, file, told FROM answer ORDER BY message");
+    Statement rows(m_database, "SELECT message, request, rules, told FROM answer ORDER BY message");
     m_group.clear();
     std::uint64_t message = 0;
     while (rows.next()) {
@@ -39,99 +66,90 @@ void AnswerTable::visit(std::uint64_t message, const Visit &visit)
     while (m_ofMessage.next()) {
         addToGroup({message, m_ofMessage.bits(0)}, m_ofMessage, 1);
     }
+    if (m_group.empty()) {
+        checkAround(message);
+    }
     visitGroup(m_group, visit);
 }
 
-std::uint64_t AnswerTable::seal(const Place &place)
+/// A key that is damaged leads astray whoever looks for what stood there: who finds nothing has
+/// ended beside it.
+void AnswerTable::checkAround(std::uint64_t message)
 {
-    return sealPlace(
-        {place.key.message, place.key.request, static_cast<std::uint64_t>(place.file)});
+    for (Statement *const beside : {&m_before, &m_behind}) {
+        beside->bind(message);
+        while (beside->next()) {
+            if (!recordIn(*beside)) {
+                m_database.setDamaged();
+            }
+        }
+    }
 }
 
 void AnswerTable::addToGroup(AnswerKey key, const Statement &row, int column)
 {
     if (const auto record =
-            unpackUsageRecord(row.bytes(column + 1), seal({key, row.number(column)}))) {
+            unpackUsageRecord(row.bytes(column + 1), seal(key, row.number(column)))) {
         m_group.push_back({key.request, *record});
     } else {
         m_database.setDamaged();
     }
 }
 
-void AnswerTable::visitGroup(std::vector<Told> &group, const Visit &visit) const
+/// In the order of the requests, by their hashes as they are.
+void AnswerTable::visitGroup(std::vector<Row> &group, const Visit &visit) const
 {
     if (group.size() > 1) {
-        std::ranges::stable_sort(group, {}, &Told::request);
-        std::size_t last = 0;
-        for (std::size_t i = 1; i < group.size(); ++i) {
-            if (group[i].request == group[last].request) {
-                merge(group[last].record, group[i].record, m_names);
-            } else {
-                group[++last] = group[i];
-            }
-        }
-        group.resize(last + 1);
-        if (group.size() > 1 && group.front().request == 0) {
+        std::ranges::sort(group, {}, &Row::request);
+        if (group.front().request == 0) {
             merge(group[1].record, group.front().record, m_names);
             group.erase(group.begin());
         }
     }
-    for (const Told &told : group) {
-        visit(told.record);
+    for (const Row &row : group) {
+        visit(row.record);
     }
-}
-
-std::vector<AnswerTable::Place> AnswerTable::placesOf(const std::set<std::int64_t> &files)
-{
-    std::vector<Place> places;
-    Statement rows(m_database, "SELECT message, request, file FROM answer");
-    while (rows.next()) {
-        if (files.contains(rows.number(2))) {
-            places.push_back({{rows.bits(0), rows.bits(1)}, rows.number(2)});
-        }
-    }
-    return places;
 }
 
 /// In the order of the table, new rows go to its pages one after another.
-void AnswerTable::put(std::span<const Row> rows)
+void AnswerTable::put(std::span<const FileAnswer> answers, std::int64_t rules)
 {
     PackedWriter writer;
-    for (const Row &row : rows) {
+    for (const FileAnswer &answer : answers) {
         writer.clear();
-        pack(writer, row.answer.record, seal({row.answer.key, row.file}));
-        m_insertion.bind(row.answer.key.message, row.answer.key.request, row.file,
-            std::string_view(writer.bytes()));
+        pack(writer, answer.record, seal(answer.key, rules));
+        m_insertion.bind(
+            answer.key.message, answer.key.request, rules, std::string_view(writer.bytes()));
         m_insertion.run();
         if (m_database.changes() == 0) {
-            mergeInto(row);
+            mergeInto(answer, rules);
         }
     }
 }
 
-void AnswerTable::mergeInto(const Row &row)
+void AnswerTable::mergeInto(const FileAnswer &answer, std::int64_t rules)
 {
-    const AnswerKey key = row.answer.key;
-    UsageRecord record = row.answer.record;
-    m_one.bind(key.message, key.request, row.file);
+    const AnswerKey key = answer.key;
+    UsageRecord record = answer.record;
+    std::string before;
+    m_one.bind(key.message, key.request);
     while (m_one.next()) {
-        if (const auto before = unpackUsageRecord(m_one.bytes(0), seal({key, row.file}))) {
-            merge(record, *before, m_names);
-        } else {
+        const std::int64_t rulesBefore = m_one.number(0);
+        before = m_one.bytes(1);
+        const auto told = unpackUsageRecord(before, seal(key, rulesBefore));
+        if (!told) {
             m_database.setDamaged();
+        } else if (rulesBefore == rules) {
+            merge(record, *told, m_names);
+        } else if (rulesBefore > rules) {
+            record = *told;
+            rules = rulesBefore;
         }
     }
     PackedWriter writer;
-    pack(writer, record, seal({key, row.file}));
-    m_update.bind(std::string_view(writer.bytes()), key.message, key.request, row.file).run();
-}
-
-void AnswerTable::remove(std::span<const Place> places)
-{
-    Statement removal(
-        m_database, "DELETE FROM answer WHERE message = ? AND request = ? AND file = ?");
-    for (const auto &[key, file] : places) {
-        removal.bind(key.message, key.request, file).run();
+    pack(writer, record, seal(key, rules));
+    if (writer.bytes() != before) {
+        m_update.bind(rules, std::string_view(writer.bytes()), key.message, key.request).run();
     }
 }
 

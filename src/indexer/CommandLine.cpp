@@ -28,6 +28,7 @@ struct Words {
     bool byModel = false;
     bool asStatusJson = false;
     bool asWaybar = false;
+    std::string backup;
 };
 
 /// The commands of the command line, once they are set up.
@@ -35,13 +36,16 @@ struct Commands {
     const CLI::App *report = nullptr;
     const CLI::App *status = nullptr;
     const CLI::App *doctor = nullptr;
+    const CLI::App *backup = nullptr;
 };
+
+std::string notEmpty(const std::string &value)
+{
+    return value.empty() ? std::string("must not be empty") : std::string();
+}
 
 void addFolders(CLI::App &app, Words &words)
 {
-    const auto notEmpty = [](const std::string &value) {
-        return value.empty() ? std::string("must not be empty") : std::string();
-    };
     app.add_option("--data", words.data, "Folder of stats.json and prices.json (~/.kestrelbay)")
         ->option_text("DIR")
         ->check(notEmpty);
@@ -130,12 +134,25 @@ const CLI::App *addDoctor(CLI::App &app, Words &words)
     return doctor;
 }
 
+const CLI::App *addBackup(CLI::App &app, Words &words)
+{
+    CLI::App *backup = app.add_subcommand("backup", help::backup);
+    backup->footer(help::moreOnBackup);
+    backup->add_option("file", words.backup, "What the copy is to be called")
+        ->option_text("FILE")
+        ->required()
+        ->check(notEmpty);
+    addFolders(*backup, words);
+    return backup;
+}
+
 Commands addCommands(CLI::App &app, Words &words, Day today)
 {
     app.require_subcommand(0, 1);
     return {.report = addReport(app, words, today),
         .status = addStatus(app, words),
-        .doctor = addDoctor(app, words)};
+        .doctor = addDoctor(app, words),
+        .backup = addBackup(app, words)};
 }
 
 EarlyEnd wrong(std::string_view what)
@@ -227,6 +244,8 @@ std::variant<Options, EarlyEnd> parseCommandLine(
         options.command = StatusOptions {statusFormat(words)};
     } else if (commands.doctor->parsed()) {
         options.command = DoctorOptions {};
+    } else if (commands.backup->parsed()) {
+        options.command = BackupOptions {words.backup};
     }
     return options;
 }

@@ -21,6 +21,11 @@ struct StatusOptions {
 /// Look for what is wrong.
 struct DoctorOptions { };
 
+/// Copy the history.
+struct BackupOptions {
+    std::filesystem::path file;
+};
+
 /// What the program was asked to do.
 struct Options {
     std::filesystem::path data;
@@ -30,7 +35,7 @@ struct Options {
     bool isClaudeArgument = false; // by the command line
     std::filesystem::path codex;
     bool isCodexNamed = false; // by the command line
-    std::variant<UpdateOptions, ReportOptions, StatusOptions, DoctorOptions> command;
+    std::variant<UpdateOptions, ReportOptions, StatusOptions, DoctorOptions, BackupOptions> command;
 };
 
 /// The program ends at once: with the help, the version, or what was wrong with the command line.

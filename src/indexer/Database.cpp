@@ -1,5 +1,8 @@
 #include "indexer/Database.h"
 
+#include "indexer/HashOf.h"
+#include "indexer/Packed.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -85,6 +88,24 @@ void tighten(const std::string &file)
     }
 }
 
+/// SQL's `seal(column, …)`: a hash of a row's columns.
+void seal(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    std::uint64_t hash = 0;
+    for (int i = 0; i < count; ++i) {
+        sqlite3_value *const value = values[i];
+        if (sqlite3_value_type(value) == SQLITE_INTEGER) {
+            hash = sealPlace({hash, static_cast<std::uint64_t>(sqlite3_value_int64(value))});
+        } else if (const void *bytes = sqlite3_value_blob(value)) {
+            const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+            hash = sealPlace({hash, hashOf({static_cast<const char *>(bytes), size})});
+        } else {
+            hash = sealPlace({hash, 0});
+        }
+    }
+    sqlite3_result_int64(context, static_cast<std::int64_t>(hash));
+}
+
 } // namespace
 
 Database::Database(const std::filesystem::path &file)
@@ -138,6 +159,8 @@ void Database::open(const std::filesystem::path &file, int flags)
         // What was written last stays in its journal until that is full: emptying the journal each
         // time would have us wait for the disk each time.
         sqlite3_db_config(m_connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        sqlite3_create_function(m_connection, "seal", -1, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
+            nullptr, seal, nullptr, nullptr);
     }
     static_cast<void>(check(code));
 }
@@ -178,6 +201,20 @@ void Database::goOn()
 std::int64_t Database::changes() const
 {
     return m_connection == nullptr ? 0 : sqlite3_changes64(m_connection);
+}
+
+void Database::copyFrom(Database &other)
+{
+    if (m_problem || other.m_problem) {
+        return;
+    }
+    sqlite3_backup *const backup =
+        sqlite3_backup_init(m_connection, "main", other.m_connection, "main");
+    if (backup != nullptr) {
+        sqlite3_backup_step(backup, -1);
+        sqlite3_backup_finish(backup);
+    }
+    static_cast<void>(check(sqlite3_extended_errcode(m_connection)));
 }
 
 void Database::run(const std::string &sql)

@@ -12,7 +12,7 @@ struct sqlite3_stmt;
 namespace indexer {
 
 /// One connection to an SQLite database. What goes wrong is kept, and from then on everything does
-/// nothing, so that it is enough to look at the end.
+/// nothing, so that it is enough to look at the end. Statements know `seal(value, …)`, a hash.
 class Database final {
 public:
     /// Opens or creates a file for the user alone; without a name, a database in memory.
@@ -39,6 +39,9 @@ public:
 
     /// How many rows the last statement that changes any changed.
     [[nodiscard]] std::int64_t changes() const;
+
+    /// Becomes what another database is, to the last commit.
+    void copyFrom(Database &other);
 
     void run(const std::string &sql);
     /// The first column of the first row, 0 when there is none.

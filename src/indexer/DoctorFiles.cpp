@@ -133,10 +133,11 @@ Findings examineHistory(const Examined &examined)
         findings.push_back({Severity::Note, "there is no history yet", countNow});
     } else if (examined.historyProblem) {
         const std::string problem = examined.historyProblem();
-        findings.push_back(problem.empty()
-                ? Finding {Severity::Ok, "the history is sound", {}}
-                : Finding {Severity::Problem, "the history: " + problem,
-                    "copy history.sqlite somewhere safe, then run kestrelbay-indexer"});
+        findings.push_back(problem.empty() ? Finding {Severity::Ok, "the history is sound", {}}
+                                           : Finding {Severity::Problem, "the history: " + problem,
+                                               "kestrelbay-indexer backup FILE keeps a copy; then "
+                                               "run kestrelbay-indexer, which repairs"
+                                               " it"});
     }
     if (examined.newestAnswer && *examined.newestAnswer > examined.now + std::chrono::minutes {5}) {
         findings.push_back({Severity::Problem,

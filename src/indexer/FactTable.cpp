@@ -1,6 +1,9 @@
 #include "indexer/FactTable.h"
 
+#include "indexer/SealedTables.h"
+
 #include <charconv>
+#include <fmt/format.h>
 
 namespace indexer {
 
@@ -14,11 +17,16 @@ std::int64_t FactTable::number(std::string_view name) const
 
 std::string FactTable::text(std::string_view name) const
 {
-    Statement rows(m_database, "SELECT value FROM fact WHERE name = CAST(? AS TEXT)");
+    Statement rows(m_database,
+        fmt::format(
+            "SELECT value, {} FROM fact WHERE name = CAST(? AS TEXT)", isSealed(factTable)));
     rows.bind(name);
     std::string value;
     while (rows.next()) {
         value = rows.bytes(0);
+        if (rows.number(1) == 0) {
+            m_database.setDamaged();
+        }
     }
     return value;
 }
@@ -30,8 +38,9 @@ void FactTable::set(std::string_view name, std::int64_t value)
 
 void FactTable::set(std::string_view name, std::string_view value)
 {
-    Statement replacement(
-        m_database, "INSERT OR REPLACE INTO fact (name, value) VALUES (CAST(? AS TEXT), ?)");
+    Statement replacement(m_database,
+        "INSERT OR REPLACE INTO fact (name, value, seal)"
+        " VALUES (CAST(?1 AS TEXT), ?2, seal(?1, ?2))");
     replacement.bind(name, value).run();
 }
 

@@ -56,7 +56,8 @@ std::optional<FileSkip> FileReading::read(const FileTask &task)
 bool FileReading::goOn(const FileTask &task)
 {
     const ByteSource &source = m_reader.source();
-    return task.from && !source.isCompressed() && source.identity().isSameFile(task.from->identity)
+    return task.from && task.from->place > 0 && !source.isCompressed()
+        && source.identity().isSameFile(task.from->identity)
         && source.identity().size >= task.from->identity.size
         && source.guardBefore(task.from->place) == task.from->guard
         && m_reader.skipTo(task.from->place);

@@ -1,5 +1,9 @@
 #include "indexer/FileTable.h"
 
+#include "indexer/SealedTables.h"
+
+#include <fmt/format.h>
+
 namespace indexer {
 
 namespace {
@@ -22,18 +26,22 @@ FileTable::FileTable(Database &database)
     , m_mark(database,
           "UPDATE file SET device = ?, inode = ?, size = ?, modified = ?, place = ?, guard = ?,"
           " again = ?, gone = 0, rules = ?, skips = ? WHERE id = ?")
+    , m_seal(database, resealing(fileTable, "id = ?"))
 {
 }
 
 std::vector<KnownFile> FileTable::all() const
 {
     std::vector<KnownFile> files;
-    Statement rows(m_database,
-        "SELECT id, provider, path, device, inode, size, modified, place, guard, again, gone, rules"
-        " FROM file");
+    checkStructure(m_database, fileTable.name);
+    Statement rows(
+        m_database, fmt::format("SELECT {}, {} FROM file", isSealed(fileTable), fileTable.columns));
     while (rows.next()) {
         KnownFile &file = files.emplace_back();
         int column = 0;
+        if (rows.number(column++) == 0) {
+            m_database.setDamaged();
+        }
         file.id = rows.number(column++);
         file.provider = static_cast<Provider>(rows.number(column++));
         file.path = rows.bytes(column++);
@@ -52,10 +60,10 @@ std::vector<KnownFile> FileTable::all() const
     return files;
 }
 
-Skips FileTable::skips() const
+Skips FileTable::skips(Database &database)
 {
     Skips all;
-    Statement rows(m_database, "SELECT skips FROM file WHERE skips <> x''");
+    Statement rows(database, "SELECT skips FROM file WHERE skips <> x''");
     while (rows.next()) {
         all.add(Skips::unpacked(rows.bytes(0)));
     }
@@ -66,12 +74,14 @@ std::int64_t FileTable::add(Provider provider, const std::string &path)
 {
     Statement insertion(m_database,
         "INSERT INTO file (provider, path, device, inode, size, modified, place, guard, again,"
-        " gone, rules, skips) VALUES (?, ?, 0, 0, 0, 0, 0, 0, 0, 0, 0, x'') RETURNING id");
+        " gone, rules, skips, seal) VALUES (?, ?, 0, 0, 0, 0, 0, 0, 0, 0, 0, x'', 0)"
+        " RETURNING id");
     insertion.bind(static_cast<int>(provider), std::string_view(path));
     std::int64_t id = 0;
     while (insertion.next()) {
         id = insertion.number(0);
     }
+    seal(id);
     return id;
 }
 
@@ -92,18 +102,21 @@ void FileTable::mark(const FilePiece &piece)
     m_mark.bind(identity.device, identity.inode, identity.size, identity.modified, piece.mark.place,
         piece.mark.guard, stamp(again), readingRules, std::string_view(left), piece.file);
     m_mark.run();
+    seal(piece.file);
 }
 
 void FileTable::move(std::int64_t id, const std::string &path)
 {
     Statement update(m_database, "UPDATE file SET path = ?, gone = 0 WHERE id = ?");
     update.bind(std::string_view(path), id).run();
+    seal(id);
 }
 
 void FileTable::setGone(std::int64_t id, bool isGone)
 {
     Statement update(m_database, "UPDATE file SET gone = ? WHERE id = ?");
     update.bind(static_cast<int>(isGone), id).run();
+    seal(id);
 }
 
 /// What was left out of it is for the new version to tell.
@@ -111,6 +124,7 @@ void FileTable::setAside(std::int64_t id)
 {
     Statement update(m_database, "UPDATE file SET gone = 1, skips = x'' WHERE id = ?");
     update.bind(id).run();
+    seal(id);
 }
 
 void FileTable::remove(std::int64_t id)
@@ -124,6 +138,13 @@ void FileTable::setIdentity(std::int64_t id, const FileIdentity &identity)
     Statement update(m_database,
         "UPDATE file SET device = ?, inode = ?, size = ?, modified = ?, gone = 0 WHERE id = ?");
     update.bind(identity.device, identity.inode, identity.size, identity.modified, id).run();
+    seal(id);
+}
+
+/// After each change of a row.
+void FileTable::seal(std::int64_t id)
+{
+    m_seal.bind(id).run();
 }
 
 } // namespace indexer

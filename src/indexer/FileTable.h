@@ -1,14 +1,11 @@
 #pragma once
 
-#include "indexer/Database.h"
+#include "indexer/AnswerTable.h"
 #include "indexer/FileTask.h"
 
 #include <vector>
 
 namespace indexer {
-
-/// To be raised when lines are read by other rules: then all files are read again.
-constexpr std::int64_t readingRules = 3;
 
 /// A file that the history knows.
 struct KnownFile {
@@ -27,7 +24,7 @@ public:
 
     [[nodiscard]] std::vector<KnownFile> all() const;
     /// What was left out of all files.
-    [[nodiscard]] Skips skips() const;
+    [[nodiscard]] static Skips skips(Database &database);
 
     /// Takes up a file of which nothing was read yet, and gives it a number.
     [[nodiscard]] std::int64_t add(Provider provider, const std::string &path);
@@ -42,9 +39,12 @@ public:
     void setIdentity(std::int64_t id, const FileIdentity &identity);
 
 private:
+    void seal(std::int64_t id);
+
     Database &m_database;
     Statement m_before;
     Statement m_mark;
+    Statement m_seal;
 };
 
 } // namespace indexer

@@ -16,6 +16,7 @@ const char *const more =
     "  kestrelbay-indexer report monthly --json      what each month cost, for other programs\n"
     "  kestrelbay-indexer status --waybar            one line for a status bar\n"
     "  kestrelbay-indexer doctor                     what is wrong here, and what to do\n"
+    "  kestrelbay-indexer backup kept.sqlite         a copy of what was counted so far\n"
     "\n"
     "\"kestrelbay-indexer COMMAND --help\" tells more of each command.\n"
     "\n"
@@ -78,5 +79,14 @@ const char *const moreOnDoctor =
     "Each line begins with \"ok\", \"note\" (worth knowing) or \"problem\". Nothing is changed, "
     "and\n"
     "no credentials are opened. The exit status is 1 when there is a problem.";
+
+const char *const backup = "Copy the history into one file";
+
+const char *const moreOnBackup =
+    "What was counted so far is copied to the last answer, also while others count on: a copy of\n"
+    "history.sqlite alone would lack the newest ones. A FILE that is there is replaced, unless "
+    "the\n"
+    "history is damaged. To go back to a copy, remove history.sqlite-wal and history.sqlite-shm\n"
+    "from the data folder and put it there as history.sqlite.";
 
 } // namespace indexer::help

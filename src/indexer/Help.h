@@ -16,4 +16,7 @@ extern const char *const moreOnStatus;
 extern const char *const doctor;
 extern const char *const moreOnDoctor;
 
+extern const char *const backup;
+extern const char *const moreOnBackup;
+
 } // namespace indexer::help

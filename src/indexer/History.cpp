@@ -2,6 +2,7 @@
 
 #include "indexer/HistorySchema.h"
 #include "indexer/Salvage.h"
+#include "indexer/SealedTables.h"
 
 #include <cerrno>
 #include <chrono>
@@ -238,7 +239,7 @@ void History::setAside()
 }
 
 void History::update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
-    const ProgressTold &progress)
+    const ProgressTold &progress, const Use &use)
 {
     const auto attempt = [&] {
         check(now);
@@ -246,10 +247,8 @@ void History::update(const SourceFolders &folders, const PriceTable &prices, Tim
         update.run(folders, progress);
         m_skips = update.skips();
         m_files = update.files();
-        // What statistics are made of: what cannot be read must not be taken for nothing.
-        for (const char *table : {"text", "spent", "session"}) {
-            static_cast<void>(
-                m_database->number(fmt::format("SELECT count(*) FROM {} NOT INDEXED", table)));
+        if (use && !m_database->problem()) {
+            this->use(update, use);
         }
     };
     attempt();
@@ -270,6 +269,23 @@ void History::update(const SourceFolders &folders, const PriceTable &prices, Tim
     }
 }
 
+/// Whoever uses it finds out whether the sums are as they were written, and has them marked as
+/// outdated if not.
+void History::use(HistoryUpdate &update, const Use &use)
+{
+    const auto isOutdated = [this] {
+        return FactTable(*m_database).text(sumsFact) == outdatedSums;
+    };
+    use(*this);
+    if (isOutdated()) {
+        update.renewSums();
+        use(*this);
+        if (isOutdated()) {
+            m_database->setDamaged();
+        }
+    }
+}
+
 /// Looks through the whole file now and then, so that damage is found before it spreads.
 void History::check(TimePoint now)
 {
@@ -278,22 +294,18 @@ void History::check(TimePoint now)
     if (m_file.empty() || (last <= now && now - last < betweenChecks)) {
         return;
     }
-    if (last != TimePoint {} && !isSound()) {
-        m_database->setDamaged();
-        return;
+    if (last != TimePoint {}) {
+        const Damage damage = damageOf(*m_database).damage;
+        if (damage == Damage::Whole) {
+            m_database->setDamaged();
+            return;
+        }
+        if (damage == Damage::Made) {
+            facts.set(sumsFact, outdatedSums);
+        }
     }
     m_database->run("PRAGMA wal_checkpoint(TRUNCATE)");
     facts.set("checked", now.time_since_epoch().count());
-}
-
-bool History::isSound() const
-{
-    Statement rows(*m_database, "PRAGMA quick_check(1)");
-    bool isSound = false;
-    while (rows.next()) {
-        isSound = rows.bytes(0) == "ok";
-    }
-    return isSound;
 }
 
 } // namespace indexer

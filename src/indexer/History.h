@@ -35,17 +35,19 @@ public:
     [[nodiscard]] Database &database() const { return *m_database; }
     /// How many transcripts were there at the last update.
     [[nodiscard]] std::size_t files() const { return m_files; }
-    /// Looks through the whole database.
-    [[nodiscard]] bool isSound() const;
 
-    /// Brings it up to date; see `problem` for what went wrong.
+    /// Makes something of a history that is up to date.
+    using Use = std::function<void(const History &)>;
+    /// Brings it up to date and has it used; see `problem` for what went wrong. Damage that is met
+    /// by either is repaired, and then it is used again.
     void update(const SourceFolders &folders, const PriceTable &prices, TimePoint now,
-        const ProgressTold &progress = {});
+        const ProgressTold &progress = {}, const Use &use = {});
 
 private:
     [[nodiscard]] bool lock(const std::filesystem::path &folder);
     void open();
     void check(TimePoint now);
+    void use(HistoryUpdate &update, const Use &use);
     void startAnew();
     void build(bool isReadable);
     void setAside();

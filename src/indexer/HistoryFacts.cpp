@@ -2,6 +2,8 @@
 
 #include "indexer/FactTable.h"
 #include "indexer/FileTable.h"
+#include "indexer/HistorySchema.h"
+#include "indexer/SealedTables.h"
 #include "indexer/SumTable.h"
 
 #include <algorithm>
@@ -46,11 +48,19 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
     facts.vanishedFiles =
         static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));
     facts.newestAnswer = timeOfStamp(database.number("SELECT max(end) FROM session"));
-    const FactTable known(database);
-    facts.lastRun = timeOfStamp(known.number(lastRunFact));
-    facts.isIncomplete = known.text(sumsFact) == outdatedSums;
-    facts.skips = FileTable(database).skips();
+    // Each version wrote these alike; more is for those who bring it up to date.
+    facts.lastRun = timeOfStamp(
+        database.number(fmt::format("SELECT value FROM fact WHERE name = '{}'", lastRunFact)));
+    facts.isIncomplete =
+        database.number(fmt::format(
+            "SELECT count(*) FROM fact WHERE name = '{}' AND value = CAST('{}' AS BLOB)", sumsFact,
+            outdatedSums))
+        != 0;
+    facts.skips = FileTable::skips(database);
     facts.bytes = sizeOf(file) + sizeOf(file.native() + "-wal");
+    if (isSchemaUpToDate(database) && damageOfStatistics(database) != Damage::None) {
+        database.setDamaged();
+    }
     if (database.problem()) {
         facts.problem = fmt::format("cannot read {}: {}", file.native(), *database.problem());
     }
@@ -64,12 +74,11 @@ std::string historyProblem(const std::filesystem::path &file)
         return {};
     }
     Database database(file, Database::ForReading {});
-    Statement rows(database, "PRAGMA quick_check(1)");
-    std::string said;
-    while (rows.next()) {
-        said = rows.bytes(0);
+    std::string problem = schemaProblem(database);
+    if (problem.empty()) {
+        problem = damageOf(database).words;
     }
-    return database.problem() ? *database.problem() : said == "ok" ? std::string() : said;
+    return database.problem() ? *database.problem() : problem;
 }
 
 } // namespace indexer

@@ -11,4 +11,9 @@ namespace indexer {
 /// why it cannot be used, if so; a newer version's is left as it is.
 [[nodiscard]] std::optional<std::string> bringSchemaUpToDate(Database &database);
 
+/// Whether it is of this version already.
+[[nodiscard]] bool isSchemaUpToDate(Database &database);
+/// What is wrong with the tables of a history that is there; empty when nothing is.
+[[nodiscard]] std::string schemaProblem(Database &database);
+
 } // namespace indexer

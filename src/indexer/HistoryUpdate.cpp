@@ -1,6 +1,7 @@
 #include "indexer/HistoryUpdate.h"
 
 #include "indexer/PieceStore.h"
+#include "indexer/SealedTables.h"
 #include "indexer/ThreadNameTable.h"
 
 #include <algorithm>
@@ -70,9 +71,20 @@ void HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     m_skips.add(harvest.skips());
     store.flush(upkeep);
     if (m_facts.text(sumsFact) != version) {
+        if (!known.empty()) {
+            // Rows that are missing from a page would be missing from the sums.
+            checkStructure(m_database, "answer");
+            checkStructure(m_database, rolloutTable.name);
+        }
         store.rebuildSums(version);
         m_database.run("PRAGMA wal_checkpoint(TRUNCATE)");
     }
+}
+
+void HistoryUpdate::renewSums()
+{
+    const ReadPlan nothing;
+    PieceStore(m_database, m_prices, nothing, m_now).rebuildSums(sumsVersion());
 }
 
 /// What the sums are made by, besides the answers.

@@ -30,6 +30,8 @@ public:
 
     /// What goes wrong is the database's problem.
     void run(const SourceFolders &folders, const ProgressTold &progress);
+    /// Makes all sums anew from what is stored.
+    void renewSums();
 
 private:
     [[nodiscard]] std::vector<FoundFiles> find(const SourceFolders &folders);

@@ -5,8 +5,7 @@
 
 namespace indexer {
 
-/// The texts of the history with the numbers that its rows know them by. One that was lost leaves
-/// the others their numbers.
+/// The texts of the history with the numbers that its rows know them by, which leave none out.
 class NameTable final {
 public:
     explicit NameTable(Database &database);

@@ -60,7 +60,6 @@ void PieceStore::flush(SumUpkeep upkeep)
     for (FilePiece &piece : m_pieces) {
         resolve(piece);
     }
-    forget();
     for (FilePiece &piece : m_pieces) {
         collect(piece);
         m_files.mark(piece);
@@ -74,14 +73,13 @@ void PieceStore::flush(SumUpkeep upkeep)
     transaction.commit();
     m_rollouts.clear();
     m_pieces.clear();
-    m_rows.clear();
-    m_outdated.clear();
-    m_replaced.clear();
+    m_answersTold.clear();
     m_superfluous.clear();
     m_waiting = 0;
 }
 
-/// Gives a file its number, and notes whether it told something before that holds no more.
+/// Gives a file its number. What it told of answers before stays told, whatever became of it; its
+/// sessions are what it makes of them now.
 void PieceStore::resolve(FilePiece &piece)
 {
     const auto number = static_cast<std::size_t>(piece.file);
@@ -93,19 +91,8 @@ void PieceStore::resolve(FilePiece &piece)
     }
     piece.file = id;
     if (piece.isFresh && planned.known != nullptr) {
-        m_replaced.insert(id);
-    }
-}
-
-void PieceStore::forget()
-{
-    if (m_replaced.empty()) {
-        return;
-    }
-    m_outdated = m_answers.placesOf(m_replaced);
-    for (const std::int64_t file : m_replaced) {
-        m_touchedSessions.merge(m_sessions.sessionsOf(file));
-        m_hasNewSummaries = m_sessions.remove(file) || m_hasNewSummaries;
+        m_retold[id].clear();
+        m_hasNewSummaries = m_sessions.removeSummaries(id) || m_hasNewSummaries;
     }
 }
 
@@ -146,25 +133,32 @@ void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
     for (FileAnswer &answer : told.answers) {
         answer.record.session.text = ids[answer.record.session.text];
         answer.record.model.text = ids[answer.record.model.text];
-        m_rows.push_back({file, answer});
+        m_answersTold.push_back(answer);
     }
     told.answers = {};
     for (auto &[session, facts] : told.sessions) {
-        m_touchedSessions.insert(ids[session]);
-        m_sessions.append(file, ids[session], std::move(facts));
+        collect(file, ids[session], std::move(facts));
     }
     m_sessions.addSummaries(file, told.summaries);
     m_hasNewSummaries = m_hasNewSummaries || !told.summaries.empty();
 }
 
+void PieceStore::collect(std::int64_t file, TextId session, SessionFacts facts)
+{
+    m_touchedSessions.insert(session);
+    const auto retold = m_retold.find(file);
+    if (retold != m_retold.end() && retold->second.insert(session).second) {
+        m_sessions.replace(file, session, facts);
+    } else {
+        m_sessions.append(file, session, std::move(facts));
+    }
+}
+
 std::vector<std::uint64_t> PieceStore::touchedMessages() const
 {
     std::vector<std::uint64_t> messages;
-    for (const AnswerTable::Row &row : m_rows) {
-        messages.push_back(row.answer.key.message);
-    }
-    for (const AnswerTable::Place &place : m_outdated) {
-        messages.push_back(place.key.message);
+    for (const FileAnswer &answer : m_answersTold) {
+        messages.push_back(answer.key.message);
     }
     std::ranges::sort(messages);
     messages.erase(std::unique(messages.begin(), messages.end()), messages.end());
@@ -179,13 +173,12 @@ void PieceStore::store(SumUpkeep upkeep)
     for (const std::uint64_t message : touched) {
         m_answers.visit(message, [this](const UsageRecord &record) { m_sums.takeAway(record); });
     }
-    m_answers.remove(m_outdated);
     // Signed, as the table orders them.
-    std::ranges::sort(m_rows, {}, [](const AnswerTable::Row &row) {
-        return std::make_pair(static_cast<std::int64_t>(row.answer.key.message),
-            static_cast<std::int64_t>(row.answer.key.request));
+    std::ranges::sort(m_answersTold, {}, [](const FileAnswer &answer) {
+        return std::make_pair(static_cast<std::int64_t>(answer.key.message),
+            static_cast<std::int64_t>(answer.key.request));
     });
-    m_answers.put(m_rows);
+    m_answers.put(m_answersTold);
     for (const std::uint64_t message : touched) {
         m_answers.visit(message, [this](const UsageRecord &record) { m_sums.add(record); });
     }

@@ -10,6 +10,7 @@
 #include "indexer/SessionTable.h"
 #include "indexer/SumTable.h"
 
+#include <map>
 #include <set>
 #include <vector>
 
@@ -38,7 +39,7 @@ private:
     void resolveVersions(const FilePiece &piece, const PlannedFile &planned, std::int64_t &id);
     void collect(FilePiece &piece);
     void collect(std::int64_t file, TranscriptPiece &told);
-    void forget();
+    void collect(std::int64_t file, TextId session, SessionFacts facts);
     void store(SumUpkeep upkeep);
     void showSessions();
     [[nodiscard]] std::vector<std::uint64_t> touchedMessages() const;
@@ -56,15 +57,16 @@ private:
     SumTable m_sumTable;
     Sums m_sums;
 
+    /// Of files that are read from their start once more, the sessions that they told of by now.
+    std::map<std::int64_t, std::set<TextId>> m_retold;
+
     // What waits to be stored.
     std::vector<FilePiece> m_pieces;
     std::size_t m_waiting = 0; // rows in them
     // While it is being stored.
-    std::vector<AnswerTable::Row> m_rows;
+    std::vector<FileAnswer> m_answersTold;
     FamilyStore::Rollouts m_rollouts; // of the pieces
     std::vector<std::int64_t> m_superfluous; // files
-    std::vector<AnswerTable::Place> m_outdated;
-    std::set<std::int64_t> m_replaced; // files
     std::set<TextId> m_touchedSessions;
     bool m_hasNewSummaries = false;
 };

@@ -1,5 +1,6 @@
 #include "indexer/Program.h"
 
+#include "indexer/Backup.h"
 #include "indexer/Doctor.h"
 #include "indexer/FactTable.h"
 #include "indexer/FamilyStore.h"
@@ -88,14 +89,9 @@ std::string writtenState(const Options &options, TimePoint now)
 }
 
 std::optional<std::string> write(
-    const Options &options, const History &history, const PriceTable &prices, TimePoint now)
+    const Options &options, const History &history, const Statistics &statistics, TimePoint now)
 {
-    const Statistics statistics = computeStatistics(history, prices, {}, now);
-    // What could not be read of the history must not be told as nothing.
-    auto problem = history.problem();
-    if (!problem) {
-        problem = replaceFile(options.data / statisticsName, statsJson(statistics));
-    }
+    auto problem = replaceFile(options.data / statisticsName, statsJson(statistics));
     if (const auto limits = storedLimits(history.database()); limits && !problem) {
         problem = writeLimits(options.data / limitsName, *limits, now);
     }
@@ -107,10 +103,9 @@ std::optional<std::string> write(
 }
 
 std::string report(
-    const Options &options, const History &history, const PriceTable &prices, TimePoint now)
+    const Options &options, const History &history, const Statistics &statistics, TimePoint now)
 {
     const auto &report = std::get<ReportOptions>(options.command);
-    const Statistics statistics = computeStatistics(history, prices, report.filter, now);
     const Terminal terminal = terminalOf(STDOUT_FILENO);
     const bool isTable = report.format == ReportFormat::Table;
     if (statistics.days.empty() && isTable) {
@@ -167,6 +162,13 @@ Outcome status(const Options &options, TimePoint now)
             : statusText(facts, now, terminalOf(STDOUT_FILENO))};
 }
 
+Outcome backup(const Options &options)
+{
+    const auto &file = std::get<BackupOptions>(options.command).file;
+    const auto problem = backUp(options.data / History::fileName, file);
+    return problem ? failed(*problem) : Outcome {};
+}
+
 /// Before anything else: what cannot be read must not be taken for nothing. A folder of Codex that
 /// nobody named holds nothing else up.
 std::optional<Outcome> unreadable(const Options &options, Outcome &outcome)
@@ -205,18 +207,31 @@ std::filesystem::path fromTheRoot(const std::filesystem::path &folder)
 }
 
 /// The history in the data folder, or one in memory; see its problem.
-std::unique_ptr<History> updatedHistory(
-    const Options &options, const PriceTable &prices, TimePoint now, bool isInMemory)
+std::unique_ptr<History> updatedHistory(const Options &options, const PriceTable &prices,
+    TimePoint now, bool isInMemory, const History::Use &use)
 {
     auto history =
         isInMemory ? std::make_unique<History>() : std::make_unique<History>(options.data);
     if (!history->problem()) {
         Progress progress = standardErrorProgress();
         // What is stored by its path must mean the same wherever the next run is started.
-        history->update({fromTheRoot(options.claude), fromTheRoot(options.codex)}, prices, now,
-            [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); });
+        history->update(
+            {fromTheRoot(options.claude), fromTheRoot(options.codex)}, prices, now,
+            [&](std::uint64_t done, std::uint64_t all) { progress.update(done, all); }, use);
     }
     return history;
+}
+
+/// What a run has to tell; nothing when that was written before.
+std::optional<Statistics> newStatistics(
+    const Options &options, const History &history, const PriceTable &prices, TimePoint now)
+{
+    if (const auto *report = std::get_if<ReportOptions>(&options.command)) {
+        return computeStatistics(history, prices, report->filter, now);
+    }
+    return isWritten(options, history, now)
+        ? std::nullopt
+        : std::optional(computeStatistics(history, prices, {}, now));
 }
 
 /// Reads what is new, and then reports or writes what there is.
@@ -235,7 +250,11 @@ Outcome update(const Options &options, TimePoint now)
     }
     const bool isInMemory = isElsewhere(options);
     auto problem = isInMemory ? std::nullopt : makeFolder(options.data);
-    auto history = problem ? nullptr : updatedHistory(options, prices.table, now, isInMemory);
+    std::optional<Statistics> statistics;
+    const auto use = [&](const History &history) {
+        statistics = newStatistics(options, history, prices.table, now);
+    };
+    auto history = problem ? nullptr : updatedHistory(options, prices.table, now, isInMemory, use);
     if (history != nullptr && !history->remark().empty()) {
         say(outcome, history->remark());
     }
@@ -244,14 +263,13 @@ Outcome update(const Options &options, TimePoint now)
     if (problem && isReport) {
         // Where nothing can be kept, there can still be a report.
         say(outcome, *problem + "; this report is of the transcripts that are there now");
-        history = updatedHistory(options, prices.table, now, true);
+        history = updatedHistory(options, prices.table, now, true, use);
         problem = history->problem();
     }
     if (isReport && !problem) {
-        outcome.output = report(options, *history, prices.table, now);
-        problem = history->problem(); // what could not be read is no part of it
-    } else if (!problem && !isWritten(options, *history, now)) {
-        problem = write(options, *history, prices.table, now);
+        outcome.output = report(options, *history, *statistics, now);
+    } else if (!problem && statistics) {
+        problem = write(options, *history, *statistics, now);
     }
     if (problem) {
         return failed(*problem, std::move(outcome));
@@ -271,6 +289,9 @@ Outcome run(const Options &options, TimePoint now)
     }
     if (std::holds_alternative<StatusOptions>(options.command)) {
         return status(options, now);
+    }
+    if (std::holds_alternative<BackupOptions>(options.command)) {
+        return backup(options);
     }
     return update(options, now);
 }

@@ -1,14 +1,18 @@
 #include "indexer/RolloutTable.h"
 
 #include "indexer/RolloutPacking.h"
+#include "indexer/SealedTables.h"
 
+#include <fmt/format.h>
 #include <map>
 
 namespace indexer {
 
 RolloutTable::RolloutTable(Database &database)
     : m_database(database)
-    , m_told(database, "SELECT told FROM rollout WHERE file = ?")
+    , m_told(database,
+          fmt::format("SELECT told, {} FROM rollout WHERE file = ?", isSealed(rolloutTable)))
+    , m_kin(database, "SELECT 1 FROM kin WHERE file = ?")
 {
 }
 
@@ -18,6 +22,9 @@ std::string RolloutTable::told(std::int64_t file)
     std::string bytes;
     while (m_told.next()) {
         bytes = m_told.bytes(0);
+        if (m_told.number(1) == 0) {
+            m_database.setDamaged();
+        }
     }
     return bytes;
 }
@@ -91,21 +98,32 @@ RolloutBook RolloutTable::book(const Files &files)
         const std::string bytes = told(file);
         if (auto rollout = unpackedRollout(bytes)) {
             book.add(std::move(*rollout));
-        } else if (!bytes.empty()) {
+        } else if (!bytes.empty() || hasKin(file)) {
             m_database.setDamaged();
         }
     }
     return book;
 }
 
+/// As each file has that told anything yet.
+bool RolloutTable::hasKin(std::int64_t file)
+{
+    m_kin.bind(file);
+    bool hasAny = false;
+    while (m_kin.next()) {
+        hasAny = true;
+    }
+    return hasAny;
+}
+
 void RolloutTable::put(const KeptRollout &rollout)
 {
     const auto &[file, bytes, threads] = rollout;
-    Statement replacement(m_database, "INSERT OR REPLACE INTO rollout (file, told) VALUES (?, ?)");
+    Statement replacement(m_database, replacementIn(rolloutTable));
     replacement.bind(file, std::string_view(bytes)).run();
     Statement removal(m_database, "DELETE FROM kin WHERE file = ?");
     removal.bind(file).run();
-    Statement insertion(m_database, "INSERT OR IGNORE INTO kin (thread, file) VALUES (?, ?)");
+    Statement insertion(m_database, replacementIn(kinTable));
     for (const std::string &thread : threads) {
         insertion.bind(std::string_view(thread), file).run();
     }

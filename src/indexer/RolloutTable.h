@@ -38,8 +38,11 @@ public:
     void remove(std::int64_t file);
 
 private:
+    [[nodiscard]] bool hasKin(std::int64_t file);
+
     Database &m_database;
     Statement m_told;
+    Statement m_kin;
 };
 
 } // namespace indexer

@@ -4,9 +4,9 @@
 #include "indexer/NameTable.h"
 #include "indexer/RolloutPacking.h"
 #include "indexer/RolloutTable.h"
+#include "indexer/SealedTables.h"
 #include "indexer/SessionTable.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <functional>
 #include <limits>
@@ -20,16 +20,32 @@ namespace {
 /// After so many places that cannot be read, the rest is given up.
 constexpr int mostHoles = 4000;
 
+bool hasColumn(Database &database, std::string_view table, std::string_view column)
+{
+    database.goOn();
+    return database.number(fmt::format(
+               "SELECT count(*) FROM pragma_table_info('{}') WHERE name = '{}'", table, column))
+        != 0;
+}
+
 /// Reads what can be read of a table.
 class Remains final {
 public:
     using Take = std::function<void(const Statement &)>;
 
-    /// `columns` begins with a key, which is a number.
-    Remains(Database &from, std::string_view table, std::string_view columns)
+    /// `columns` begins with a key, which is a number. Rows that a condition does not hold for are
+    /// left out.
+    Remains(Database &from, std::string_view table, std::string_view columns,
+        std::string_view condition = "true")
         : m_from(from)
-        , m_sql(fmt::format("SELECT {0} FROM {1} WHERE {2} >= ? ORDER BY {2}", columns, table,
-              columns.substr(0, columns.find(','))))
+        , m_sql(fmt::format("SELECT {0} FROM {1} WHERE {2} >= ? AND {3} ORDER BY {2}", columns,
+              table, columns.substr(0, columns.find(',')), condition))
+    {
+    }
+    /// The rows of a table that are as they were written, as far as its version tells.
+    Remains(Database &from, const SealedTable &table)
+        : Remains(from, table.name, table.columns,
+            hasColumn(from, table.name, "seal") ? isSealed(table) : "true")
     {
     }
 
@@ -116,12 +132,17 @@ public:
 
 private:
     void readTexts();
-    void copy(std::string_view table, std::string_view columns, std::string_view into);
-    void copyThreadNames();
-    void takeAnswer(const Statement &row);
+    void copyFiles();
+    void copySummaries();
+    void copyThreads(const SealedTable &table);
+    void takeAnswer(const Statement &row, bool isByFile);
     void takeSession(const Statement &row);
     void takeRollout(const Statement &row);
     void standInForFiles();
+    [[nodiscard]] bool isKnown(TextId before) const
+    {
+        return before == 0 || m_texts.contains(before);
+    }
     [[nodiscard]] TextId numberOf(TextId before);
 
     Database &m_from;
@@ -136,72 +157,87 @@ private:
 void Salvaging::run()
 {
     readTexts();
-    copy("file",
-        "id, provider, path, device, inode, size, modified, place, guard, again, gone, skips",
-        "file (id, provider, path, device, inode, size, modified, place, guard, again, gone, skips,"
-        " rules) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)"); // no rules: to be read again
-    Remains(m_from, "answer", "message, request, file, told").visit([this](const Statement &row) {
-        takeAnswer(row);
-    });
+    copyFiles();
+    // Once they were kept by file, and sealed to that.
+    const bool isByFile = hasColumn(m_from, "answer", "file");
+    Remains(m_from, "answer",
+        isByFile ? "message, request, file, told" : "message, request, rules, told")
+        .visit([&](const Statement &row) { takeAnswer(row, isByFile); });
     Remains(m_from, "session_part", "session, file, told").visit([this](const Statement &row) {
         takeSession(row);
     });
-    Remains(m_from, "rollout", "file, told").visit([this](const Statement &row) {
-        takeRollout(row);
-    });
-    copy("summary", "leaf, file, title", "summary (leaf, file, title) VALUES (?, ?, ?)");
-    copyThreadNames();
+    Remains(m_from, rolloutTable).visit([this](const Statement &row) { takeRollout(row); });
+    copySummaries();
+    copyThreads(threadNameTable);
+    copyThreads(threadTitleTable);
     standInForFiles();
     m_nameTable.save();
 }
 
 void Salvaging::readTexts()
 {
-    Remains(m_from, "text", "id, text").visit([this](const Statement &row) {
+    Remains(m_from, textTable).visit([this](const Statement &row) {
         m_texts.try_emplace(row.number(0), row.bytes(1));
     });
 }
 
-void Salvaging::copy(std::string_view table, std::string_view columns, std::string_view into)
+void Salvaging::copyFiles()
 {
-    Statement insertion(m_to, fmt::format("INSERT OR IGNORE INTO {}", into));
-    const int count = static_cast<int>(std::ranges::count(into, '?'));
-    Remains(m_from, table, columns).visit([&](const Statement &row) {
-        insertion.bindRow(row, count);
+    Statement insertion(m_to,
+        "INSERT OR IGNORE INTO file (id, provider, path, device, inode, size, modified, place,"
+        " guard, again, gone, skips, rules, seal)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, 0)"); // no rules: to be read again
+    constexpr int copied = 12;
+    Remains(m_from, "file",
+        "id, provider, path, device, inode, size, modified, place, guard, again, gone, skips")
+        .visit([&](const Statement &row) {
+            insertion.bindRow(row, copied);
+            insertion.run();
+        });
+}
+
+void Salvaging::copySummaries()
+{
+    Statement insertion(m_to, replacementIn(summaryTable));
+    Remains(m_from, summaryTable).visit([&](const Statement &row) {
+        insertion.bindRow(row, 3);
         insertion.run();
     });
 }
 
 /// Few and keyed by texts: from both ends is enough.
-void Salvaging::copyThreadNames()
+void Salvaging::copyThreads(const SealedTable &table)
 {
-    for (const auto &[table, text] :
-        {std::pair("thread_name", "name"), {"thread_title", "title"}}) {
-        Statement insertion(
-            m_to, fmt::format("INSERT OR IGNORE INTO {} (thread, {}) VALUES (?, ?)", table, text));
-        for (const char *direction : {"ASC", "DESC"}) {
-            m_from.goOn();
-            Statement rows(m_from,
-                fmt::format(
-                    "SELECT thread, {} FROM {} ORDER BY thread {}", text, table, direction));
-            while (rows.next()) {
-                insertion.bindRow(rows, 2);
-                insertion.run();
-            }
+    Statement insertion(m_to, replacementIn(table));
+    const bool hasSeal = hasColumn(m_from, table.name, "seal");
+    for (const char *direction : {"ASC", "DESC"}) {
+        m_from.goOn();
+        Statement rows(m_from,
+            fmt::format("SELECT {} FROM {} WHERE {} ORDER BY thread {}", table.columns, table.name,
+                hasSeal ? isSealed(table) : "true", direction));
+        while (rows.next()) {
+            insertion.bindRow(rows, 2);
+            insertion.run();
         }
     }
 }
 
-void Salvaging::takeAnswer(const Statement &row)
+/// What stands between the key and what is told is a file, or else the rules.
+void Salvaging::takeAnswer(const Statement &row, bool isByFile)
 {
-    const AnswerTable::Place place {{row.bits(0), row.bits(1)}, row.number(2)};
-    auto record = unpackUsageRecord(row.bytes(3), AnswerTable::seal(place));
-    if (record) {
-        record->session.text = numberOf(record->session.text);
-        record->model.text = numberOf(record->model.text);
-        const AnswerTable::Row answer {place.file, {place.key, *record}};
-        m_answers.put({&answer, 1});
+    constexpr std::int64_t rulesThen = 1;
+    const AnswerKey key {row.bits(0), row.bits(1)};
+    auto record = unpackUsageRecord(row.bytes(3), AnswerTable::seal(key, row.number(2)));
+    if (!record) {
+        return;
     }
+    // What bears a stand-in is replaced by whatever can be read again.
+    const bool isNamed = isKnown(record->session.text) && isKnown(record->model.text);
+    const std::int64_t rules = isByFile ? rulesThen : row.number(2);
+    record->session.text = numberOf(record->session.text);
+    record->model.text = numberOf(record->model.text);
+    const FileAnswer answer {key, *record};
+    m_answers.put({&answer, 1}, isNamed ? rules : 0);
 }
 
 void Salvaging::takeSession(const Statement &row)
@@ -225,10 +261,12 @@ void Salvaging::standInForFiles()
 {
     m_to.run("DELETE FROM file WHERE provider NOT IN (0, 1)");
     m_to.run("INSERT OR IGNORE INTO file (id, provider, path, device, inode, size, modified, place,"
-             " guard, again, gone, rules, skips)"
-             " SELECT file, provider, CAST('lost-' || file AS BLOB), 0, 0, 0, 0, 0, 0, 0, 1, 0, x''"
-             " FROM (SELECT file, 0 AS provider FROM answer UNION SELECT file, 0 FROM session_part"
+             " guard, again, gone, rules, skips, seal)"
+             " SELECT file, provider, CAST('lost-' || file AS BLOB),"
+             " 0, 0, 0, 0, 0, 0, 0, 1, 0, x'', 0"
+             " FROM (SELECT file, 0 AS provider FROM session_part"
              " UNION SELECT file, 1 FROM rollout)");
+    m_to.run(resealing(fileTable, "true"));
 }
 
 /// A text that was lost gets a stand-in, so that what belongs together stays together.
@@ -237,8 +275,8 @@ TextId Salvaging::numberOf(TextId before)
     if (before == 0) {
         return 0;
     }
-    const std::string &text = m_texts[before];
-    return m_nameTable.names().add(text.empty() ? fmt::format("lost-{}", before) : text);
+    return m_nameTable.names().add(
+        isKnown(before) ? m_texts.at(before) : fmt::format("lost-{}", before));
 }
 
 } // namespace

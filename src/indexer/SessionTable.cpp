@@ -1,5 +1,7 @@
 #include "indexer/SessionTable.h"
 
+#include "indexer/SealedTables.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -11,9 +13,7 @@ SessionTable::SessionTable(Database &database, const TextPool &names)
     , m_part(database, "SELECT told FROM session_part WHERE session = ? AND file = ?")
     , m_partReplacement(
           database, "INSERT OR REPLACE INTO session_part (session, file, told) VALUES (?, ?, ?)")
-    , m_faceReplacement(database,
-          "INSERT OR REPLACE INTO session (provider, session, title, folder, end, prompt)"
-          " VALUES (?, ?, ?, ?, ?, ?)")
+    , m_faceReplacement(database, replacementIn(sessionTable))
 {
 }
 
@@ -27,15 +27,15 @@ void SessionTable::visitAll(Database &database, const Visit &visit)
     }
 }
 
-std::set<TextId> SessionTable::sessionsOf(std::int64_t file) const
+bool SessionTable::isSound(Database &database)
 {
-    std::set<TextId> sessions;
-    Statement rows(m_database, "SELECT session FROM session_part WHERE file = ?");
-    rows.bind(file);
+    Statement rows(database, "SELECT session, file, told FROM session_part");
     while (rows.next()) {
-        sessions.insert(static_cast<TextId>(rows.number(0)));
+        if (!unsealed(rows.bytes(2), seal(rows.number(1), static_cast<TextId>(rows.number(0))))) {
+            return false;
+        }
     }
-    return sessions;
+    return true;
 }
 
 void SessionTable::append(std::int64_t file, TextId session, SessionFacts facts)
@@ -53,25 +53,27 @@ void SessionTable::append(std::int64_t file, TextId session, SessionFacts facts)
     } else {
         before = std::move(facts);
     }
+    replace(file, session, *before);
+}
+
+void SessionTable::replace(std::int64_t file, TextId session, const SessionFacts &facts)
+{
     PackedWriter writer;
-    pack(writer, *before, seal(file, session));
+    pack(writer, facts, seal(file, session));
     m_partReplacement.bind(session, file, std::string_view(writer.bytes())).run();
 }
 
 void SessionTable::addSummaries(
     std::int64_t file, const std::map<std::uint64_t, std::string> &summaries)
 {
-    Statement replacement(
-        m_database, "INSERT OR REPLACE INTO summary (leaf, file, title) VALUES (?, ?, ?)");
+    Statement replacement(m_database, replacementIn(summaryTable));
     for (const auto &[leaf, title] : summaries) {
         replacement.bind(leaf, file, std::string_view(title)).run();
     }
 }
 
-bool SessionTable::remove(std::int64_t file)
+bool SessionTable::removeSummaries(std::int64_t file)
 {
-    Statement parts(m_database, "DELETE FROM session_part WHERE file = ?");
-    parts.bind(file).run();
     Statement summaries(m_database, "DELETE FROM summary WHERE file = ?");
     summaries.bind(file).run();
     return m_database.changes() > 0;

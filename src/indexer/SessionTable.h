@@ -25,13 +25,16 @@ public:
     }
 
     static void visitAll(Database &database, const Visit &visit);
-    [[nodiscard]] std::set<TextId> sessionsOf(std::int64_t file) const;
+    /// Whether all that files told is as it was written.
+    [[nodiscard]] static bool isSound(Database &database);
 
     /// Adds to what a file told before.
     void append(std::int64_t file, TextId session, SessionFacts facts);
+    /// Puts in the place of it what the file tells now.
+    void replace(std::int64_t file, TextId session, const SessionFacts &facts);
     void addSummaries(std::int64_t file, const std::map<std::uint64_t, std::string> &summaries);
-    /// Forgets what a file told; true when there were summaries, which may belong to any session.
-    [[nodiscard]] bool remove(std::int64_t file);
+    /// Forgets those of a file; true when there were any, which may belong to any session.
+    [[nodiscard]] bool removeSummaries(std::int64_t file);
 
     void show(Provider provider, TextId session, const SessionFace &face);
     void hide(Provider provider, TextId session);

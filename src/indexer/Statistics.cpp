@@ -1,6 +1,8 @@
 #include "indexer/Statistics.h"
 
+#include "indexer/FactTable.h"
 #include "indexer/NameTable.h"
+#include "indexer/SealedTables.h"
 #include "indexer/SessionTable.h"
 #include "indexer/SumTable.h"
 #include "indexer/ThreadNameTable.h"
@@ -80,6 +82,10 @@ Summing::Summing(const History &history, const PriceTable &prices, const Statist
 
 void Summing::add(const SumKey &key, const Sum &sum)
 {
+    if (std::max(key.session, key.model) >= m_names.names().size()) {
+        m_database.setDamaged(); // the texts at the end are gone
+        return;
+    }
     const SessionKey session(key.provider, key.session);
     const std::string_view model = modelOf(key);
     for (Days *days : {&m_days, &m_byProvider.at(static_cast<std::size_t>(key.provider))}) {
@@ -194,11 +200,26 @@ Totals totalsOf(const Days &all, Day today)
     };
 }
 
+/// Nothing is made of rows that are not as they were written.
+bool isSound(Database &database)
+{
+    const Damage damage = damageOfStatistics(database);
+    if (damage == Damage::Whole) {
+        database.setDamaged();
+    } else if (damage == Damage::Made) {
+        FactTable(database).set(sumsFact, outdatedSums);
+    }
+    return damage == Damage::None;
+}
+
 } // namespace
 
 Statistics computeStatistics(
     const History &history, const PriceTable &prices, const StatisticsFilter &filter, TimePoint now)
 {
+    if (!isSound(history.database())) {
+        return {};
+    }
     const Summing summing(history, prices, filter);
     const Days &all = summing.days();
     LocalCalendar calendar;

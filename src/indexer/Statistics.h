@@ -51,7 +51,7 @@ struct Statistics {
 };
 
 /// From what a history holds, as far as the filter lets it through. Models are named as the prices
-/// list them.
+/// list them. Empty where that is damaged, which the history knows then.
 [[nodiscard]] Statistics computeStatistics(const History &history, const PriceTable &prices,
     const StatisticsFilter &filter, TimePoint now);
 

@@ -109,7 +109,7 @@ std::string statsJson(const Statistics &statistics)
         {"months", periodsJson(statistics.months, "month", monthText)},
         {"sessions", sessionsJson(statistics.sessions)},
     };
-    return file.dump() + '\n';
+    return file.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
 } // namespace indexer

@@ -15,6 +15,15 @@ std::uint64_t placeOf(const SumKey &key)
         static_cast<std::uint64_t>(numberOf(key.day)), key.model});
 }
 
+constexpr const char *selection = "SELECT provider, session, day, model, told FROM spent";
+
+SumKey keyOf(const Statement &row)
+{
+    return {static_cast<Provider>(row.number(0)), static_cast<TextId>(row.number(1)),
+        Day(std::chrono::days(static_cast<int>(row.number(2)))),
+        static_cast<TextId>(row.number(3))};
+}
+
 } // namespace
 
 SumTable::SumTable(Database &database)
@@ -22,14 +31,22 @@ SumTable::SumTable(Database &database)
 {
 }
 
+bool SumTable::isSound(Database &database)
+{
+    Statement rows(database, selection);
+    while (rows.next()) {
+        if (!unpackSum(rows.bytes(4), placeOf(keyOf(rows)))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 void SumTable::visitAll(const Visit &visit) const
 {
-    Statement rows(m_database, "SELECT provider, session, day, model, told FROM spent");
+    Statement rows(m_database, selection);
     while (rows.next()) {
-        const SumKey key {static_cast<Provider>(rows.number(0)),
-            static_cast<TextId>(rows.number(1)),
-            Day(std::chrono::days(static_cast<int>(rows.number(2)))),
-            static_cast<TextId>(rows.number(3))};
+        const SumKey key = keyOf(rows);
         if (const auto sum = unpackSum(rows.bytes(4), placeOf(key))) {
             visit(key, *sum);
         } else {

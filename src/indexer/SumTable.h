@@ -14,10 +14,13 @@ public:
 
     explicit SumTable(Database &database);
 
+    /// Whether all of them are as they were written.
+    [[nodiscard]] static bool isSound(Database &database);
+
     void visitAll(const Visit &visit) const;
 
-    /// Adds differences to what is there; false when that leaves less than nothing, so that all
-    /// sums are to be made anew.
+    /// Adds differences to what is there; false when that is not what was written, or leaves less
+    /// than nothing, so that all sums are to be made anew.
     [[nodiscard]] bool change(const std::map<SumKey, Sum> &differences);
     void clear();
 

@@ -2,6 +2,7 @@
 
 #include "indexer/FactTable.h"
 #include "indexer/FileIdentity.h"
+#include "indexer/SealedTables.h"
 #include "indexer/StateDatabase.h"
 #include "indexer/ThreadNames.h"
 
@@ -58,8 +59,7 @@ void updateThreadNames(Database &database, const std::filesystem::path &codex, S
         return;
     }
     Transaction transaction(database);
-    Statement replacement(
-        database, "INSERT OR REPLACE INTO thread_name (thread, name) VALUES (?, ?)");
+    Statement replacement(database, replacementIn(threadNameTable));
     const bool isRead = readThreadNames(file, [&replacement](const ThreadName &each) {
         replacement.bind(std::string_view(each.thread), std::string_view(each.name)).run();
     });
@@ -86,8 +86,7 @@ void updateThreadTitles(Database &database, const std::filesystem::path &codex)
     }
     const auto known = threadTitles(database);
     Transaction transaction(database);
-    Statement replacement(
-        database, "INSERT OR REPLACE INTO thread_title (thread, title) VALUES (?, ?)");
+    Statement replacement(database, replacementIn(threadTitleTable));
     for (const auto &[thread, title] : *titles) {
         const auto held = known.find(thread);
         if (held == known.end() || held->second != title) {

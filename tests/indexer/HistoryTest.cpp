@@ -1,5 +1,10 @@
 #include "indexer/History.h"
 
+#include "indexer/AnswerTable.h"
+#include "indexer/Backup.h"
+#include "indexer/FirstHistory.h"
+#include "indexer/HistoryFacts.h"
+#include "indexer/HistorySchema.h"
 #include "indexer/PriceFile.h"
 #include "indexer/Scratch.h"
 
@@ -32,12 +37,14 @@ protected:
     json look(TimePoint now = testNow(), const PriceTable &prices = builtInPrices())
     {
         History history(data);
+        json told;
         if (!history.problem()) {
-            history.update({scratch.claude(), scratch.codex()}, prices, now);
+            history.update({scratch.claude(), scratch.codex()}, prices, now, {},
+                [&](const History &kept) { told = json::parse(statsText(kept)); });
         }
         problem = history.problem().value_or("");
         remark = history.remark();
-        return problem.empty() ? json::parse(statsText(history)) : json();
+        return problem.empty() ? told : json();
     }
     double cost(TimePoint now = testNow()) { return look(now)["totals"]["month"]["cost"]; }
 
@@ -77,32 +84,44 @@ TEST_F(KeptHistory, followsWhatHappensToAFile)
                 touch(1h);
             },
             9},
+        // What was counted stays counted.
+        {"rewritten with less",
+            [&] {
+                scratch.transcript(
+                    "p/a.jsonl", {answer("m1", 1), answer("m2", 1), answer("m3", 1)});
+                touch(2h);
+            },
+            9},
         {"rewritten and longer",
             [&] {
                 scratch.transcript("p/a.jsonl", {answer("m4", 1), std::string(5000, ' ')});
             },
-            1},
-        {"shorter", [&] { scratch.transcript("p/a.jsonl", {}); }, 0},
+            10},
+        {"shorter", [&] { scratch.transcript("p/a.jsonl", {}); }, 10},
+        {"grown again", [&] { append(answer("m1", 5) + '\n'); }, 12},
         {"replaced",
             [&] {
                 scratch.write("new", answer("m5", 5) + '\n');
                 fs::rename(scratch.root() / "new", path);
             },
-            5},
-        {"moved", [&] { fs::rename(path, elsewhere); }, 5},
+            17},
+        {"moved", [&] { fs::rename(path, elsewhere); }, 17},
         {"another one at its place", [&] { scratch.transcript("p/a.jsonl", {answer("m6", 1)}); },
-            6},
+            18},
         {"both gone",
             [&] {
                 fs::remove(path);
                 fs::remove(elsewhere);
             },
-            6},
-        {"back with other content", [&] { scratch.transcript("p/a.jsonl", {answer("m7", 1)}); }, 7},
-        {"nothing happened", [] {}, 7}};
+            18},
+        {"back with other content", [&] { scratch.transcript("p/a.jsonl", {answer("m7", 1)}); },
+            19},
+        {"nothing happened", [] {}, 19}};
     for (const auto &[name, step, expected] : steps) {
         step();
-        EXPECT_EQ(cost(), expected) << name;
+        const json told = look();
+        EXPECT_EQ(told["totals"]["month"]["cost"], expected) << name;
+        EXPECT_EQ(told["sessions"][0]["cost"], expected) << name;
     }
     EXPECT_EQ(problem + remark, "");
 }
@@ -137,6 +156,39 @@ TEST_F(KeptHistory, seesThatClocksChangeAtAnotherHour)
     }
     setenv("TZ", zone.c_str(), 1);
     tzset();
+}
+
+TEST_F(KeptHistory, isTakenOverFromTheFirstVersion)
+{
+    change(firstHistory);
+    const json told = look();
+    EXPECT_EQ(told["totals"]["month"]["tokens"]["output"], 250'100);
+    const json &sessions = told["sessions"];
+    ASSERT_EQ(sessions.size(), 2U);
+    EXPECT_EQ(sessions[0]["title"], "Kept title");
+    EXPECT_EQ(sessions[0]["cost"], 5.0);
+    EXPECT_EQ(sessions[1]["title"], "Named");
+    EXPECT_EQ(problem + remark, "");
+    EXPECT_EQ(historyProblem(file), "");
+}
+
+TEST(AnswerTable, joinsWhatWasReadByTheSameRules)
+{
+    Database database {{}};
+    ASSERT_EQ(bringSchemaUpToDate(database), std::nullopt);
+    const TextPool names;
+    AnswerTable answers(database, names);
+    const std::tuple<std::int64_t, std::uint64_t, std::uint64_t> steps[] = {
+        {1, 500, 500}, {1, 300, 500}, {2, 400, 400}, {1, 900, 400}, {2, 700, 700}};
+    for (const auto &[rules, output, expected] : steps) {
+        FileAnswer answer {.key = {1, 2}, .record = {}};
+        answer.record.standing = Standing(false, testNow());
+        answer.record.usage.output = output;
+        answers.put({&answer, 1}, rules);
+        answers.visitAll(
+            [&](const UsageRecord &record) { EXPECT_EQ(record.usage.output, expected) << rules; });
+    }
+    EXPECT_EQ(database.problem(), std::nullopt);
 }
 
 TEST_F(KeptHistory, countsALineOnceItsTimeHasCome)
@@ -174,14 +226,18 @@ TEST_F(KeptHistory, isSavedFromWhateverHappensToIt)
     const std::tuple<const char *, const char *, double> cases[] = {
         {"an impossible version", "PRAGMA user_version = -1", 3},
         {"a version that it is not of", "PRAGMA user_version = 0", 3},
+        {"a version that is still to come", "PRAGMA user_version = 1026", 3},
         {"a lost table", "DROP TABLE spent", 3},
         {"rows that do not belong to their keys",
             "UPDATE answer SET message = message + 1; PRAGMA user_version = -1", 0},
         {"rows that are cut", "UPDATE answer SET told = substr(told, 1, 9); DROP TABLE spent", 0},
         {"names beyond all bounds",
-            "UPDATE text SET id = 9999999999 WHERE text = CAST('s1' AS BLOB);"
-            "DELETE FROM fact WHERE name = 'sums'",
-            3}};
+            "UPDATE text SET id = 9999999999 WHERE text = CAST('s1' AS BLOB)", 3},
+        {"a lost name", "DELETE FROM text WHERE text = CAST('s1' AS BLOB)", 3},
+        {"another name", "UPDATE text SET text = x'FF' WHERE text = CAST('s1' AS BLOB)", 3},
+        {"another fact", "UPDATE fact SET value = x'30' WHERE name = 'checked'", 3},
+        {"a file of another name", "UPDATE file SET path = x'2F'", 3},
+        {"what is told of a session", "UPDATE session_part SET told = substr(told, 2)", 3}};
     for (const auto &[name, damage, expected] : cases) {
         fs::remove_all(data);
         fs::create_directory(data);
@@ -189,8 +245,10 @@ TEST_F(KeptHistory, isSavedFromWhateverHappensToIt)
         EXPECT_EQ(cost(), 3) << name;
         fs::remove(path);
         change(damage);
+        EXPECT_NE(historyProblem(file), "") << name;
         EXPECT_EQ(cost(), expected) << name;
         EXPECT_NE(remark, "") << name;
+        EXPECT_EQ(historyProblem(file), "") << name;
         EXPECT_EQ(cost(), expected) << name;
         EXPECT_EQ(remark, "") << name;
     }
@@ -216,13 +274,41 @@ TEST_F(KeptHistory, losesOnlyThePagesThatAreLost)
     EXPECT_NE(remark.find(fmt::format("{:.0f} answers", left)), std::string::npos) << remark;
 }
 
-TEST_F(KeptHistory, letsNamesKeepTheirNumbers)
+TEST_F(KeptHistory, makesAnewWhatItCanMakeAnew)
 {
-    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1)});
-    EXPECT_EQ(cost(), 1);
-    change("DELETE FROM text WHERE text = CAST('s1' AS BLOB); DELETE FROM fact");
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1), answer("m2", 2)});
+    const json expected = look();
     fs::remove(path);
+    for (const char *damage :
+        {"UPDATE spent SET told = substr(told, 2)", "UPDATE spent SET day = day - 1",
+            "UPDATE session SET folder = x'2FFF'", "UPDATE session SET session = session + 7"}) {
+        change(damage);
+        EXPECT_NE(historyProblem(file), "") << damage;
+        EXPECT_EQ(look(), expected) << damage;
+        EXPECT_EQ(problem + remark + historyProblem(file), "") << damage;
+    }
+}
+
+TEST_F(KeptHistory, isCopiedToTheLastAnswer)
+{
+    const fs::path copy = scratch.root() / "copy.sqlite";
+    const fs::path path = scratch.transcript("p/a.jsonl", {answer("m1", 1)});
+    EXPECT_NE(backUp(file, copy), std::nullopt) << "there is none yet";
     EXPECT_EQ(cost(), 1);
+    EXPECT_EQ(backUp(file, copy), std::nullopt);
+    std::ofstream(path, std::ios::app) << answer("m2", 2) << '\n';
+    const json expected = look();
+    EXPECT_EQ(backUp(file, copy), std::nullopt) << "in the place of the older one";
+    EXPECT_NE(backUp(file, file), std::nullopt);
+    change("UPDATE answer SET told = x'00'");
+    EXPECT_NE(backUp(file, copy), std::nullopt) << "no damaged one in the place of a sound one";
+    fs::remove(path);
+    fs::remove_all(data);
+    fs::create_directory(data);
+    fs::rename(copy, file);
+    EXPECT_EQ(look(), expected);
+    EXPECT_EQ(problem + remark, "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(scratch.root()), {}), 2) << "leftovers";
 }
 
 TEST_F(KeptHistory, isNotLostByARunThatWasEnded)
@@ -235,7 +321,8 @@ TEST_F(KeptHistory, isNotLostByARunThatWasEnded)
     change("PRAGMA wal_checkpoint(TRUNCATE)");
     EXPECT_EQ(cost(), 1);
     EXPECT_EQ(remark, "");
-    change("INSERT INTO fact VALUES ('salvaged', '1'); PRAGMA wal_checkpoint(TRUNCATE)");
+    change("INSERT INTO fact VALUES ('salvaged', '1', seal('salvaged', '1')); PRAGMA "
+           "wal_checkpoint(TRUNCATE)");
     fs::rename(file, data / "history-new.sqlite");
     for (const char *part : {"-wal", "-shm"}) {
         fs::remove(file.native() + part);
@@ -260,7 +347,7 @@ TEST_F(KeptHistory, isLeftToANewerVersion)
 {
     scratch.transcript("p/a.jsonl", {answer("m1", 1)});
     EXPECT_EQ(cost(), 1);
-    change("PRAGMA user_version = 999");
+    change("PRAGMA user_version = 999; ALTER TABLE fact RENAME TO facts");
     look();
     EXPECT_EQ(problem,
         fmt::format(

@@ -18,10 +18,13 @@ import { basename, dirname, join } from 'node:path';
 
 const YEAR = 365 * 24 * 60 * 60;
 
-/** The same lines with other numbers. */
-function forged(content) {
-  const text = content.toString('latin1').replace(/(in|out)put_tokens":/g, '$&9');
-  return Buffer.from(text, 'latin1');
+/** The same lines with other numbers: smaller ones, where the largest that was ever told counts. */
+function forged(content, isOfCodex) {
+  const text = content.toString('latin1');
+  const other = isOfCodex
+    ? text.replace(/(in|out)put_tokens":/g, '$&9')
+    : text.replace(/(in|out)put_tokens":\d+/g, '$1put_tokens":0');
+  return Buffer.from(other, 'latin1');
 }
 
 export class UnsteadyFile {
@@ -125,7 +128,8 @@ export class UnsteadyFile {
   #forge() {
     if (!this.mayForge) return;
     this.#unpack();
-    const forgery = forged(this.content.subarray(0, this.#length));
+    const isOfCodex = this.path.startsWith('.codex');
+    const forgery = forged(this.content.subarray(0, this.#length), isOfCodex);
     this.#replaceBy(forgery);
     this.#isForged = true;
     if (this.isRollout) this.#forgeries.push(forgery);
