@@ -90,7 +90,7 @@ void PieceStore::resolve(FilePiece &piece)
         id = m_files.add(planned.provider, planned.found.path);
     }
     piece.file = id;
-    if (piece.isFresh && planned.known != nullptr) {
+    if (piece.isFresh && planned.known != nullptr && planned.provider == Provider::Claude) {
         m_retold[id].clear();
         m_hasNewSummaries = m_sessions.removeSummaries(id) || m_hasNewSummaries;
     }

@@ -234,6 +234,19 @@ std::optional<Statistics> newStatistics(
         : std::optional(computeStatistics(history, prices, {}, now));
 }
 
+/// The user's own prices over the built-in ones, or these alone, which is said then.
+PriceTable usedPrices(const Options &options, Outcome &outcome)
+{
+    const std::filesystem::path file = options.data / "prices.json";
+    LoadedPrices prices = loadPrices(file);
+    if (!prices.problem.empty()) {
+        say(outcome,
+            fmt::format(
+                "{} is not used, the built-in prices are: {}", file.native(), prices.problem));
+    }
+    return std::move(prices.table);
+}
+
 /// Reads what is new, and then reports or writes what there is.
 Outcome update(const Options &options, TimePoint now)
 {
@@ -241,20 +254,14 @@ Outcome update(const Options &options, TimePoint now)
     if (const auto failure = unreadable(options, outcome)) {
         return *failure;
     }
-    const std::filesystem::path priceFile = options.data / "prices.json";
-    const LoadedPrices prices = loadPrices(priceFile);
-    if (!prices.problem.empty()) {
-        say(outcome,
-            fmt::format(
-                "{} is not used, the built-in prices are: {}", priceFile.native(), prices.problem));
-    }
+    const PriceTable prices = usedPrices(options, outcome);
     const bool isInMemory = isElsewhere(options);
     auto problem = isInMemory ? std::nullopt : makeFolder(options.data);
     std::optional<Statistics> statistics;
     const auto use = [&](const History &history) {
-        statistics = newStatistics(options, history, prices.table, now);
+        statistics = newStatistics(options, history, prices, now);
     };
-    auto history = problem ? nullptr : updatedHistory(options, prices.table, now, isInMemory, use);
+    auto history = problem ? nullptr : updatedHistory(options, prices, now, isInMemory, use);
     if (history != nullptr && !history->remark().empty()) {
         say(outcome, history->remark());
     }
@@ -263,7 +270,7 @@ Outcome update(const Options &options, TimePoint now)
     if (problem && isReport) {
         // Where nothing can be kept, there can still be a report.
         say(outcome, *problem + "; this report is of the transcripts that are there now");
-        history = updatedHistory(options, prices.table, now, true, use);
+        history = updatedHistory(options, prices, now, true, use);
         problem = history->problem();
     }
     if (isReport && !problem) {

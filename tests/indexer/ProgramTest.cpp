@@ -101,6 +101,9 @@ TEST_F(Program, writesTheStatisticsForItsUserAlone)
     EXPECT_EQ(before.st_ino, now.st_ino) << "equal bytes were written again";
     ASSERT_EQ(stat(data.c_str(), &now), 0);
     EXPECT_EQ(now.st_mode, S_IFDIR | 0700U);
+    EXPECT_EQ(run("backup --data new/data kept.sqlite", "umask 0;"), "[0]");
+    ASSERT_EQ(stat((root / "kept.sqlite").c_str(), &now), 0);
+    EXPECT_EQ(now.st_mode, S_IFREG | 0600U);
     // The user database knows the home; the environment is not asked.
     EXPECT_EQ(run("", "CLAUDE_CONFIG_DIR= HOME=/nowhere"), "[0]");
     EXPECT_TRUE(fs::exists(fs::path(std::getenv("HOME")) / ".kestrelbay/stats.json"));

@@ -2,6 +2,7 @@
 #include "indexer/PriceFile.h"
 #include "indexer/Report.h"
 #include "indexer/Scratch.h"
+#include "indexer/StatsJson.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -176,6 +177,13 @@ TEST(Statistics, nameEachModelOnceAndSayWhyItsCostIsAnEstimate)
     EXPECT_EQ(reasons,
         json::parse(R"({"claude-opus-5-5":null,"gpt-5.6-codex":"assumed","gpt-5.1":null,)"
                     R"("gpt-6.2-astra":"assumed","codex-auto-review":"unknown"})"));
+}
+
+TEST(Statistics, bearTextsThatAreNone)
+{
+    Statistics statistics;
+    statistics.sessions.push_back({.title = "a\xff"});
+    EXPECT_EQ(json::parse(statsJson(statistics))["sessions"][0]["title"], "a\uFFFD");
 }
 
 TEST(Report, addsUpItsRowsAndGivesTheTerminalNoOrders)
