@@ -107,6 +107,9 @@ DamageFound damageOf(Database &database)
                 Damage::Whole, fmt::format("rows of {} are not as they were written", table.name)};
         }
     }
+    if (database.number("SELECT count(*) <> coalesce(max(id), 0) FROM text") != 0) {
+        return {Damage::Whole, "rows of text are missing"};
+    }
     if (hasBrokenRow(database) || !AnswerTable::isSound(database)) {
         return {Damage::Whole, "rows are not as they were written"};
     }
