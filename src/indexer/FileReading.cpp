@@ -56,7 +56,9 @@ std::optional<FileSkip> FileReading::read(const FileTask &task)
 bool FileReading::goOn(const FileTask &task)
 {
     const ByteSource &source = m_reader.source();
-    return task.from && task.from->place > 0 && !source.isCompressed()
+    // A transcript that was emptied begins anew, so that its sessions are told anew as well.
+    const bool isBegun = task.provider == Provider::Codex || (task.from && task.from->place > 0);
+    return task.from && isBegun && !source.isCompressed()
         && source.identity().isSameFile(task.from->identity)
         && source.identity().size >= task.from->identity.size
         && source.guardBefore(task.from->place) == task.from->guard

@@ -5,6 +5,7 @@
 #include "indexer/RolloutPacking.h"
 #include "indexer/RolloutReader.h"
 #include "indexer/Scratch.h"
+#include "indexer/SealedTables.h"
 #include "indexer/TranscriptTree.h"
 
 #include <chrono>
@@ -236,7 +237,12 @@ TEST(Rollouts, stayCountedWhenTheirFilesAreChanged)
         {"there and back", writing(former), 1685}, {"and there", other, 1685},
         {"and back", writing(former + used(6, 700)), 1685},
         {"read by other rules",
-            [&] { Database(data / History::fileName).run("UPDATE file SET rules = 0"); }, 1685},
+            [&] {
+                Database database(data / History::fileName);
+                database.run("UPDATE file SET rules = 0");
+                database.run(resealing(fileTable, "true"));
+            },
+            1685},
         {"all gone", [&] { std::filesystem::remove_all(scratch.codex() / "sessions"); }, 1685}};
     for (const auto &[name, step, expected] : steps) {
         step();
