@@ -3,7 +3,7 @@
 #include "model/Freshness.h"
 #include "model/LimitRow.h"
 #include "model/windowLabel.h"
-#include "sources/Limits.h"
+#include "formats/Limits.h"
 #include "WidgetTarget.h"
 
 namespace {

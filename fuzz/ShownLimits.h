@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 
 struct Limits;
 

@@ -1,6 +1,6 @@
 // Codex's limits, as the indexer and the hook write them.
 
-#include "sources/CodexLimits.h"
+#include "formats/CodexLimits.h"
 #include "ShownLimits.h"
 #include "WidgetTarget.h"
 

@@ -1,6 +1,6 @@
 // Compressed rollouts: damaged ones, and sound ones in any number of frames.
 
-#include "indexer/Folders.h"
+#include "formats/Folders.h"
 #include "indexer/LineReader.h"
 #include "indexer/SafeFile.h"
 #include "InputFile.h"
@@ -49,7 +49,7 @@ Texts linesOf(std::string_view text)
 class Target final {
 public:
     Target()
-        : m_name(indexer::defaultDataFolder() / "input.zst")
+        : m_name(Folders::data() / "input.zst")
     {
         requireOwnHome();
         require(!indexer::makeFolder(m_name.parent_path()));

@@ -1,7 +1,7 @@
 // The limit file that the indexer finds in the place of its own.
 
 #include "indexer/LimitsFile.h"
-#include "indexer/Folders.h"
+#include "formats/Folders.h"
 #include "indexer/SafeFile.h"
 #include "require.h"
 #include "requireOwnHome.h"
@@ -25,14 +25,14 @@ WrittenLimits limitsAt(TimePoint time)
 bool isRightfullyKept(std::string_view input, TimePoint ours)
 {
     const auto json = nlohmann::json::parse(input);
-    const auto told = parseMoment(json.at("updatedAt").get_ref<const std::string &>());
+    const auto told = TimeStamp::parse(json.at("updatedAt").get_ref<const std::string &>());
     return told && *told >= ours && *told <= now + limitsTolerance;
 }
 
 std::filesystem::path file()
 {
     requireOwnHome();
-    const std::filesystem::path folder = defaultDataFolder();
+    const std::filesystem::path folder = Folders::data();
     require(!makeFolder(folder));
     return folder / "codex-limits.json";
 }

@@ -12,7 +12,7 @@ namespace {
 
 /// Longer ones make the parser grow.
 constexpr std::size_t shortLine = 1'000;
-constexpr indexer::TimePoint now =
+constexpr TimePoint now =
     std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
 constexpr std::string_view name =
     "rollout-2026-11-20T10-00-00-01990000-0000-7000-8000-000000000001";
@@ -47,10 +47,10 @@ private:
     /// Here and there.
     static bool isCutBefore(std::string_view line) { return line.size() % 3 == 0; }
 
-    static std::optional<indexer::TimePoint> timeOf(const indexer::RolloutLine &line)
+    static std::optional<TimePoint> timeOf(const indexer::RolloutLine &line)
     {
         indexer::Skips skips;
-        std::optional<indexer::TimePoint> again;
+        std::optional<TimePoint> again;
         return indexer::timeOf(line.timestamp, now, skips, again);
     }
 

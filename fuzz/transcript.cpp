@@ -11,7 +11,7 @@ namespace {
 
 /// Longer ones make the parser grow.
 constexpr std::size_t shortLine = 1'000;
-constexpr indexer::TimePoint now =
+constexpr TimePoint now =
     std::chrono::sys_days {std::chrono::year {2026} / std::chrono::November / 21};
 
 class Target final {
@@ -48,8 +48,8 @@ private:
             }
         }
         require(!nlohmann::json(indexer::folderName(line.cwd)).dump().empty());
-        if (const auto time = indexer::parseMoment(line.timestamp)) {
-            require(indexer::parseMoment(indexer::momentText(*time)) == time);
+        if (const auto time = TimeStamp::parse(line.timestamp)) {
+            require(TimeStamp::parse(TimeStamp::text(*time)) == time);
         }
     }
 

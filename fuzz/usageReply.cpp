@@ -3,7 +3,7 @@
 #include "ShownLimits.h"
 #include "sources/AccountUsage.h"
 #include "sources/HttpGet.h"
-#include "sources/Limit.h"
+#include "formats/Limit.h"
 #include "WidgetTarget.h"
 
 using namespace AccountUsage;

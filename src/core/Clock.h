@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 
 /// Tells the time; injected wherever a rule depends on it, so that a test can live a day in a
 /// moment.

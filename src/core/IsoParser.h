@@ -1,14 +1,10 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include <optional>
 #include <QJsonValue>
 
-/// Reads time stamps as they stand in JSON; the one parser that all readers share.
-///
-/// A text is an ISO-8601 internet date-time with a zone ("Z" or an offset), with or without
-/// fractional seconds. A number is seconds since 1970, or milliseconds when it is greater than
-/// 100,000,000,000. Anything else, and what no TimePoint can hold, is no time.
+/// Reads time stamps out of Qt's texts and JSON values, as TimeStamp does.
 class IsoParser final {
 public:
     [[nodiscard]] std::optional<TimePoint> operator()(const QJsonValue &value) const;

@@ -1,39 +1,14 @@
 #include "core/Paths.h"
 
-#include <cerrno>
-#include <pwd.h>
+#include "formats/Folders.h"
 #include <QDir>
 #include <QFile>
-#include <unistd.h>
-#include <vector>
 
 namespace {
 
-QString homeFromUserDatabase()
+QString fromPath(const std::filesystem::path &path)
 {
-    constexpr std::size_t largest = 1 << 20;
-    passwd entry {};
-    passwd *found = nullptr;
-    for (std::vector<char> buffer(4096); buffer.size() <= largest;
-         buffer.resize(buffer.size() * 4)) {
-        if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
-            continue;
-        }
-        const QString folder = found ? QFile::decodeName(found->pw_dir) : QString();
-        if (QDir::isAbsolutePath(folder)) {
-            return QDir::cleanPath(folder);
-        }
-        break;
-    }
-    // A user the database does not know (some containers): the best that is left.
-    return QDir::homePath();
-}
-
-QString codexHomeFromEnvironment()
-{
-    const char *const variable = "CODEX_HOME";
-    return qEnvironmentVariableIsSet(variable) ? QFile::decodeName(qgetenv(variable))
-                                               : QString(Paths::home() % u"/.codex");
+    return QFile::decodeName(path.c_str());
 }
 
 QString startAtLoginRecord()
@@ -60,13 +35,13 @@ namespace Paths {
 
 const QString &home()
 {
-    static const QString path = homeFromUserDatabase();
+    static const QString path = fromPath(Folders::home());
     return path;
 }
 
 const QString &claude()
 {
-    static const QString path = home() % u"/.claude";
+    static const QString path = fromPath(Folders::claude());
     return path;
 }
 
@@ -78,13 +53,13 @@ const QString &credentials()
 
 const QString &dir()
 {
-    static const QString path = home() % u"/.kestrelbay";
+    static const QString path = fromPath(Folders::data());
     return path;
 }
 
 const QString &codexHome()
 {
-    static const QString path = codexHomeFromEnvironment();
+    static const QString path = fromPath(Folders::namedCodex().value_or(Folders::codex()));
     return path;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include <algorithm>
 
 /// Whether a span has gone by since a moment. A clock that was set back would make it last longer

@@ -1,7 +1,7 @@
 #include "indexer/CommandLine.h"
 
+#include "formats/Folders.h"
 #include "indexer/DayName.h"
-#include "indexer/Folders.h"
 #include "indexer/Help.h"
 #include "indexer/Printable.h"
 
@@ -195,19 +195,27 @@ StatusFormat statusFormat(const Words &words)
     return words.asStatusJson ? StatusFormat::Json : StatusFormat::Text;
 }
 
+/// The folder that an option names, else the environment. An empty variable names none.
+std::optional<std::filesystem::path> namedFolder(
+    const std::string &option, const std::optional<std::filesystem::path> &variable)
+{
+    if (!option.empty()) {
+        return option;
+    }
+    return variable && !variable->empty() ? variable : std::nullopt;
+}
+
 Options optionsOf(const Words &words)
 {
-    const auto claude =
-        words.claude.empty() ? configuredClaudeFolder() : std::filesystem::path(words.claude);
-    const auto codex =
-        words.codex.empty() ? configuredCodexFolder() : std::filesystem::path(words.codex);
+    const auto claude = namedFolder(words.claude, Folders::namedClaude());
+    const auto codex = namedFolder(words.codex, Folders::namedCodex());
     return {
-        .data = words.data.empty() ? defaultDataFolder() : std::filesystem::path(words.data),
+        .data = words.data.empty() ? Folders::data() : std::filesystem::path(words.data),
         .isDataNamed = !words.data.empty(),
-        .claude = claude.value_or(defaultClaudeFolder()),
+        .claude = claude.value_or(Folders::claude()),
         .isClaudeNamed = claude.has_value(),
         .isClaudeArgument = !words.claude.empty(),
-        .codex = codex.value_or(defaultCodexFolder()),
+        .codex = codex.value_or(Folders::codex()),
         .isCodexNamed = !words.codex.empty(), // the variable may outlive the folder
         .command = UpdateOptions {},
     };

@@ -33,7 +33,7 @@ std::optional<Day> parseDayName(std::string_view name, Day today)
     if (name.ends_with('d')) {
         return dayBefore(name.substr(0, name.size() - 1), today);
     }
-    const auto date = parseDate(name);
+    const auto date = TimeStamp::parseDate(name);
     return date ? std::optional(Day {floor<days>(*date).time_since_epoch()}) : std::nullopt;
 }
 

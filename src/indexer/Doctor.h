@@ -1,7 +1,7 @@
 #pragma once
 
 #include "indexer/Finding.h"
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 #include "indexer/Terminal.h"
 
 #include <filesystem>

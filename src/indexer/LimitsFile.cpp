@@ -1,5 +1,7 @@
 #include "indexer/LimitsFile.h"
 
+#include "formats/JsonObject.h"
+#include "formats/TimeStamp.h"
 #include "indexer/SafeFile.h"
 
 #include <nlohmann/json.hpp>
@@ -16,7 +18,7 @@ Json windowJson(const LimitWindow &window)
 {
     Json json {{"percent", window.percent}, {"minutes", window.minutes}};
     if (window.resetsAt) {
-        json["resetsAt"] = momentText(*window.resetsAt);
+        json["resetsAt"] = TimeStamp::text(*window.resetsAt);
     }
     return json;
 }
@@ -24,12 +26,8 @@ Json windowJson(const LimitWindow &window)
 /// When the reading in a file was made; nothing for what is no such file.
 std::optional<TimePoint> updatedAt(const std::filesystem::path &file)
 {
-    const FileContent content = readFile(file, largestFile);
-    const Json held = Json::parse(content.bytes.value_or(std::string()), nullptr, false);
-    const auto found = held.is_object() ? held.find("updatedAt") : held.end();
-    return held.is_object() && found != held.end() && found->is_string()
-        ? parseMoment(found->get_ref<const std::string &>())
-        : std::nullopt;
+    const JsonObject held(readFile(file, largestFile).bytes.value_or(std::string()));
+    return held.root() ? timeIn(*held.root(), "updatedAt") : std::nullopt;
 }
 
 } // namespace
@@ -40,7 +38,7 @@ std::string limitsJson(const LimitReading &reading)
     for (std::size_t i = 0; i < reading.windows.size(); ++i) {
         json[i == 0 ? "primary" : "secondary"] = windowJson(reading.windows[i]);
     }
-    json["updatedAt"] = momentText(reading.time);
+    json["updatedAt"] = TimeStamp::text(reading.time);
     if (!reading.plan.empty()) {
         json["plan"] = reading.plan;
     }

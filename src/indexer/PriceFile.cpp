@@ -125,7 +125,7 @@ PriceRow Reader::row(const json &object, const std::string &place)
         place);
     if (const auto from = object.find("validFrom"); from != object.end() && !from->is_null()) {
         const auto date =
-            from->is_string() ? parseDate(from->get_ref<const std::string &>()) : std::nullopt;
+            from->is_string() ? TimeStamp::parseDate(from->get_ref<const std::string &>()) : std::nullopt;
         if (!date) {
             fail(place, "\"validFrom\" must be a date like \"2026-11-20\"");
         }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "indexer/CommandLine.h"
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 
 #include <string>
 

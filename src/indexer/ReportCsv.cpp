@@ -85,7 +85,7 @@ std::string sessionLines(const std::vector<SessionSummary> &sessions, bool byMod
 {
     std::string text;
     for (const SessionSummary &session : sessions) {
-        const std::string names = fmt::format("{},{},{},{}", momentText(session.end),
+        const std::string names = fmt::format("{},{},{},{}", TimeStamp::text(session.end),
             providerNames.at(static_cast<std::size_t>(session.provider)), cell(session.project),
             cell(session.title));
         text += lines(names, session.spending, byModel);

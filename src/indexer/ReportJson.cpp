@@ -95,7 +95,7 @@ Json sessionsJson(const std::vector<SessionSummary> &sessions, bool byModel)
     Json rows = Json::array();
     for (const SessionSummary &session : sessions) {
         Json row {{"title", printable(session.title)}, {"project", printable(session.project)},
-            {"end", momentText(session.end)},
+            {"end", TimeStamp::text(session.end)},
             {"provider", providerNames.at(static_cast<std::size_t>(session.provider))}};
         putSpending(row, session.spending, byModel);
         rows.push_back(std::move(row));

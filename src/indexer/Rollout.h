@@ -1,7 +1,7 @@
 #pragma once
 
 #include "indexer/LimitReading.h"
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 #include "indexer/OwnTexts.h"
 #include "indexer/RolloutLine.h"
 

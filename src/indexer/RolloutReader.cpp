@@ -84,7 +84,7 @@ void RolloutReader::addMeta(const RolloutLine &line, std::optional<TimePoint> ti
         meta.parent = m_rollout.texts.add(parent);
         meta.isCopy = !isOwn;
     }
-    const auto created = parseMoment(line.createdAt);
+    const auto created = TimeStamp::parse(line.createdAt);
     meta.created = created ? created : time;
     meta.isSubagent = line.isSubagent || !line.parent.empty();
     meta.isRead = true;

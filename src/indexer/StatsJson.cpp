@@ -89,7 +89,7 @@ Json sessionsJson(const std::vector<SessionSummary> &sessions)
         if (!session.project.empty()) {
             row["project"] = session.project;
         }
-        row["end"] = momentText(session.end);
+        row["end"] = TimeStamp::text(session.end);
         putSpending(row, session.spending);
         row["provider"] = providerNames.at(static_cast<std::size_t>(session.provider));
         rows.push_back(std::move(row));

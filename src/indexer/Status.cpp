@@ -89,7 +89,7 @@ std::string statusJson(const HistoryFacts &facts)
         {"sessions", facts.sessions},
         {"files", facts.files},
         {"vanishedFiles", facts.vanishedFiles},
-        {"lastRun", facts.lastRun ? Json(momentText(*facts.lastRun)) : Json(nullptr)},
+        {"lastRun", facts.lastRun ? Json(TimeStamp::text(*facts.lastRun)) : Json(nullptr)},
         {"incomplete", facts.isIncomplete},
         {"skipped", skipsJson(facts.skips)},
     };

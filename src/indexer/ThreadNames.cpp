@@ -4,7 +4,7 @@
 #include "indexer/JsonFields.h"
 #include "indexer/JsonLine.h"
 #include "indexer/LineReader.h"
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 #include "indexer/Title.h"
 
 #include <unordered_map>
@@ -67,7 +67,7 @@ bool readThreadNames(
         if (!isNamed || (newest.size() >= mostThreads && !newest.contains(thread))) {
             continue;
         }
-        const TimePoint time = parseMoment(line.time).value_or(TimePoint::min());
+        const TimePoint time = TimeStamp::parse(line.time).value_or(TimePoint::min());
         TimePoint &held = newest.try_emplace(thread, time).first->second;
         if (time >= held) {
             held = time;

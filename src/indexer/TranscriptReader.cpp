@@ -22,7 +22,7 @@ std::optional<TimePoint> momentOf(std::string_view timestamp)
     double number = 0;
     const char *end = timestamp.data() + timestamp.size();
     const auto [rest, error] = std::from_chars(timestamp.data(), end, number);
-    return error == std::errc {} && rest == end ? momentOfNumber(number) : parseMoment(timestamp);
+    return error == std::errc {} && rest == end ? TimeStamp::of(number) : TimeStamp::parse(timestamp);
 }
 
 } // namespace

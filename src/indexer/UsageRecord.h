@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 #include "indexer/Packed.h"
 #include "indexer/Provider.h"
 #include "indexer/TextPool.h"

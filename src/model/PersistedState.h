@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include "model/HistoryTab.h"
 #include "model/ViewMode.h"
 #include "sources/Provider.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include "sources/PeriodRows.h"
 
 /// A row of the history with the moment its period begins.

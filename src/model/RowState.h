@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sources/Reading.h"
+#include "formats/Reading.h"
 #include "views/theme/Palette.h"
 #include <QString>
 

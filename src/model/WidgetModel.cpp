@@ -4,7 +4,7 @@
 #include "model/chooseLanguage.h"
 #include "model/makeSeries.h"
 #include "model/windowLabel.h"
-#include "sources/Limit.h"
+#include "formats/Limit.h"
 #include "text/Strings.h"
 #include <algorithm>
 

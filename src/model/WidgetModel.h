@@ -9,7 +9,7 @@
 #include "model/RowState.h"
 #include "model/Series.h"
 #include "model/ViewMode.h"
-#include "sources/CodexLimits.h"
+#include "formats/CodexLimits.h"
 #include "sources/Provider.h"
 #include "sources/StatsLoad.h"
 #include "text/I18n.h"

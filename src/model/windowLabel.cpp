@@ -1,6 +1,6 @@
 #include "model/windowLabel.h"
 
-#include "sources/Limit.h"
+#include "formats/Limit.h"
 #include "text/Strings.h"
 #include <cmath>
 

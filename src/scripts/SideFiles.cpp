@@ -13,7 +13,8 @@ template <typename Parsed> std::optional<Parsed> parseFile(const QString &path)
     // Read at once on the thread of the views: nothing that tells of two windows is larger.
     constexpr qint64 most = 1'000'000;
     const std::optional<QByteArray> bytes = readText(path, most);
-    return bytes ? Parsed::parse(*bytes) : std::nullopt;
+    return bytes ? Parsed::parse({bytes->constData(), static_cast<std::size_t>(bytes->size())})
+                 : std::nullopt;
 }
 
 } // namespace

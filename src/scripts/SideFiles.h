@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/TimePoint.h"
-#include "sources/Limits.h"
+#include "formats/TimePoint.h"
+#include "formats/Limits.h"
 
 class WidgetModel;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include "sources/StatsLoad.h"
 #include <optional>
 #include <QObject>

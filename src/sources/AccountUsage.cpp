@@ -31,14 +31,12 @@ QNetworkRequest request(const QUrl &endpoint, const QByteArray &token)
 
 AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
 {
-    const std::optional<QJsonObject> reply = parseObject(body);
-    if (!reply) {
+    const JsonObject reply({body.constData(), static_cast<std::size_t>(body.size())});
+    if (!reply.root()) {
         return AccountUsage::Malformed();
     }
-    const IsoParser moments = isoParser();
-    const auto window = [&](const char *key) {
-        return readReading(reply->value(QLatin1String(key)), moments,
-            {QLatin1String("utilization"), QLatin1String("resets_at")});
+    const auto window = [&](std::string_view key) {
+        return readReading(*reply.root(), key, {"utilization", "resets_at"});
     };
     Limits limits;
     limits.updatedAt = now;

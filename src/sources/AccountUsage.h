@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sources/Limits.h"
+#include "formats/Limits.h"
 #include <functional>
 #include <QFuture>
 #include <QUrl>

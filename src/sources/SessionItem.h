@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include "sources/Stats.h"
 
 /// One row of the session list, ready for the model: nothing is optional but the end.

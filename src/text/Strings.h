@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 #include "text/DateFormatter.h"
 #include "text/I18n.h"
 #include <QStringList>

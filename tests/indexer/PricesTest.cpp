@@ -78,7 +78,7 @@ TEST(Prices, followModelTimeSizeAndSpeed)
     const PriceTable prices = builtInPrices();
     for (const auto &row : rows) {
         const auto cost = prices.price(
-            {row.model, parseMoment(row.time).value(), row.usage, row.speed, row.tier});
+            {row.model, TimeStamp::parse(row.time).value(), row.usage, row.speed, row.tier});
         ASSERT_EQ(cost.has_value(), row.dollars.has_value()) << row.model << ' ' << row.time;
         if (cost) {
             // To the millionth.
@@ -141,7 +141,7 @@ TEST(Prices, canBeReplacedModelByModel)
     EXPECT_EQ(prices.problem, "");
     const auto dollars = [&](const char *model, const char *time) -> std::optional<double> {
         const auto cost = prices.table.price({.model = model,
-            .time = parseMoment(time).value(),
+            .time = TimeStamp::parse(time).value(),
             .usage = {.input = million},
             .speed = Speed::Fast});
         return cost ? std::optional(cost->cost.dollars()) : std::nullopt;

@@ -45,7 +45,7 @@ TEST(Rollouts, tellOfSessions)
         std::vector<std::string> rows;
         for (const RolloutSession &each : book.sessions()) {
             rows.push_back(fmt::format("{}: {}, {} {}", book.names().text(each.thread), each.title,
-                book.names().text(each.folder), momentText(each.end).substr(14, 2)));
+                book.names().text(each.folder), TimeStamp::text(each.end).substr(14, 2)));
         }
         std::sort(rows.begin(), rows.end());
         EXPECT_EQ(fmt::format("{}", fmt::join(rows, "\n")),
@@ -150,7 +150,7 @@ TEST(Rollouts, giveTheNewestLimitsThatAreNoCopy)
                         limits(9, weekly, {200, 0, 0, 0})}}},
             fmt::format(R"({{{},"updatedAt":"2026-11-20T09:09:00.000Z"}})", weeklyJson)},
     };
-    const TimePoint now = parseMoment("2026-11-20T09:50:00Z").value();
+    const TimePoint now = TimeStamp::parse("2026-11-20T09:50:00Z").value();
     for (const auto &row : rows) {
         withBooks(row.files, [&](const RolloutBook &book) {
             const auto newest = book.limits(now);

@@ -96,9 +96,9 @@ Rollout read(const RolloutLines &file, bool inPieces)
         }
         if (inPieces) {
             rollout = unpackedRollout(packed(rollout)).value_or(Rollout {});
-            RolloutReader(rollout).add(line, parseMoment(line.timestamp));
+            RolloutReader(rollout).add(line, TimeStamp::parse(line.timestamp));
         } else {
-            whole.add(line, parseMoment(line.timestamp));
+            whole.add(line, TimeStamp::parse(line.timestamp));
         }
     }
     return rollout;
@@ -124,7 +124,7 @@ std::string used(const RolloutBook &book)
     book.forEach([&](const UsageRecord &each) {
         const TextPool &names = book.names();
         rows.push_back(fmt::format("{} {} {} {}/{}/{}/{}{}{}{}",
-            momentText(each.time()).substr(14, 2), names.text(each.session.text),
+            TimeStamp::text(each.time()).substr(14, 2), names.text(each.session.text),
             names.text(each.model.text), each.usage.input, each.usage.cacheRead,
             each.usage.cacheWrite(), each.usage.output, each.speed == Speed::Fast ? "!" : "",
             each.tier == ServiceTier::Batch ? "?" : "", each.isIncomplete() ? "+" : ""));

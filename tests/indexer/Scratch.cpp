@@ -70,7 +70,7 @@ void Scratch::update(indexer::History &history) const
     history.update({claude(), codex()}, indexer::builtInPrices(), testNow());
 }
 
-indexer::TimePoint testNow()
+TimePoint testNow()
 {
     using namespace std::chrono;
     return sys_days {year {2026} / November / 21} + hours {12};

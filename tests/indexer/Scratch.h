@@ -1,7 +1,7 @@
 #pragma once
 
 #include "indexer/History.h"
-#include "indexer/Moment.h"
+#include "formats/TimeStamp.h"
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -40,7 +40,7 @@ private:
 };
 
 /// Noon on the Saturday that all tests are run on.
-[[nodiscard]] indexer::TimePoint testNow();
+[[nodiscard]] TimePoint testNow();
 
 /// What is written of a history on that day.
 [[nodiscard]] std::string statsText(const indexer::History &history);

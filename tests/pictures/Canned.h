@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sources/CodexLimits.h"
+#include "formats/CodexLimits.h"
 #include "sources/StatsLoad.h"
 
 /// Made-up figures around one fixed moment, so that whatever is drawn or measured is always the

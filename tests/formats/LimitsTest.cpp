@@ -1,4 +1,4 @@
-#include "sources/Limits.h"
+#include "formats/Limits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TimePoint.h"
+#include "formats/TimePoint.h"
 
 /// How long the two rate-limit windows are where a source does not tell.
 namespace Limit {

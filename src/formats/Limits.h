@@ -1,7 +1,6 @@
 #pragma once
 
-#include "sources/Reading.h"
-#include <QByteArray>
+#include "formats/Reading.h"
 
 /// What is known of an assistant's two rate-limit windows.
 struct Limits {
@@ -12,9 +11,9 @@ struct Limits {
 
     bool operator==(const Limits &) const = default;
 
-    /// Reads the bytes of `usage-limits.json` without a byte-order mark. A window that makes no
+    /// Reads the bytes of `usage-limits.json`. A window that makes no
     /// sense is left out; nothing when the bytes are no JSON object.
-    [[nodiscard]] static std::optional<Limits> parse(const QByteArray &bytes);
+    [[nodiscard]] static std::optional<Limits> parse(std::string_view bytes);
 
     /// The newer of each window's two readings, each taken whole. Whose account they came from is
     /// not told of a mixture.

@@ -1,6 +1,5 @@
-#include "sources/Limits.h"
+#include "formats/Limits.h"
 
-#include "core/parseObject.h"
 #include <algorithm>
 #include <chrono>
 
@@ -28,19 +27,16 @@ std::optional<Reading> join(const std::optional<Reading> &a, const std::optional
 
 } // namespace
 
-std::optional<Limits> Limits::parse(const QByteArray &bytes)
+std::optional<Limits> Limits::parse(std::string_view bytes)
 {
-    const std::optional<QJsonObject> file = parseObject(bytes);
-    if (!file) {
+    const JsonObject file(bytes);
+    if (!file.root()) {
         return std::nullopt;
     }
-    const IsoParser moments = isoParser();
-    Limits limits;
-    limits.updatedAt = moments(file->value(QLatin1String("updatedAt")));
-    limits.fiveHour = readReading(file->value(QLatin1String("fiveHour")), moments);
-    limits.sevenDay = readReading(file->value(QLatin1String("sevenDay")), moments);
-    limits.accountAt = moments(file->value(QLatin1String("accountAt")));
-    return limits;
+    return Limits {.updatedAt = timeIn(*file.root(), "updatedAt"),
+        .fiveHour = readReading(*file.root(), "fiveHour"),
+        .sevenDay = readReading(*file.root(), "sevenDay"),
+        .accountAt = timeIn(*file.root(), "accountAt")};
 }
 
 std::optional<Limits> Limits::merge(

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/IsoParser.h"
-#include <QLatin1String>
+#include "formats/JsonObject.h"
 
 /// How much of one rate-limit window is used.
 struct Reading {
@@ -13,11 +12,11 @@ struct Reading {
 
 /// What a source calls the two members of a window.
 struct WindowKeys {
-    QLatin1String percent {"percent"};
-    QLatin1String resetsAt {"resetsAt"};
+    std::string_view percent = "percent";
+    std::string_view resetsAt = "resetsAt";
 };
 
-/// Reads one window, an object of a number and an optional time stamp; nothing without the
-/// percentage, which is the one thing that a window must have.
+/// Reads the window that `source` holds under `key`: an object of a number and an optional time
+/// stamp. Returns nullopt without the percentage, the one thing that a window must have.
 [[nodiscard]] std::optional<Reading> readReading(
-    const QJsonValue &window, const IsoParser &moments, const WindowKeys &keys = {});
+    const simdjson::dom::object &source, std::string_view key, const WindowKeys &keys = {});

@@ -1,4 +1,4 @@
-#include "sources/CodexLimits.h"
+#include "formats/CodexLimits.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -25,7 +25,7 @@ TEST(CodexLimits, orderTheWindowsByLength)
         {"60", "\"9\"", "2% of 18000", "1% of 3600"}, {"null", "-5", "2% of -300", "1% of 604800"},
         {"1e308", "1", "1% of 18000", "2% of 60"}}; // beyond all numbers
     for (const auto &[first, second, shorter, longer] : rows) {
-        const auto codex = CodexLimits::parse(QByteArray(R"({"primary":{"percent":1,"minutes":)")
+        const auto codex = CodexLimits::parse(std::string(R"({"primary":{"percent":1,"minutes":)")
             + first + R"(},"secondary":{"percent":2,"minutes":)" + second + "}}");
         ASSERT_TRUE(codex) << first;
         EXPECT_EQ(shown(codex->limits.fiveHour, codex->primaryLength), shorter) << first;
@@ -38,7 +38,7 @@ TEST(CodexLimits, readTheRestOfTheFile)
     constexpr TimePoint moment {1'760'000'000s};
     CodexLimits told;
     told.limits = {moment, Reading {1, moment}, Reading {2, std::nullopt}, std::nullopt};
-    told.plan = QStringLiteral("plus");
+    told.plan = "plus";
     constexpr auto whole = R"({"updatedAt":1760000000000,"accountAt":1,"plan":"plus",
         "primary":{"percent":1,"resetsAt":1760000000},
         "secondary":{"percent":2,"resetsAt":"soon"}})";
