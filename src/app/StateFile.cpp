@@ -3,7 +3,7 @@
 #include "core/dataFolder.h"
 #include "core/parseObject.h"
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "core/replaceFile.h"
 #include "core/WidgetLog.h"
 #include "model/OptionTable.h"
@@ -147,7 +147,7 @@ QJsonObject written(const PersistedState &state)
 PersistedState StateFile::loadState()
 {
     constexpr qint64 most = 1'000'000; // bytes
-    const std::optional<QByteArray> bytes = readText(Paths::state(), most);
+    const std::optional<QByteArray> bytes = readJSON(Paths::state(), most);
     return read(Reader(bytes ? parseObject(*bytes).value_or(QJsonObject()) : QJsonObject()));
 }
 

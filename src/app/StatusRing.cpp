@@ -40,7 +40,7 @@ QPixmap drawn(int size, double percent)
         QPainterPath arc;
         arc.arcMoveTo(circle, twelveOClock);
         arc.arcTo(circle, twelveOClock, -degreesPerPercent * std::min(percent, 100.0));
-        const QColor tone = Palette::tone(percent);
+        const QColor tone = Palette::toneHex(percent);
         painter.strokePath(arc, QPen(tone, lineWidth, Qt::SolidLine, Qt::RoundCap));
     }
     return pixmap;

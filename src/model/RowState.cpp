@@ -58,7 +58,7 @@ RowState rowState(
     }
     const double percent = reading->percent;
     Q_ASSERT(std::isfinite(percent));
-    row.tone = Palette::tone(percent);
+    row.tone = Palette::toneHex(percent);
     row.percentColor = *row.tone;
     row.percentText = wholeNumber(percent) % u'%'; // cut off: 59.9 shows 59%
     row.fill = percent < 0 ? 0 : std::min(percent, 100.0) / 100;

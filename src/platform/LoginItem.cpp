@@ -1,6 +1,6 @@
 #include "platform/LoginItem.h"
 
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "core/replaceFile.h"
 #include <QDir>
 #include <QFileInfo>
@@ -49,5 +49,5 @@ void LoginItem::refreshAutostart() const
 std::optional<QByteArray> LoginItem::recordBytes() const
 {
     constexpr qint64 most = 1'000'000; // bytes
-    return readText(m_record, most);
+    return readJSON(m_record, most);
 }

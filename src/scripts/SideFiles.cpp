@@ -2,7 +2,7 @@
 
 #include "core/modified.h"
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "core/WidgetLog.h"
 #include "model/WidgetModel.h"
 
@@ -12,7 +12,7 @@ template <typename Parsed> std::optional<Parsed> parseFile(const QString &path)
 {
     // Read at once on the thread of the views: nothing that tells of two windows is larger.
     constexpr qint64 most = 1'000'000;
-    const std::optional<QByteArray> bytes = readText(path, most);
+    const std::optional<QByteArray> bytes = readJSON(path, most);
     return bytes ? Parsed::parse({bytes->constData(), static_cast<std::size_t>(bytes->size())})
                  : std::nullopt;
 }

@@ -1,7 +1,7 @@
 #include "scripts/SyncSettings.h"
 
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "core/whenDone.h"
 #include "model/WidgetModel.h"
 #include "platform/ProcessRun.h"
@@ -140,7 +140,7 @@ void SyncSettings::forgetEntries()
 
 void SyncSettings::load()
 {
-    const auto bytes = readText(Paths::syncStatus(), SyncStatus::most);
+    const auto bytes = readJSON(Paths::syncStatus(), SyncStatus::most);
     if (const auto told = bytes ? SyncStatus::parse(*bytes) : std::nullopt) {
         take(*told);
     }

@@ -2,7 +2,7 @@
 
 #include "core/parseObject.h"
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "core/whenDone.h"
 #include "sources/HttpGet.h"
 #include <algorithm>
@@ -50,7 +50,7 @@ AccountUsage::AccountOutcome readBody(const QByteArray &body, TimePoint now)
 
 Token tokenOfFile(TimePoint now)
 {
-    const auto bytes = readText(Paths::credentials(), mostCredentials);
+    const auto bytes = readJSON(Paths::credentials(), mostCredentials);
     return bytes ? AccountUsage::token(*bytes, now) : std::nullopt;
 }
 

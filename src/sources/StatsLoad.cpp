@@ -1,7 +1,7 @@
 #include "sources/StatsLoad.h"
 
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "sources/StatsDecoder.h"
 
 StatsLoad loadStats(const QByteArray &bytes)
@@ -19,6 +19,6 @@ StatsLoad loadStats(const QByteArray &bytes)
 StatsLoad loadStatsFile()
 {
     constexpr qint64 most = 16'000'000; // bytes; ten busy years take two million
-    const std::optional<QByteArray> bytes = readText(Paths::stats(), most);
+    const std::optional<QByteArray> bytes = readJSON(Paths::stats(), most);
     return bytes ? loadStats(*bytes) : StatsFailure {QStringLiteral("cannot read the file")};
 }

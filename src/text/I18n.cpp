@@ -1,7 +1,7 @@
 #include "text/I18n.h"
 
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include <algorithm>
 #include <optional>
 #include <QJsonDocument>
@@ -52,7 +52,7 @@ namespace I18n {
 TranslationTable load()
 {
     constexpr qint64 most = 4'000'000; // bytes; a language takes six thousand
-    const std::optional<QByteArray> bytes = readText(Paths::i18n(), most);
+    const std::optional<QByteArray> bytes = readJSON(Paths::i18n(), most);
     const std::optional<TranslationTable> table = bytes ? readTable(*bytes) : std::nullopt;
     return table ? *table : TranslationTable {{QStringLiteral("en"), {}}};
 }

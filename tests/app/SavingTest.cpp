@@ -3,7 +3,7 @@
 #include "app/StateFile.h"
 #include "core/parseObject.h"
 #include "core/Paths.h"
-#include "core/readText.h"
+#include "core/readJSON.h"
 #include "TestFiles.h"
 #include <QCoreApplication>
 #include <QProcess>
@@ -33,7 +33,7 @@ TEST(Saving, leavesAWholeFileWheneverItIsKilled)
         QThread::usleep(static_cast<unsigned long>(wait(random)));
         saver.kill();
         ASSERT_TRUE(saver.waitForFinished(20'000));
-        const auto bytes = readText(Paths::state(), 9999);
+        const auto bytes = readJSON(Paths::state(), 9999);
         ASSERT_TRUE(bytes && parseObject(*bytes)) << kills;
         const PersistedState state = StateFile::loadState();
         EXPECT_TRUE(state == lettered(u'a') || state == lettered(u'b')) << kills;

@@ -17,14 +17,17 @@ class Palette final : public ThemeTable {
     THEME_ROW(QColor, emptyBar, rgba(255, 255, 255, 38 / 255.0F))   ///< empty bars
     THEME_ROW(QColor, surface, rgba(28, 28, 30, 0.96F))             ///< the panel itself
     THEME_ROW(QColor, chosen, rgba(255, 255, 255, 0.18F)) ///< the taken one of several choices
-    THEME_ROW(QColor, red, QColor::fromRgb(0xFF453A))
-    THEME_ROW(QColor, orange, QColor::fromRgb(0xFF9F0A))
-    THEME_ROW(QColor, green, QColor::fromRgb(0x30D158))
-    THEME_ROW(QColor, accent, QColor::fromRgb(0x0A84FF))
+    THEME_ROW(QColor, red, argb(0xFFFF453A))
+    THEME_ROW(QColor, orange, argb(0xFFFF9F0A))
+    THEME_ROW(QColor, green, argb(0xFF30D158))
+    THEME_ROW(QColor, accent, argb(0xFF0A84FF))
 
 public:
+    /// A colour of one number, 0xAARRGGBB.
+    [[nodiscard]] static QColor argb(std::uint32_t color) { return QColor::fromRgba(color); }
+
     /// The tone of a used percentage: traffic lights that change at 60 and at 85.
-    [[nodiscard]] static QColor tone(double percent)
+    [[nodiscard]] static QColor toneHex(double percent)
     {
         if (percent >= 85) {
             return red();
@@ -36,9 +39,9 @@ public:
     /// the last.
     [[nodiscard]] static QColor model(qsizetype n)
     {
-        constexpr std::array<QRgb, 8> tones {
-            0x0A84FF, 0xBF5AF2, 0x64D2FF, 0xFFD60A, 0xFF9F0A, 0x30D158, 0xFF375F, 0xAC8E68};
-        return QColor::fromRgb(tones.at(static_cast<std::size_t>(n) % tones.size()));
+        constexpr std::array<std::uint32_t, 8> tones {0xFF0A84FF, 0xFFBF5AF2, 0xFF64D2FF,
+            0xFFFFD60A, 0xFFFF9F0A, 0xFF30D158, 0xFFFF375F, 0xFFAC8E68};
+        return argb(tones.at(static_cast<std::size_t>(n) % tones.size()));
     }
 
 private:

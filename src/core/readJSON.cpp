@@ -1,9 +1,9 @@
-#include "core/readText.h"
+#include "core/readJSON.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-std::optional<QByteArray> readText(const QString &path, qint64 most)
+std::optional<QByteArray> readJSON(const QString &path, qint64 most)
 {
     // A named pipe in the file's place would make the reader wait for ever.
     if (!QFileInfo(path).isFile()) {
