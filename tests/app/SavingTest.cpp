@@ -33,7 +33,7 @@ TEST(Saving, leavesAWholeFileWheneverItIsKilled)
         QThread::usleep(static_cast<unsigned long>(wait(random)));
         saver.kill();
         ASSERT_TRUE(saver.waitForFinished(20'000));
-        const auto bytes = readJSON(Paths::state(), 9999);
+        const auto bytes = readJSON(Paths::state(), 1'000'000);
         ASSERT_TRUE(bytes && parseObject(*bytes)) << kills;
         const PersistedState state = StateFile::loadState();
         EXPECT_TRUE(state == lettered(u'a') || state == lettered(u'b')) << kills;

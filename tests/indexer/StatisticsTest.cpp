@@ -124,7 +124,7 @@ TEST(Statistics, tellProvidersApartAndAddThemUp)
     scratch.write("codex/session_index.jsonl", "?\n" + index + '\n');
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Named");
     scratch.write("codex/session_index.jsonl",
-        index + '\n' + R"({"id":"t1","thread_name":"","updated_at":"2026-11-20T10:00:00Z"})");
+        index + '\n' + R"({"id":"t1","thread_name":"","updated_at":"2026-11-20T10:00:00Z"})" "\n");
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Do it");
 }
 

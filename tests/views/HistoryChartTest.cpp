@@ -4,6 +4,7 @@
 #include "FakeClock.h"
 #include "TestFiles.h"
 #include <QCoreApplication>
+#include <QFile>
 #include <QKeyEvent>
 #include <QSignalSpy>
 
@@ -19,6 +20,7 @@ protected:
             "weekOf":"Week of {0}","monthShort":"MMM","monthLong":"MMMM","tokens":"{0} tokens"}})");
         m_model = std::make_unique<WidgetModel>(m_clock, [] { return QStringList(); });
         m_chart.setModel(m_model.get());
+        QFile::remove(Paths::i18n()); // the texts are not for the other tests
     }
 
     /// This many days, the newest, 5 March, costing as much as there are; and their last month.
