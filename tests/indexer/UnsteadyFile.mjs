@@ -40,6 +40,8 @@ export class UnsteadyFile {
     Object.assign(this, { root, path, content, spare, random, mayForge });
     this.place = path;
     this.isRollout = /^\.codex\/.*rollout-[^/]*\.jsonl$/.test(path);
+    const isTranscript = /^\.claude\/(?!.*(journal|history|orphaned|superseded)).*\.jsonl$/.test(path);
+    this.kind = this.isRollout ? 'rollout' : isTranscript ? 'transcript' : 'other';
   }
 
   static #changes = {
@@ -87,14 +89,13 @@ export class UnsteadyFile {
   /** Loses some of what it holds, or all; one of `others` may come to stand in its place. */
   spoil(others) {
     if (!this.#exists) return;
-    const other = this.random.pick(others.filter((each) => each.isRollout === this.isRollout));
+    const other = this.random.pick(others.filter(({ kind }) => kind === this.kind));
     const ways = [
       () => rmSync(this.#file),
       () => truncateSync(this.#file, this.random.whole(0, statSync(this.#file).size)),
       () => other.#exists && renameSync(other.#file, this.#file),
     ];
-    if (this.isRollout) this.random.pick(ways)();
-    else ways[0]();
+    this.random.pick(ways)();
   }
 
   get #exists() {
