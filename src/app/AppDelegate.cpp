@@ -264,7 +264,7 @@ SyncSettings &AppDelegate::syncSettings()
 void AppDelegate::openSettings()
 {
     if (!m_settings) {
-        m_options.show();
+        m_options.syncGeneral();
         syncSettings().load();
         m_settings = std::make_unique<SettingsWindow>(m_model, m_general, syncSettings());
         connect(m_settings.get(), &SettingsWindow::closed, this, [this] {
@@ -286,7 +286,7 @@ void AppDelegate::syncChanged()
 
 void AppDelegate::refreshMenu()
 {
-    m_options.show();
+    m_options.syncGeneral();
     m_menu.refreshMenu(m_widget.wantsVisible() && m_widget.panelOnTop());
 }
 

@@ -14,7 +14,7 @@ Options::Options(const Affected &affected, LoginItem loginItem)
     , m_loginItem(std::move(loginItem))
 {
     connect(
-        &m_affected.systemMotion, &ReducedMotion::changed, this, &Options::followMotionPreference);
+        &m_affected.systemMotion, &ReducedMotion::changed, this, &Options::motionPreferenceChanged);
     connect(&m_affected.general, &GeneralSettings::setRequested, this, &Options::set);
 }
 
@@ -24,14 +24,14 @@ void Options::restore(const PersistedState &state)
     m_state.notch = false; // only ever taken on where the screen has one
     m_affected.model.setTopmost(m_state.topmost);
     m_affected.updates.setUpdateCheckOn(m_state.updateCheck);
-    followMotionPreference();
+    motionPreferenceChanged();
     m_loginItem.refreshAutostart();
 }
 
 void Options::start()
 {
     applyCodexHook(m_state.launchWithCodex);
-    show();
+    syncGeneral();
 }
 
 void Options::store(PersistedState &state) const
@@ -46,7 +46,7 @@ void Options::store(PersistedState &state) const
 void Options::set(Option option, bool on)
 {
     if (isOn(option) == on || option == Option::Notch) { // no screen of this system has one
-        show();
+        syncGeneral();
         return;
     }
     const OptionRow &row = optionRow(option);
@@ -57,10 +57,10 @@ void Options::set(Option option, bool on)
         (this->*row.effect)(on);
     }
     Q_EMIT changed();
-    show();
+    syncGeneral();
 }
 
-void Options::show()
+void Options::syncGeneral()
 {
     QMap<Option, bool> values;
     for (const OptionRow &row : optionTable()) {
@@ -76,7 +76,7 @@ bool Options::isOn(Option option) const
     return row.stored != nullptr ? m_state.*row.stored : m_loginItem.isOn();
 }
 
-void Options::followMotionPreference()
+void Options::motionPreferenceChanged()
 {
     Motion::setReduced(m_affected.systemMotion.reduced() || !m_state.animations);
 }
@@ -89,7 +89,7 @@ void Options::applyTopmost(bool on)
 
 void Options::applyAnimations(bool /*on*/)
 {
-    followMotionPreference();
+    motionPreferenceChanged();
 }
 
 void Options::applyAutostart(bool on)

@@ -34,7 +34,7 @@ public:
     void set(GeneralSettings::Option option, bool on);
     void flip(GeneralSettings::Option option) { set(option, !isOn(option)); }
     /// Brings what is shown of the options up to date.
-    void show();
+    void syncGeneral();
 
 Q_SIGNALS:
     /// An option was switched, which is to be remembered.
@@ -42,7 +42,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool isOn(GeneralSettings::Option option) const;
-    void followMotionPreference();
+    void motionPreferenceChanged();
     void applyTopmost(bool on) override;
     void applyAnimations(bool on) override;
     void applyAutostart(bool on) override;

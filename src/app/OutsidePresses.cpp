@@ -17,7 +17,7 @@ OutsidePresses::OutsidePresses(DesktopWatch &desktop, const Clock &clock, const 
         Qt::QueuedConnection);
 }
 
-void OutsidePresses::watch()
+void OutsidePresses::watchOutsideClicks()
 {
     if (!m_since) {
         m_desktop.watchPresses(true);
@@ -25,7 +25,7 @@ void OutsidePresses::watch()
     }
 }
 
-void OutsidePresses::stop()
+void OutsidePresses::stopWatchingOutsideClicks()
 {
     if (std::exchange(m_since, std::nullopt)) {
         m_desktop.watchPresses(false);

@@ -19,8 +19,8 @@ public:
     /// A press was noticed just now; it may be one on the status item, where the tray tells of it
     /// later.
     [[nodiscard]] bool wasJustNow() { return m_pressed.lasts(m_clock.now()); }
-    void watch();
-    void stop();
+    void watchOutsideClicks();
+    void stopWatchingOutsideClicks();
 
 Q_SIGNALS:
     void turnedAway();

@@ -141,7 +141,7 @@ void WidgetPanel::showWidget()
             makeFit(m_place.itemFrame().center());
             m_mover.jump(m_place.hanging(m_panel.contentSize()));
         }
-        m_outsidePresses.watch();
+        m_outsidePresses.watchOutsideClicks();
     }
     present();
     Q_EMIT presented();
@@ -173,7 +173,7 @@ void WidgetPanel::present()
 void WidgetPanel::hideWidget()
 {
     m_wantsVisible = false;
-    m_outsidePresses.stop();
+    m_outsidePresses.stopWatchingOutsideClicks();
     ++m_visibilityTicket;
     m_model.hover().setX(std::nullopt);
     Q_EMIT changed();
@@ -242,7 +242,7 @@ void WidgetPanel::setView(ViewMode mode)
 void WidgetPanel::stand(bool alone)
 {
     m_alone = alone;
-    m_outsidePresses.stop();
+    m_outsidePresses.stopWatchingOutsideClicks();
     ++m_visibilityTicket;
     m_panel.orderOut();
     m_mover.setOpacity(1);
