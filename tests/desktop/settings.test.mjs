@@ -105,6 +105,12 @@ test('this device is named, secured and linked by keyboard alone', async () => {
   await type('secret8');
   desktop.press('Return');
   await until('the other password, and no other name', () => calls().includes('password<secret8'));
+  desktop.click((await desktop.called('Name', ({ role }) => role === 'text')).frame);
+  await click('Remove');
+  await desktop.called('Set');
+  await type('secret9');
+  desktop.press('Return');
+  await until('a password again, and no other name', () => calls().includes('password<secret9'));
   await tabTo('Device ID');
   await type('WXYZ-WXYZ-WXYZ');
   desktop.press('Tab');

@@ -32,6 +32,11 @@ FocusScope {
         // Whatever had the keyboard would show the password as it is typed.
         field.forceActiveFocus(Qt.OtherFocusReason);
     }
+    function remove() {
+        // The field appears for the next password, which must not go where the keyboard was.
+        removal.forceActiveFocus(Qt.OtherFocusReason);
+        root.sync.removePassword();
+    }
     function leave() {
         root.changing = false;
         root.sync.password = "";
@@ -74,10 +79,12 @@ FocusScope {
                 onClicked: root.changing ? root.leave() : root.change()
             }
             PushButton {
+                id: removal
+
                 about: root.page.texts.label("syncPassword")
                 text: root.page.texts.label("syncRemove")
 
-                onClicked: root.sync.removePassword()
+                onClicked: root.remove()
             }
         }
         SettingsRow {
