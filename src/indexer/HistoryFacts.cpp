@@ -27,6 +27,17 @@ std::optional<TimePoint> timeOfStamp(std::int64_t stamp)
     return stamp == 0 ? std::nullopt : std::optional(TimePoint(TimePoint::duration(stamp)));
 }
 
+/// Why a sound database of another version, or of another program, tells nothing here.
+std::optional<std::string> versionProblem(Database &database)
+{
+    if (isSchemaUpToDate(database) || database.problem()) {
+        return std::nullopt;
+    }
+    const std::string problem = schemaProblem(database);
+    return problem.empty() ? "an earlier version wrote it; the next run brings it up to date"
+                           : problem;
+}
+
 } // namespace
 
 HistoryFacts readHistoryFacts(const std::filesystem::path &file)
@@ -37,6 +48,10 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
         return facts;
     }
     Database database(file, Database::ForReading {});
+    if (const auto problem = versionProblem(database)) {
+        facts.problem = fmt::format("cannot read {}: {}", file.native(), *problem);
+        return facts;
+    }
     std::set<std::pair<Provider, TextId>> sessions;
     SumTable(database).visitAll([&](const SumKey &key, const Sum &sum) {
         facts.since = std::min(facts.since.value_or(key.day), key.day);
@@ -48,7 +63,6 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
     facts.vanishedFiles =
         static_cast<std::uint64_t>(database.number("SELECT count(*) FROM file WHERE gone"));
     facts.newestAnswer = timeOfStamp(database.number("SELECT max(end) FROM session"));
-    // Each version wrote these alike; more is for those who bring it up to date.
     facts.lastRun = timeOfStamp(
         database.number(fmt::format("SELECT value FROM fact WHERE name = '{}'", lastRunFact)));
     facts.isIncomplete =
@@ -58,7 +72,7 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
         != 0;
     facts.skips = FileTable::skips(database);
     facts.bytes = sizeOf(file) + sizeOf(file.native() + "-wal");
-    if (isSchemaUpToDate(database) && damageOfStatistics(database) != Damage::None) {
+    if (damageOfStatistics(database) != Damage::None) {
         database.setDamaged();
     }
     if (database.problem()) {

@@ -117,6 +117,7 @@ TEST_F(KeptHistory, seesThatClocksChangeAtAnotherHour)
 TEST_F(KeptHistory, isTakenOverFromTheFirstVersion)
 {
     change(firstHistory);
+    EXPECT_TRUE(readHistoryFacts(file).problem.value_or("").ends_with("brings it up to date"));
     const json told = look();
     EXPECT_EQ(told["totals"]["month"]["tokens"]["output"], 250'100);
     const json &sessions = told["sessions"];
