@@ -35,13 +35,14 @@ public:
         return percent >= 60 ? orange() : green();
     }
 
-    /// The tone that tells the n-th model of a legend from the others; they are used again after
-    /// the last.
+    /// The tones that tell the models of a legend from one another, in this order.
+    static constexpr std::array<std::uint32_t, 8> models {0xFF0A84FF, 0xFFBF5AF2, 0xFF64D2FF,
+        0xFFFFD60A, 0xFFFF9F0A, 0xFF30D158, 0xFFFF375F, 0xFFAC8E68};
+
+    /// That of the n-th model; they are used again after the last.
     [[nodiscard]] static QColor model(qsizetype n)
     {
-        constexpr std::array<std::uint32_t, 8> tones {0xFF0A84FF, 0xFFBF5AF2, 0xFF64D2FF,
-            0xFFFFD60A, 0xFFFF9F0A, 0xFF30D158, 0xFFFF375F, 0xFFAC8E68};
-        return argb(tones.at(static_cast<std::size_t>(n) % tones.size()));
+        return argb(models.at(static_cast<std::size_t>(n) % models.size()));
     }
 
 private:
