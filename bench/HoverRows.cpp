@@ -3,8 +3,8 @@
 #include "pictures/Canned.h"
 #include "pictures/Stage.h"
 #include "Row.h"
-#include "views/HistoryChart.h"
-#include "views/theme/Motion.h"
+#include "widget/views/HistoryChart.h"
+#include "widget/views/theme/Motion.h"
 #include <memory>
 #include <numeric>
 #include <QMetaMethod>

@@ -3,7 +3,7 @@
 #include "pictures/Canned.h"
 #include "pictures/Stage.h"
 #include "Row.h"
-#include "views/theme/Motion.h"
+#include "widget/views/theme/Motion.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "core/Paths.h"
 #include "Measure.h"
 #include "Row.h"
-#include "sources/StatsLoad.h"
 #include "TenYears.h"
+#include "widget/core/Paths.h"
+#include "widget/sources/StatsLoad.h"
 #include <QJsonDocument>
 
 namespace {

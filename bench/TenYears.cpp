@@ -1,8 +1,8 @@
 #include "TenYears.h"
 
-#include "core/Paths.h"
 #include "fail.h"
 #include "pictures/Canned.h"
+#include "widget/core/Paths.h"
 #include <nlohmann/json.hpp>
 #include <QDateTime>
 #include <QFile>

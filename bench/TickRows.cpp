@@ -1,12 +1,12 @@
 #include "allocations.h"
-#include "app/AppDelegate.h"
-#include "core/Paths.h"
 #include "fail.h"
 #include "FakeClock.h"
 #include "Measure.h"
 #include "pictures/Canned.h"
 #include "Row.h"
 #include "TenYears.h"
+#include "widget/app/AppDelegate.h"
+#include "widget/core/Paths.h"
 #include <malloc.h>
 #include <QDeadlineTimer>
 #include <QLoggingCategory>

@@ -1,7 +1,8 @@
 # One floor: a static library whose headers are reachable only by those who link it.
 #
-# Headers are included as "core/Paths.h". To make an include of a floor that is not linked fail to
-# build, each floor has an include root of its own in the build tree, holding one link to its folder.
+# Headers are included by their path from src, as "widget/core/Paths.h". To make an include of a floor
+# that is not linked fail to build, each floor has an include root of its own in the build tree, holding
+# one link to its folder.
 
 if(KESTRELBAY_SANITIZE)
     add_compile_options(-fsanitize=${KESTRELBAY_SANITIZE} -fno-sanitize-recover=all)
@@ -36,11 +37,18 @@ function(kestrelbay_include_root target scope folder)
     target_include_directories(${target} ${scope} "${root}")
 endfunction()
 
-# kestrelbay_floor(<name> SOURCES <files...> LINK <public dependencies...>)
+# kestrelbay_floor(<name> SOURCES <files...> LINK <public dependencies...>): the folder that calls it.
+# A floor that is linked has to be defined before: it is a lower one.
 function(kestrelbay_floor name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    foreach(lower IN LISTS arg_LINK)
+        if(lower MATCHES "^[a-z_]+$" AND NOT TARGET ${lower})
+            message(FATAL_ERROR "${name} links ${lower}, which is no lower floor")
+        endif()
+    endforeach()
     add_library(${name} STATIC ${arg_SOURCES})
-    kestrelbay_include_root(${name} PUBLIC ${name})
+    file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}")
+    kestrelbay_include_root(${name} PUBLIC ${folder})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
     kestrelbay_warnings(${name})
     kestrelbay_qt_defines(${name})

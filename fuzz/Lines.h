@@ -1,8 +1,8 @@
 #pragma once
 
-#include "indexer/LineReader.h"
 #include "InputFile.h"
 #include "require.h"
+#include "usage/lines/LineReader.h"
 
 #include <cstring>
 #include <nlohmann/json.hpp>

@@ -1,9 +1,9 @@
 #include "ShownLimits.h"
 
-#include "model/Freshness.h"
-#include "model/LimitRow.h"
-#include "model/windowLabel.h"
 #include "formats/Limits.h"
+#include "widget/model/Freshness.h"
+#include "widget/model/LimitRow.h"
+#include "widget/model/windowLabel.h"
 #include "WidgetTarget.h"
 
 namespace {

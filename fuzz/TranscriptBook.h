@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/TranscriptPiece.h"
+#include "usage/claude/TranscriptPiece.h"
 
 #include <map>
 #include <utility>

@@ -1,9 +1,9 @@
 #include "WidgetTarget.h"
 
-#include "core/dataFolder.h"
-#include "core/Paths.h"
 #include "requireOwnHome.h"
-#include "text/Strings.h"
+#include "widget/core/dataFolder.h"
+#include "widget/core/Paths.h"
+#include "widget/text/Strings.h"
 #include <cstdlib>
 #include <QFile>
 

@@ -1,11 +1,11 @@
 // Compressed rollouts: damaged ones, and sound ones in any number of frames.
 
 #include "formats/Folders.h"
-#include "indexer/LineReader.h"
-#include "indexer/SafeFile.h"
 #include "InputFile.h"
 #include "require.h"
 #include "requireOwnHome.h"
+#include "usage/files/SafeFile.h"
+#include "usage/lines/LineReader.h"
 
 #include <algorithm>
 #include <string>

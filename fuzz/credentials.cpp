@@ -1,6 +1,6 @@
 // Claude Code's credentials: what is taken from them becomes a line of a request.
 
-#include "sources/AccountUsage.h"
+#include "widget/sources/AccountUsage.h"
 #include "WidgetTarget.h"
 
 #include <algorithm>

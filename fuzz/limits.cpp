@@ -1,8 +1,8 @@
 // Claude Code's limits, as its status line writes them.
 
 #include "formats/Limits.h"
-#include "ShownLimits.h"
 #include "formats/Limit.h"
+#include "ShownLimits.h"
 #include "WidgetTarget.h"
 
 void tryInput(const QByteArray &bytes)

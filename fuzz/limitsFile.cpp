@@ -1,10 +1,10 @@
 // The limit file that the indexer finds in the place of its own.
 
-#include "indexer/LimitsFile.h"
+#include "usage/limits/LimitsFile.h"
 #include "formats/Folders.h"
-#include "indexer/SafeFile.h"
 #include "require.h"
 #include "requireOwnHome.h"
+#include "usage/files/SafeFile.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 // A user's own price list.
 
-#include "indexer/PriceFile.h"
 #include "require.h"
+#include "usage/pricing/PriceFile.h"
 
 #include <limits>
 #include <nlohmann/json.hpp>

@@ -1,12 +1,12 @@
 // A whole rollout: what a line means depends on those before it, also when these were read long ago
 // and kept as bytes.
 
-#include "indexer/LineParsers.h"
-#include "indexer/RolloutBook.h"
-#include "indexer/RolloutPacking.h"
-#include "indexer/RolloutReader.h"
-#include "indexer/TranscriptReader.h"
 #include "Lines.h"
+#include "usage/claude/TranscriptReader.h"
+#include "usage/codex/RolloutBook.h"
+#include "usage/codex/RolloutPacking.h"
+#include "usage/codex/RolloutReader.h"
+#include "usage/reading/LineParsers.h"
 
 namespace {
 

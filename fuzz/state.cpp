@@ -1,9 +1,9 @@
 // The widget's own state: what was read comes back as it is written, and the panel stays in sight.
 
-#include "app/StateFile.h"
+#include "widget/app/StateFile.h"
 
-#include "app/PanelGeometry.h"
-#include "core/Paths.h"
+#include "widget/app/PanelGeometry.h"
+#include "widget/core/Paths.h"
 #include "WidgetTarget.h"
 
 #include <algorithm>

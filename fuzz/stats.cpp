@@ -1,12 +1,12 @@
 // The statistics, as the indexer writes them, up to what the panel draws of them.
 
-#include "sources/StatsLoad.h"
+#include "widget/sources/StatsLoad.h"
 
 #include "FakeClock.h"
-#include "model/Dashboard.h"
-#include "sources/StatsDecoder.h"
-#include "views/ChartLayout.h"
-#include "views/theme/Metrics.h"
+#include "widget/model/Dashboard.h"
+#include "widget/sources/StatsDecoder.h"
+#include "widget/views/ChartLayout.h"
+#include "widget/views/theme/Metrics.h"
 #include "WidgetTarget.h"
 
 #include <algorithm>

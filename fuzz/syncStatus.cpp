@@ -1,10 +1,10 @@
 // What the sync script tells of itself.
 
-#include "scripts/SyncStatus.h"
+#include "widget/scripts/SyncStatus.h"
 
-#include "core/IsoParser.h"
-#include "model/dayAndTime.h"
-#include "text/Strings.h"
+#include "widget/core/IsoParser.h"
+#include "widget/model/dayAndTime.h"
+#include "widget/text/Strings.h"
 #include "WidgetTarget.h"
 
 #include <nlohmann/json.hpp>

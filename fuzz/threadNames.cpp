@@ -1,6 +1,6 @@
 // The names that the user gave to Codex's threads.
 
-#include "indexer/ThreadNames.h"
+#include "usage/codex/ThreadNames.h"
 #include "InputFile.h"
 #include "require.h"
 

@@ -1,11 +1,11 @@
 // The lines of a transcript, what is made of their texts, and what they add up to: the same whether
 // the file is read at once or in pieces.
 
-#include "indexer/LineParsers.h"
-#include "indexer/Title.h"
-#include "indexer/TranscriptReader.h"
 #include "Lines.h"
 #include "TranscriptBook.h"
+#include "usage/claude/TranscriptReader.h"
+#include "usage/lines/Title.h"
+#include "usage/reading/LineParsers.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The table of translations, and every kind of text that is made with a language of it.
 
-#include "core/Paths.h"
-#include "text/Strings.h"
+#include "widget/core/Paths.h"
+#include "widget/text/Strings.h"
 #include "WidgetTarget.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // What the product's server answers about the newest version: the panel shows it and opens its
 // page.
 
-#include "sources/AppVersion.h"
-#include "sources/HttpGet.h"
-#include "sources/UpdateCheck.h"
+#include "widget/sources/AppVersion.h"
+#include "widget/sources/HttpGet.h"
+#include "widget/sources/UpdateCheck.h"
 #include "WidgetTarget.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // What the account's endpoint answers.
 
-#include "ShownLimits.h"
-#include "sources/AccountUsage.h"
-#include "sources/HttpGet.h"
 #include "formats/Limit.h"
+#include "ShownLimits.h"
+#include "widget/sources/AccountUsage.h"
+#include "widget/sources/HttpGet.h"
 #include "WidgetTarget.h"
 
 using namespace AccountUsage;

@@ -112,7 +112,7 @@ export class Surroundings {
     if (now(0.3)) replace(join(data, 'sync-status.json'), this.#broken(this.#figures.syncStatus()));
     if (now(0.05)) rmSync(join(data, 'codex-limits.json'), { force: true });
     // The stand-in indexes nothing, so there are runs of the indexer as well.
-    if (now(0.1)) copyFileSync(join(checkout, 'tests/scripts/usage-sync-standin.mjs'), sync);
+    if (now(0.1)) copyFileSync(join(checkout, 'tests/widget/scripts/usage-sync-standin.mjs'), sync);
     if (now(0.1)) rmSync(sync, { force: true });
   }
 

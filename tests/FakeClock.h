@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Clock.h"
+#include "widget/core/Clock.h"
 
 /// A clock that stands until it is moved.
 class FakeClock final : public Clock {

@@ -1,9 +1,9 @@
 #include "indexer/CommandLine.h"
 
 #include "formats/Folders.h"
-#include "indexer/DayName.h"
 #include "indexer/Help.h"
-#include "indexer/Printable.h"
+#include "indexer/terminal/Printable.h"
+#include "usage/values/DayName.h"
 
 #include <CLI/CLI.hpp>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "indexer/ReportOptions.h"
+#include "indexer/report/ReportOptions.h"
 
 #include <filesystem>
 #include <string>

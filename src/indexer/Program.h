@@ -1,7 +1,7 @@
 #pragma once
 
-#include "indexer/CommandLine.h"
 #include "formats/TimeStamp.h"
+#include "indexer/CommandLine.h"
 
 #include <string>
 

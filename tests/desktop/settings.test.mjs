@@ -43,7 +43,7 @@ async function tabTo(name) {
 
 before(async () => {
   mkdirSync(data, { recursive: true });
-  copyFileSync(join(checkout, 'tests/scripts/usage-sync-standin.mjs'), join(data, 'usage-sync.mjs'));
+  copyFileSync(join(checkout, 'tests/widget/scripts/usage-sync-standin.mjs'), join(data, 'usage-sync.mjs'));
   widget = spawn(join(process.env.KESTRELBAY_BUILD, 'bin/kestrelbay-launch'), {
     env: { ...process.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON: '1' },
     stdio: ['ignore', 'inherit', 'inherit'],

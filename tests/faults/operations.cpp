@@ -1,14 +1,14 @@
 // fault_operations NAME [ARGUMENT]: one operation of the widget's, on the home of the current user,
 // for tests that disturb it. What starts a program is done twice, and each time told in a line.
 
-#include "app/StateFile.h"
-#include "core/Paths.h"
-#include "core/WidgetLog.h"
-#include "model/WidgetModel.h"
-#include "platform/LoginItem.h"
-#include "scripts/CodexHook.h"
-#include "scripts/Indexer.h"
-#include "scripts/Node.h"
+#include "widget/app/StateFile.h"
+#include "widget/core/Paths.h"
+#include "widget/core/WidgetLog.h"
+#include "widget/model/WidgetModel.h"
+#include "widget/platform/LoginItem.h"
+#include "widget/scripts/CodexHook.h"
+#include "widget/scripts/Indexer.h"
+#include "widget/scripts/Node.h"
 
 #include <algorithm>
 #include <array>

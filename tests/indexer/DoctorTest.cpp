@@ -1,6 +1,6 @@
-#include "indexer/Doctor.h"
-#include "indexer/ProgramOutput.h"
-#include "indexer/Scratch.h"
+#include "indexer/doctor/Doctor.h"
+#include "indexer/doctor/ChildProcess.h"
+#include "usage/Scratch.h"
 
 #include <gtest/gtest.h>
 

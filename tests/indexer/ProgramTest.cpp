@@ -1,5 +1,5 @@
-#include "indexer/Database.h"
-#include "indexer/Scratch.h"
+#include "usage/history/tables/Database.h"
+#include "usage/Scratch.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,10 +1,10 @@
-#include "indexer/Report.h"
+#include "indexer/report/Report.h"
 
 #include "indexer/CommandLine.h"
-#include "indexer/FigureText.h"
-#include "indexer/LimitsText.h"
-#include "indexer/Scratch.h"
-#include "indexer/TextWidth.h"
+#include "indexer/report/LimitsText.h"
+#include "indexer/terminal/FigureText.h"
+#include "indexer/terminal/TextWidth.h"
+#include "usage/Scratch.h"
 
 #include <cstdlib>
 #include <fcntl.h>

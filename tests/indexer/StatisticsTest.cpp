@@ -1,8 +1,8 @@
-#include "indexer/Statistics.h"
-#include "indexer/PriceFile.h"
-#include "indexer/Report.h"
-#include "indexer/Scratch.h"
-#include "indexer/StatsJson.h"
+#include "usage/statistics/Statistics.h"
+#include "indexer/report/Report.h"
+#include "usage/pricing/PriceFile.h"
+#include "usage/Scratch.h"
+#include "usage/statistics/StatsJson.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -124,7 +124,9 @@ TEST(Statistics, tellProvidersApartAndAddThemUp)
     scratch.write("codex/session_index.jsonl", "?\n" + index + '\n');
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Named");
     scratch.write("codex/session_index.jsonl",
-        index + '\n' + R"({"id":"t1","thread_name":"","updated_at":"2026-11-20T10:00:00Z"})" "\n");
+        index + '\n'
+            + R"({"id":"t1","thread_name":"","updated_at":"2026-11-20T10:00:00Z"})"
+              "\n");
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "Do it");
 }
 

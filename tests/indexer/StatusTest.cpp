@@ -1,7 +1,7 @@
-#include "indexer/Status.h"
-#include "indexer/Progress.h"
-#include "indexer/Scratch.h"
-#include "indexer/Waybar.h"
+#include "indexer/report/StatusText.h"
+#include "indexer/report/Waybar.h"
+#include "indexer/terminal/Progress.h"
+#include "usage/Scratch.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

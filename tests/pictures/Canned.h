@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/CodexLimits.h"
-#include "sources/StatsLoad.h"
+#include "widget/sources/StatsLoad.h"
 
 /// Made-up figures around one fixed moment, so that whatever is drawn or measured is always the
 /// same.

@@ -1,8 +1,8 @@
 #include "pictures/SettingsScene.h"
 
-#include "core/Paths.h"
 #include "pictures/Canned.h"
-#include "views/theme/Motion.h"
+#include "widget/core/Paths.h"
+#include "widget/views/theme/Motion.h"
 #include <algorithm>
 #include <QCoreApplication>
 #include <QDeadlineTimer>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/SettingsWindow.h"
 #include "FakeClock.h"
-#include "model/WidgetModel.h"
-#include "scripts/SyncSettings.h"
+#include "widget/app/SettingsWindow.h"
+#include "widget/model/WidgetModel.h"
+#include "widget/scripts/SyncSettings.h"
 
 /// One state of the settings that a picture is taken of; what is left out is ordinary.
 struct SettingsScene {

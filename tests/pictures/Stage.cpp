@@ -1,7 +1,7 @@
 #include "pictures/Stage.h"
 
-#include "core/Paths.h"
 #include "pictures/Canned.h"
+#include "widget/core/Paths.h"
 #include <algorithm>
 #include <cstdio>
 #include <QDeadlineTimer>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/FloatingPanel.h"
 #include "FakeClock.h"
-#include "model/Dashboard.h"
-#include "views/PanelActions.h"
+#include "widget/app/FloatingPanel.h"
+#include "widget/model/Dashboard.h"
+#include "widget/views/PanelActions.h"
 #include <memory>
 
 /// The real panel at the moment of the canned figures, to be drawn or measured without a display.

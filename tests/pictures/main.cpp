@@ -6,7 +6,7 @@
 
 #include "pictures/Scene.h"
 #include "pictures/SettingsScene.h"
-#include "views/theme/Motion.h"
+#include "widget/views/theme/Motion.h"
 #include <cstdio>
 #include <QDir>
 #include <QGuiApplication>

@@ -1,9 +1,0 @@
-#include "core/parseObject.h"
-
-#include <QJsonDocument>
-
-std::optional<QJsonObject> parseObject(const QByteArray &bytes)
-{
-    const QJsonDocument document = QJsonDocument::fromJson(bytes);
-    return document.isObject() ? std::optional(document.object()) : std::nullopt;
-}

@@ -1,3 +1,0 @@
-#include "model/HoverState.h"
-
-#include "moc_HoverState.cpp"

@@ -1,3 +1,0 @@
-#include "model/LegendItem.h"
-
-#include "moc_LegendItem.cpp"

@@ -1,8 +1,0 @@
-#include "platform/preferredLanguages.h"
-
-#include <QLocale>
-
-QStringList preferredLanguages()
-{
-    return QLocale::system().uiLanguages();
-}

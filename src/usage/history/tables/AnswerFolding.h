@@ -1,0 +1,10 @@
+#pragma once
+
+#include "usage/history/tables/Database.h"
+
+namespace indexer {
+
+/// Puts what `answer_by_file` tells of each answer, file by file, together to one row of `answer`.
+void foldAnswers(Database &database);
+
+} // namespace indexer

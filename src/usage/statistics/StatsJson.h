@@ -1,0 +1,12 @@
+#pragma once
+
+#include "usage/statistics/Statistics.h"
+
+#include <string>
+
+namespace indexer {
+
+/// The statistics file: the same bytes for the same statistics.
+[[nodiscard]] std::string statsJson(const Statistics &statistics);
+
+} // namespace indexer

@@ -1,8 +1,0 @@
-#include "views/PanelActions.h"
-
-PanelActions::PanelActions(QObject *parent)
-    : QObject(parent)
-{
-}
-
-#include "moc_PanelActions.cpp"

@@ -1,0 +1,3 @@
+#include "widget/model/HoverState.h"
+
+#include "moc_HoverState.cpp"

@@ -1,0 +1,3 @@
+#include "widget/model/LegendItem.h"
+
+#include "moc_LegendItem.cpp"
