@@ -81,7 +81,7 @@ private:
     std::string_view withPadding(std::string_view line)
     {
         constexpr char notJson = '}';
-        const std::size_t size = line.size() + indexer::LineReader::padding;
+        const std::size_t size = line.size() + usage::LineReader::padding;
         m_copy.reset(new char[size]);
         std::memset(m_copy.get(), notJson, size);
         line.copy(m_copy.get(), line.size());
@@ -89,7 +89,7 @@ private:
     }
 
     InputFile m_file;
-    indexer::LineReader m_reader;
+    usage::LineReader m_reader;
     std::uint64_t m_last = 0; // where the last line begins
     std::uint64_t m_next = 0; // and the one behind it
     std::unique_ptr<char[]> m_copy;

@@ -1,28 +1,28 @@
 #include "TranscriptBook.h"
 
-using indexer::TextId;
+using usage::TextId;
 
 namespace {
 
 /// As the history keeps it.
 template <typename Value> std::string packed(const Value &value)
 {
-    indexer::PackedWriter writer;
+    usage::PackedWriter writer;
     pack(writer, value, 0);
     return writer.bytes();
 }
 
 } // namespace
 
-void TranscriptBook::add(const indexer::TranscriptPiece &piece)
+void TranscriptBook::add(const usage::TranscriptPiece &piece)
 {
     for (const auto &[key, told] : piece.answers) {
-        indexer::UsageRecord record = told;
+        usage::Answer record = told;
         record.session.text = m_names.add(piece.names.text(told.session.text));
         record.model.text = m_names.add(piece.names.text(told.model.text));
         const auto [place, isNew] = m_answers.emplace(key, record);
         if (!isNew) {
-            indexer::UsageRecord before = *indexer::unpackUsageRecord(packed(place->second), 0);
+            usage::Answer before = *usage::unpackAnswer(packed(place->second), 0);
             merge(before, record, m_names);
             place->second = before;
         }
@@ -31,7 +31,7 @@ void TranscriptBook::add(const indexer::TranscriptPiece &piece)
         const auto [place, isNew] =
             m_sessions.emplace(std::string(piece.names.text(session)), facts);
         if (!isNew) {
-            indexer::SessionFacts before = *indexer::unpackSessionFacts(packed(place->second), 0);
+            usage::SessionFacts before = *usage::unpackSessionFacts(packed(place->second), 0);
             before.append(facts);
             place->second = std::move(before);
         }
@@ -43,14 +43,14 @@ void TranscriptBook::add(const indexer::TranscriptPiece &piece)
 
 std::string TranscriptBook::bytes() const
 {
-    indexer::PackedWriter writer;
+    usage::PackedWriter writer;
     for (const auto &[key, record] : m_answers) {
         writer.number(key.message);
         writer.number(key.request);
         writer.text(m_names.text(record.session.text));
         writer.text(m_names.text(record.model.text));
         // The numbers of the texts depend on the order of arrival, nothing else does.
-        indexer::UsageRecord plain = record;
+        usage::Answer plain = record;
         plain.session.text = plain.session.text != 0 ? 1 : 0;
         plain.model.text = plain.model.text != 0 ? 1 : 0;
         writer.text(packed(plain));

@@ -52,7 +52,7 @@ public:
         : m_name(Folders::data() / "input.zst")
     {
         requireOwnHome();
-        require(!indexer::makeFolder(m_name.parent_path()));
+        require(!usage::makeFolder(m_name.parent_path()));
         std::filesystem::create_symlink(m_input.path(), m_name);
     }
 
@@ -81,7 +81,7 @@ private:
         std::size_t size = 0;
         while (const auto line = m_reader.next()) {
             size += line->size();
-            require(line->size() <= indexer::LineReader::longestLine && size <= largest);
+            require(line->size() <= usage::LineReader::longestLine && size <= largest);
             if (size <= large) {
                 held.lines.emplace_back(*line);
             }
@@ -125,7 +125,7 @@ private:
 
     InputFile m_input;
     std::filesystem::path m_name;
-    indexer::LineReader m_reader;
+    usage::LineReader m_reader;
     ZSTD_CCtx *m_compressor = ZSTD_createCCtx();
     ZSTD_DCtx *m_decompressor = ZSTD_createDCtx();
     std::string m_room = std::string(large, '\0');

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-using namespace indexer;
+using namespace usage;
 
 namespace {
 

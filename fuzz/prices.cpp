@@ -6,7 +6,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
-using namespace indexer;
+using namespace usage;
 
 namespace {
 

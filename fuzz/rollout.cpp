@@ -21,21 +21,21 @@ class Target final {
 public:
     void run(std::string_view input)
     {
-        indexer::Rollout whole = indexer::startRollout(name);
-        indexer::RolloutReader reader(whole);
-        indexer::Rollout inPieces = whole;
+        usage::Rollout whole = usage::startRollout(name);
+        usage::RolloutReader reader(whole);
+        usage::Rollout inPieces = whole;
         m_lines.each(input, [&](std::string_view text) {
-            indexer::RolloutLine line;
-            const bool isParsed = m_parsers.parse(text, line) == indexer::LineOutcome::Parsed;
+            usage::RolloutLine line;
+            const bool isParsed = m_parsers.parse(text, line) == usage::LineOutcome::Parsed;
             if (isParsed && !line.hasImpossibleNumbers) {
                 const auto time = timeOf(line);
                 reader.add(line, time);
                 if (isCutBefore(text)) {
-                    auto kept = indexer::unpackedRollout(packed(inPieces));
+                    auto kept = usage::unpackedRollout(packed(inPieces));
                     require(kept.has_value());
                     inPieces = std::move(*kept);
                 }
-                indexer::RolloutReader(inPieces).add(line, time);
+                usage::RolloutReader(inPieces).add(line, time);
             }
             return isParsed;
         });
@@ -47,28 +47,27 @@ private:
     /// Here and there.
     static bool isCutBefore(std::string_view line) { return line.size() % 3 == 0; }
 
-    static std::optional<TimePoint> timeOf(const indexer::RolloutLine &line)
+    static std::optional<TimePoint> timeOf(const usage::RolloutLine &line)
     {
-        indexer::Skips skips;
+        usage::Skips skips;
         std::optional<TimePoint> again;
-        return indexer::timeOf(line.timestamp, now, skips, again);
+        return usage::timeOf(line.timestamp, now, skips, again);
     }
 
-    static void look(indexer::Rollout rollout)
+    static void look(usage::Rollout rollout)
     {
-        indexer::RolloutBook book;
+        usage::RolloutBook book;
         book.add(std::move(rollout));
-        book.forEach([](const indexer::UsageRecord &record) {
-            require(record.time() >= indexer::earliestTime);
-        });
-        for (const indexer::RolloutSession &session : book.sessions()) {
+        book.forEach(
+            [](const usage::Answer &record) { require(record.time() >= usage::earliestTime); });
+        for (const usage::RolloutSession &session : book.sessions()) {
             require(!nlohmann::json(session.title).dump().empty());
         }
         (void)book.limits(now);
     }
 
     Lines m_lines;
-    indexer::LineParsers m_parsers {shortLine};
+    usage::LineParsers m_parsers {shortLine};
 };
 
 } // namespace

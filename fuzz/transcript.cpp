@@ -18,19 +18,19 @@ class Target final {
 public:
     void run(std::string_view input)
     {
-        indexer::TranscriptPiece whole;
-        indexer::TranscriptReader reader(whole, now);
+        usage::TranscriptPiece whole;
+        usage::TranscriptReader reader(whole, now);
         TranscriptBook atOnce;
         TranscriptBook inPieces;
         m_lines.each(input, [&](std::string_view text) {
-            indexer::TranscriptLine line;
-            if (m_parsers.parse(text, line) != indexer::LineOutcome::Parsed) {
+            usage::TranscriptLine line;
+            if (m_parsers.parse(text, line) != usage::LineOutcome::Parsed) {
                 return false;
             }
             look(line);
             reader.add(line);
-            indexer::TranscriptPiece piece;
-            indexer::TranscriptReader(piece, now).add(line);
+            usage::TranscriptPiece piece;
+            usage::TranscriptReader(piece, now).add(line);
             inPieces.add(piece);
             return true;
         });
@@ -40,21 +40,21 @@ public:
 
 private:
     /// Texts end up in a JSON file, which throws at what is not UTF-8.
-    static void look(const indexer::TranscriptLine &line)
+    static void look(const usage::TranscriptLine &line)
     {
         for (const std::string_view token : {line.title, line.prompt}) {
             if (!token.empty()) {
-                require(!nlohmann::json(indexer::tidyTitle(token)).dump().empty());
+                require(!nlohmann::json(usage::tidyTitle(token)).dump().empty());
             }
         }
-        require(!nlohmann::json(indexer::folderName(line.cwd)).dump().empty());
+        require(!nlohmann::json(usage::folderName(line.cwd)).dump().empty());
         if (const auto time = TimeStamp::parse(line.timestamp)) {
             require(TimeStamp::parse(TimeStamp::text(*time)) == time);
         }
     }
 
     Lines m_lines;
-    indexer::LineParsers m_parsers {shortLine};
+    usage::LineParsers m_parsers {shortLine};
 };
 
 } // namespace

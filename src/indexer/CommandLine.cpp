@@ -10,6 +10,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 constexpr int usageError = 2;

@@ -25,6 +25,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 constexpr std::string_view noTranscripts = "No transcripts were found in {} and {}.\n";
@@ -96,7 +98,7 @@ std::optional<std::string> write(
         problem = writeLimits(options.data / limitsName, *limits, now);
     }
     if (!problem) {
-        FactTable(history.database()).set(writtenFact, writtenState(options, now));
+        NoteTable(history.database()).set(writtenFact, writtenState(options, now));
         problem = history.problem();
     }
     return problem;
@@ -126,7 +128,7 @@ std::string report(
 
 bool isWritten(const Options &options, const History &history, TimePoint now)
 {
-    return FactTable(history.database()).text(writtenFact) == writtenState(options, now);
+    return NoteTable(history.database()).text(writtenFact) == writtenState(options, now);
 }
 
 Outcome doctor(const Options &options, TimePoint now)
@@ -140,7 +142,7 @@ Outcome doctor(const Options &options, TimePoint now)
         .home = home == nullptr ? "/nonexistent" : home,
         .path = path == nullptr ? "" : path,
         .now = now,
-        .newestAnswer = readHistoryFacts(history).newestAnswer,
+        .newestAnswer = readHistorySummary(history).newestAnswer,
         .historyProblem = [&history] { return historyProblem(history); }});
     return {.status = hasProblem(findings) ? 1 : 0,
         .output = findingsText(findings, terminalOf(STDOUT_FILENO)),
@@ -153,7 +155,7 @@ Outcome status(const Options &options, TimePoint now)
     if (format == StatusFormat::Waybar) {
         return {.output = waybarLine(options.data, options.claude, now)};
     }
-    const HistoryFacts facts = readHistoryFacts(options.data / History::fileName);
+    const HistorySummary facts = readHistorySummary(options.data / History::fileName);
     if (facts.problem) {
         return failed(*facts.problem);
     }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 using namespace indexer;
+using namespace usage;
 using namespace std::chrono_literals;
 
 namespace {

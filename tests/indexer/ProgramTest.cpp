@@ -75,7 +75,7 @@ protected:
 
 TEST_F(Program, writesTheStatisticsForItsUserAlone)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     const fs::path data = root / "new/data";
     const fs::path file = data / "stats.json";
     struct stat before { };
@@ -111,7 +111,7 @@ TEST_F(Program, writesTheStatisticsForItsUserAlone)
 
 TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     scratch.write("data/stats.json", "old");
     scratch.write("file", "");
     scratch.write("odd/projects", "");
@@ -161,9 +161,9 @@ TEST_F(Program, keepsTheOldStatisticsWhenItCannotReadOrWrite)
 
 TEST_F(Program, writesWhatAReportWasTheFirstToRead)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     EXPECT_EQ(run("--data data --claude claude"), "[0]");
-    scratch.transcript("p/b.jsonl", {Answer {.id = "m2"}.line()});
+    scratch.transcript("p/b.jsonl", {AnswerLine {.id = "m2"}.line()});
     EXPECT_NE(run("report --data data --claude claude").find("$12.00"), std::string::npos);
     EXPECT_EQ(run("--data data --claude claude"), "[0]");
     EXPECT_EQ(firstDay(root / "data/stats.json").find(R"({"cost":12.0,)"), 0U);
@@ -192,7 +192,7 @@ TEST_F(Program, replacesOlderLimitsOnly)
 
 TEST_F(Program, understandsItsCommandLine)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     fs::create_directory(root / "empty");
     const std::tuple<const char *, int, const char *> rows[] = {{"--help 2>&-", 0, "report"},
         {"--claude claude report weekly 2>&-", 0, "2026-11-16"},
@@ -216,7 +216,7 @@ TEST_F(Program, understandsItsCommandLine)
 /// time.
 TEST_F(Program, knowsAFileByItsWholePath)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     fs::create_directory(root / "inner");
     const std::string data = "--data " + (root / "data").native();
     EXPECT_EQ(run(data, "CLAUDE_CONFIG_DIR=claude"), "[0]");
@@ -226,11 +226,11 @@ TEST_F(Program, knowsAFileByItsWholePath)
 
 TEST_F(Program, tellsWhatIsStoredWhereNothingCanBeWritten)
 {
-    scratch.transcript("p/a.jsonl", {Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line()});
     EXPECT_EQ(run("--data 'a %3f#?' --claude claude"), "[0]");
     const fs::path folder = root / "a %3f#?";
     // As in a copy of the history alone.
-    indexer::Database(folder / "history.sqlite")
+    Database(folder / "history.sqlite")
         .run("PRAGMA journal_mode = DELETE; PRAGMA journal_mode = WAL");
     fs::remove(folder / "history.sqlite-shm");
     fs::remove(folder / "history.sqlite-wal");
@@ -253,7 +253,7 @@ TEST_F(Program, writesThroughLinksAndTidiesUp)
     fs::create_symlink("../elsewhere/real.json", root / "data/stats.json");
     fs::create_symlink("stats.json", elsewhere / "real.json");
     for (const char *usage : {"\"input_tokens\":250000", "\"input_tokens\":500000"}) {
-        scratch.transcript("p/a.jsonl", {Answer {.usage = usage}.line()});
+        scratch.transcript("p/a.jsonl", {AnswerLine {.usage = usage}.line()});
         EXPECT_EQ(run("--data data --claude claude"), "[0]");
     }
     EXPECT_TRUE(fs::is_symlink(root / "data/stats.json"));
@@ -272,7 +272,7 @@ TEST_F(Program, needsLittleMemoryAndSaysWhatItLeftOut)
         dense += "1,";
     }
     const std::string overlong = R"({"type":"user","x":")" + std::string(50'000'000, 'x') + "\"}";
-    scratch.transcript("p/a.jsonl", {overlong, dense + "1]}", Answer {}.line()});
+    scratch.transcript("p/a.jsonl", {overlong, dense + "1]}", AnswerLine {}.line()});
     scratch.write("data/prices.json", R"({"models":{"a\u001b[31m\n\u202e":5}})");
     EXPECT_EQ(run("--data data --claude claude", limit),
         "kestrelbay-indexer: data/prices.json is not used, the built-in prices are: model "
@@ -289,7 +289,7 @@ TEST_F(Program, needsLittleMemoryForWhatNobodyWrites)
         summaries.push_back(
             fmt::format(R"({{"type":"summary","summary":"title {}","leafUuid":"{}"}})", i, i));
     }
-    summaries.push_back(Answer {.extra = "\"uuid\":\"7\","}.line());
+    summaries.push_back(AnswerLine {.extra = "\"uuid\":\"7\","}.line());
     scratch.transcript("p/a.jsonl", summaries);
     scratch.write("codex/session_index.jsonl", brackets + "\n{\"id\":\"a\"}\n" + brackets);
     const std::string folders = "--data data --claude claude --codex codex";

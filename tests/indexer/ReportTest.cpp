@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 using namespace indexer;
+using namespace usage;
 using namespace std::chrono_literals;
 
 namespace {

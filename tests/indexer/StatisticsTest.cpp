@@ -10,6 +10,7 @@
 namespace {
 
 using namespace indexer;
+using namespace usage;
 using nlohmann::json;
 
 /// A dollar's worth of output at one moment.
@@ -17,7 +18,7 @@ std::string dollar(const std::string &time, const std::string &session,
     const std::string &model = "claude-opus-5-5")
 {
     constexpr const char *usage = R"("output_tokens":50000)";
-    return Answer {
+    return AnswerLine {
         .id = time + model, .session = session, .time = time, .model = model, .usage = usage}
         .line();
 }
@@ -135,7 +136,7 @@ TEST(Statistics, haveNoCostWhereNothingHasAPrice)
     const Scratch scratch;
     scratch.transcript("p/a.jsonl",
         {dollar("2026-11-21T10:00:00Z", "s1", "unheard-of"),
-            Answer {.model = "unheard-of", .usage = R"("input_tokens":0)"}.line()});
+            AnswerLine {.model = "unheard-of", .usage = R"("input_tokens":0)"}.line()});
     const json stats = scratch.stats();
     EXPECT_FALSE(stats["totals"]["today"].contains("cost"));
     const json &unpriced = stats["days"][1];
@@ -194,7 +195,7 @@ TEST(Report, addsUpItsRowsAndGivesTheTerminalNoOrders)
     scratch.transcript("p/a.jsonl", history);
     scratch.transcript("p/b.jsonl",
         {R"({"type":"ai-title","sessionId":"s5","aiTitle":"日本語のタイトル that goes on and on and on and on"})",
-            Answer {.session = "s5",
+            AnswerLine {.session = "s5",
                 .model = R"(a\u001b[31mb\u009b1mc\u007f)" + std::string(60, 'd'),
                 .folder = R"(/w/x\u001b]0;y\u0007)"}
                 .line()});

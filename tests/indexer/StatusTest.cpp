@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 using namespace indexer;
+using namespace usage;
 using namespace std::chrono_literals;
 
 namespace {
@@ -85,7 +86,7 @@ TEST(Waybar, tellsTheRestInItsTooltip)
 
 TEST(Status, tellsWhatIsStored)
 {
-    HistoryFacts facts {.file = "/h/history.sqlite\x1b"};
+    HistorySummary facts {.file = "/h/history.sqlite\x1b"};
     EXPECT_EQ(json::parse(statusJson(facts))["since"], nullptr);
     facts.bytes = 12'440'000;
     facts.since = Day {std::chrono::days {20777}};

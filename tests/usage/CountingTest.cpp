@@ -16,10 +16,10 @@ constexpr std::size_t longest = std::size_t {8} << 20U;
 constexpr const char *aside = R"("isSidechain":true,)";
 
 /// Checks the statistics of the lines in every order that they can have.
-template <typename Check> void inEveryOrder(const std::vector<Answer> &answers, Check check)
+template <typename Check> void inEveryOrder(const std::vector<AnswerLine> &answers, Check check)
 {
     std::vector<std::string> lines;
-    std::ranges::transform(answers, std::back_inserter(lines), &Answer::line);
+    std::ranges::transform(answers, std::back_inserter(lines), &AnswerLine::line);
     std::ranges::sort(lines);
     do {
         const Scratch scratch;
@@ -30,11 +30,11 @@ template <typename Check> void inEveryOrder(const std::vector<Answer> &answers, 
 
 TEST(Counting, knowsEachAnswerOnceInAnyOrderOfLines)
 {
-    const Answer once;
-    const Answer byLine {.id = "", .request = "", .extra = R"("uuid":"u1",)"};
+    const AnswerLine once;
+    const AnswerLine byLine {.id = "", .request = "", .extra = R"("uuid":"u1",)"};
     const struct {
         const char *name;
-        std::vector<Answer> lines;
+        std::vector<AnswerLine> lines;
         std::uint64_t answers = 0; // that were counted, each to its end
         std::uint64_t sessions = 1;
         bool isEstimated = false;
@@ -73,13 +73,13 @@ TEST(Counting, knowsEachAnswerOnceInAnyOrderOfLines)
 TEST(Counting, asksTheEarliestOfItsOwnLinesWhatAnAnswerIs)
 {
     const std::string early = "2026-11-20T09:59:58Z";
-    Answer fork {.session = "s9", .time = "2026-11-18T10:00:00Z", .model = "z", .folder = "/z"};
-    Answer later = fork;
+    AnswerLine fork {.session = "s9", .time = "2026-11-18T10:00:00Z", .model = "z", .folder = "/z"};
+    AnswerLine later = fork;
     later.time = "2026-11-21T10:00:00Z";
     fork.extra = forked;
-    const Answer proxy {.session = "", .time = early, .model = "", .usage = zeros};
-    const Answer abroad {.time = early, .folder = "", .usage = zeros};
-    inEveryOrder({Answer {}, fork, later, proxy, abroad}, [](const json &stats) {
+    const AnswerLine proxy {.session = "", .time = early, .model = "", .usage = zeros};
+    const AnswerLine abroad {.time = early, .folder = "", .usage = zeros};
+    inEveryOrder({AnswerLine {}, fork, later, proxy, abroad}, [](const json &stats) {
         ASSERT_EQ(stats["sessions"].size(), 1U);
         EXPECT_EQ(stats["sessions"][0]["project"], "proj");
         EXPECT_EQ(stats["days"][0]["date"], "2026-11-20");
@@ -90,32 +90,34 @@ TEST(Counting, asksTheEarliestOfItsOwnLinesWhatAnAnswerIs)
 /// A line that is this much longer than the usual one.
 std::string padded(std::size_t length)
 {
-    return Answer {.extra = "\"x\":\"" + std::string(length, 'x') + "\","}.line();
+    return AnswerLine {.extra = "\"x\":\"" + std::string(length, 'x') + "\","}.line();
 }
 
 TEST(Counting, leavesOutWhatCannotBeAndSaysSo)
 {
     const std::pair<std::string, std::string> rows[] = {
-        {Answer {.usage = R"("cache_creation":{"ephemeral_1h_input_tokens":-1})"}.line(),
+        {AnswerLine {.usage = R"("cache_creation":{"ephemeral_1h_input_tokens":-1})"}.line(),
             "with impossible numbers"},
-        {Answer {.usage = R"("input_tokens":5,"output_tokens":"many")"}.line(),
+        {AnswerLine {.usage = R"("input_tokens":5,"output_tokens":"many")"}.line(),
             "with impossible numbers"},
-        {Answer {.usage = R"("output_tokens":[5])"}.line(), "with impossible numbers"},
-        {Answer {.time = ""}.line(), "without a possible time"},
-        {Answer {.time = "", .extra = R"("timestamp":true,)"}.line(), "without a possible time"},
-        {Answer {.time = "", .extra = R"("timestamp":1e300,)"}.line(), "without a possible time"},
-        {Answer {.time = "1999-12-31T23:59:59.999Z"}.line(), "without a possible time"},
-        {Answer {.time = "2026-11-23T12:00:00.001Z"}.line(), "without a possible time"},
-        {Answer {.time = "2026-11-20T10:00:00"}.line(), "without a possible time"},
-        {Answer {.id = "", .request = ""}.line(), "without identity"},
-        {Answer {}.line().substr(0, 150), "not JSON"}, {padded(longest), "longer than 8 MiB"}};
+        {AnswerLine {.usage = R"("output_tokens":[5])"}.line(), "with impossible numbers"},
+        {AnswerLine {.time = ""}.line(), "without a possible time"},
+        {AnswerLine {.time = "", .extra = R"("timestamp":true,)"}.line(),
+            "without a possible time"},
+        {AnswerLine {.time = "", .extra = R"("timestamp":1e300,)"}.line(),
+            "without a possible time"},
+        {AnswerLine {.time = "1999-12-31T23:59:59.999Z"}.line(), "without a possible time"},
+        {AnswerLine {.time = "2026-11-23T12:00:00.001Z"}.line(), "without a possible time"},
+        {AnswerLine {.time = "2026-11-20T10:00:00"}.line(), "without a possible time"},
+        {AnswerLine {.id = "", .request = ""}.line(), "without identity"},
+        {AnswerLine {}.line().substr(0, 150), "not JSON"}, {padded(longest), "longer than 8 MiB"}};
     for (const auto &[line, reason] : rows) {
         const Scratch scratch;
         // A byte order mark, line ends of all kinds, and a last line that is still being written.
         scratch.write("claude/projects/p/a.jsonl",
-            "\xEF\xBB\xBF" + Answer {.id = "m8"}.line() + "\r\n\n \r\n" + line + '\n'
-                + Answer {.id = "m9"}.line());
-        indexer::History history;
+            "\xEF\xBB\xBF" + AnswerLine {.id = "m8"}.line() + "\r\n\n \r\n" + line + '\n'
+                + AnswerLine {.id = "m9"}.line());
+        usage::History history;
         scratch.update(history);
         EXPECT_EQ(history.skips().sentence(), "skipped 1 line (1 " + reason + ")");
         const json totals = json::parse(statsText(history))["totals"];
@@ -129,15 +131,16 @@ TEST(Counting, readsNumbersHoweverTheyAreWritten)
     const std::string texts = R"("input_tokens":"1000000","output_tokens":null)";
     scratch.transcript("p/a.jsonl",
         {R"({"type":"ai-title","sessionId":"s1","aiTitle":"without a time"})",
-            Answer {.time = "", .usage = texts, .extra = R"("timestamp":1795168800000,)"}.line(),
-            Answer {.id = "m2", .time = "", .extra = R"("timestamp":1795168800.5,)"}.line()});
+            AnswerLine {.time = "", .usage = texts, .extra = R"("timestamp":1795168800000,)"}
+                .line(),
+            AnswerLine {.id = "m2", .time = "", .extra = R"("timestamp":1795168800.5,)"}.line()});
     scratch.rollout("a",
         {R"({"type":"session_meta","payload":{"id":"t1"}})",
             R"({"type":"turn_context","payload":{"model":"gpt-6.2-sol"}})",
             R"({"timestamp":1795168800,"type":"token_usage_record","payload":{"response_id":"r1",)"
             R"("usage":{"input_tokens":"300","output_tokens":1}}})",
             R"({"type":"token_usage_record","payload":{"response_id":"r2","usage":{}}})"});
-    indexer::History history;
+    usage::History history;
     scratch.update(history);
     const json stats = json::parse(statsText(history));
     EXPECT_EQ(stats["days"][0]["date"], "2026-11-20");
@@ -150,7 +153,7 @@ TEST(Counting, goesOnBeyondTheLargestNumber)
     const Scratch scratch;
     std::vector<std::string> lines(2049);
     std::ranges::generate(lines, [i = 0]() mutable {
-        return Answer {.id = "m" + std::to_string(++i),
+        return AnswerLine {.id = "m" + std::to_string(++i),
             .usage = R"("input_tokens":9007199254740992,"output_tokens":1)"}
             .line();
     });
@@ -166,8 +169,8 @@ TEST(Counting, takesTheLongestLineAndTimesJustInside)
     const Scratch scratch;
     scratch.transcript("p/a.jsonl",
         {padded(longest - padded(0).size()),
-            Answer {.id = "m2", .time = "2000-01-01T00:00:00Z"}.line(),
-            Answer {.id = "m3", .time = "2026-11-23T12:00:00Z"}.line()});
+            AnswerLine {.id = "m2", .time = "2000-01-01T00:00:00Z"}.line(),
+            AnswerLine {.id = "m3", .time = "2026-11-23T12:00:00Z"}.line()});
     const json stats = scratch.stats();
     EXPECT_EQ(stats["days"].front()["date"], "2000-01-01");
     EXPECT_EQ(stats["days"].back()["date"], "2026-11-23");
@@ -181,26 +184,28 @@ TEST(Counting, givesTheSameBytesForAnyOrderOfFiles)
 {
     std::vector<std::pair<std::string, std::vector<std::string>>> files {
         {"p/a.jsonl",
-            {prompt(R"("second")", "2026-11-20T08:00:00Z"), Answer {.usage = small}.line(),
-                Answer {.id = "m2", .request = ""}.line(),
+            {prompt(R"("second")", "2026-11-20T08:00:00Z"), AnswerLine {.usage = small}.line(),
+                AnswerLine {.id = "m2", .request = ""}.line(),
                 R"({"type":"ai-title","aiTitle":"from a","sessionId":"s2"})"}},
         {"p/b.jsonl",
-            {prompt(R"("first")", "2026-11-20T07:00:00Z"), Answer {.session = "s2"}.line(),
-                Answer {.id = "m2", .request = "r9", .model = "claude-opus-5"}.line(),
+            {prompt(R"("first")", "2026-11-20T07:00:00Z"), AnswerLine {.session = "s2"}.line(),
+                AnswerLine {.id = "m2", .request = "r9", .model = "claude-opus-5"}.line(),
                 R"({"type":"ai-title","aiTitle":"from b","sessionId":"s2"})"}},
         {"p/c.jsonl",
-            {Answer {.id = "m2", .request = "r8", .time = "2026-10-20T10:00:00Z"}.line(),
-                Answer {.id = "m4", .session = "s2", .usage = R"("input_tokens":333333)"}.line(),
-                Answer {.id = "m5", .model = "nobody's", .usage = R"("input_tokens":1)"}.line()}},
+            {AnswerLine {.id = "m2", .request = "r8", .time = "2026-10-20T10:00:00Z"}.line(),
+                AnswerLine {.id = "m4", .session = "s2", .usage = R"("input_tokens":333333)"}
+                    .line(),
+                AnswerLine {.id = "m5", .model = "nobody's", .usage = R"("input_tokens":1)"}
+                    .line()}},
         {"p/d.jsonl",
-            {Answer {.session = "s3", .extra = R"("forkedFrom":{},)"}.line(),
+            {AnswerLine {.session = "s3", .extra = R"("forkedFrom":{},)"}.line(),
                 R"({"type":"summary","summary":"sum","leafUuid":"u1"})",
-                Answer {.id = "m6", .session = "s3", .extra = R"("uuid":"u1",)"}.line()}},
+                AnswerLine {.id = "m6", .session = "s3", .extra = R"("uuid":"u1",)"}.line()}},
     };
     std::string expected;
     do {
         const Scratch scratch;
-        indexer::History history;
+        usage::History history;
         for (const auto &[file, lines] : files) {
             scratch.transcript(file, lines);
             scratch.update(history);

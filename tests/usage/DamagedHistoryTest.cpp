@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 using nlohmann::json;
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;

@@ -9,7 +9,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace indexer;
+using namespace usage;
 
 /// The transcripts found without any skip, as paths below projects.
 std::vector<std::string> found(const Scratch &scratch)
@@ -24,7 +24,7 @@ std::vector<std::string> found(const Scratch &scratch)
     return names;
 }
 
-TEST(TranscriptTree, isSearchedToItsLeaves)
+TEST(FileTree, isSearchedToItsLeaves)
 {
     const Scratch scratch;
     for (const char *file :
@@ -43,7 +43,7 @@ TEST(TranscriptTree, isSearchedToItsLeaves)
     EXPECT_EQ(found(scratch), expected);
 }
 
-TEST(TranscriptTree, takesLinkedFoldersAndFilesOnce)
+TEST(FileTree, takesLinkedFoldersAndFilesOnce)
 {
     const Scratch scratch;
     scratch.write("elsewhere/b.jsonl", "");
@@ -56,10 +56,10 @@ TEST(TranscriptTree, takesLinkedFoldersAndFilesOnce)
     EXPECT_EQ(found(scratch), (std::vector<std::string> {"p/a.jsonl", "p/linked/b.jsonl"}));
 }
 
-TEST(TranscriptTree, passesOverWhatWouldHang)
+TEST(FileTree, passesOverWhatWouldHang)
 {
     const Scratch scratch;
-    scratch.transcript("p/good.jsonl", {"garbage", Answer {}.line(), "{"});
+    scratch.transcript("p/good.jsonl", {"garbage", AnswerLine {}.line(), "{"});
     const fs::path p = scratch.claude() / "projects/p";
     fs::create_directory_symlink("..", p / "up");
     fs::create_symlink("itself.jsonl", p / "itself.jsonl");
@@ -78,7 +78,7 @@ TEST(TranscriptTree, passesOverWhatWouldHang)
         "skipped 2 lines (2 not JSON) and 6 files or folders (2 not a regular file, 2 in a loop of "
         "links, 2 unreadable)");
     // What becomes a pipe between the search and the reading does not hang either.
-    Harvest harvest(testNow());
+    ParallelReader harvest(testNow());
     harvest.read({{.path = p / "pipe.jsonl"}, {.path = p / "gone.jsonl"}},
         [](FilePiece &&) { return true; });
     EXPECT_EQ(harvest.skips().sentence(),

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 using nlohmann::json;
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
@@ -117,7 +117,7 @@ TEST_F(KeptHistory, seesThatClocksChangeAtAnotherHour)
 TEST_F(KeptHistory, isTakenOverFromTheFirstVersion)
 {
     change(firstHistory);
-    EXPECT_TRUE(readHistoryFacts(file).problem.value_or("").ends_with("brings it up to date"));
+    EXPECT_TRUE(readHistorySummary(file).problem.value_or("").ends_with("brings it up to date"));
     const json told = look();
     EXPECT_EQ(told["totals"]["month"]["tokens"]["output"], 250'100);
     const json &sessions = told["sessions"];
@@ -143,7 +143,7 @@ TEST(AnswerTable, joinsWhatWasReadByTheSameRules)
         answer.record.usage.output = output;
         answers.put({&answer, 1}, rules);
         answers.visitAll(
-            [&](const UsageRecord &record) { EXPECT_EQ(record.usage.output, expected) << rules; });
+            [&](const Answer &record) { EXPECT_EQ(record.usage.output, expected) << rules; });
     }
     EXPECT_EQ(database.problem(), std::nullopt);
 }

@@ -7,13 +7,14 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-namespace indexer {
+namespace usage {
 
 /// An answer of as many dollars.
 inline std::string answer(const std::string &id, int dollars, const std::string &time = {})
 {
     const std::string usage = fmt::format(R"("output_tokens":{})", dollars * 50'000);
-    return Answer {.id = id, .time = time.empty() ? Answer {}.time : time, .usage = usage}.line();
+    return AnswerLine {.id = id, .time = time.empty() ? AnswerLine {}.time : time, .usage = usage}
+        .line();
 }
 
 /// A home and the history that is made of it, which is opened anew for each look.
@@ -49,4 +50,4 @@ protected:
     std::string remark;
 };
 
-} // namespace indexer
+} // namespace usage

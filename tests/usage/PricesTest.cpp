@@ -5,7 +5,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 
 constexpr std::uint64_t million = 1'000'000;
 

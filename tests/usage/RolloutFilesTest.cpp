@@ -15,7 +15,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 using File = RolloutLines;
 
 const std::string first = total(2, {100, 40, 10, 5});
@@ -82,7 +82,7 @@ std::string limits(int minute, const std::string &fields, const Counts &total = 
     return at(minute,
         fmt::format(R"("type":"event_msg","payload":{{"type":"token_count",)"
                     R"("info":{{"total_token_usage":{}}},"rate_limits":{{{}}}}})",
-            usage(total), fields));
+            usageJson(total), fields));
 }
 
 const std::string weekly =

@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-using namespace indexer;
+using namespace usage;
 
 std::string at(int minute, const std::string &rest)
 {
@@ -56,7 +56,7 @@ std::string prompt(int minute, const std::string &text)
             R"("type":"event_msg","payload":{{"type":"user_message","message":"{}"}})", text));
 }
 
-std::string usage(const Counts &counts)
+std::string usageJson(const Counts &counts)
 {
     return fmt::format(R"({{"input_tokens":{},"cached_input_tokens":{},)"
                        R"("cache_write_input_tokens":{},"output_tokens":{},)"
@@ -69,7 +69,7 @@ std::string total(int minute, const Counts &counts)
     return at(minute,
         fmt::format(R"("type":"event_msg","payload":{{"type":"token_count",)"
                     R"("info":{{"total_token_usage":{}}}}})",
-            usage(counts)));
+            usageJson(counts)));
 }
 
 std::string record(int minute, const std::string &thread, const std::string &response,
@@ -78,7 +78,7 @@ std::string record(int minute, const std::string &thread, const std::string &res
     return at(minute,
         fmt::format(R"("type":"token_usage_record","payload":{{"thread_id":"{}","turn_id":"{}",)"
                     R"("response_id":"{}","usage":{}}})",
-            thread, turn, response, usage(counts)));
+            thread, turn, response, usageJson(counts)));
 }
 
 Rollout read(const RolloutLines &file, bool inPieces)
@@ -121,7 +121,7 @@ void withBooks(
 std::string used(const RolloutBook &book)
 {
     std::vector<std::string> rows;
-    book.forEach([&](const UsageRecord &each) {
+    book.forEach([&](const Answer &each) {
         const TextPool &names = book.names();
         rows.push_back(fmt::format("{} {} {} {}/{}/{}/{}{}{}{}",
             TimeStamp::text(each.time()).substr(14, 2), names.text(each.session.text),

@@ -26,15 +26,15 @@ struct RolloutLines {
 [[nodiscard]] std::string turn(const std::string &id, const std::string &model);
 [[nodiscard]] std::string settings(const std::string &fields);
 [[nodiscard]] std::string prompt(int minute, const std::string &text);
-[[nodiscard]] std::string usage(const Counts &counts);
+[[nodiscard]] std::string usageJson(const Counts &counts);
 [[nodiscard]] std::string total(int minute, const Counts &counts);
 [[nodiscard]] std::string record(int minute, const std::string &thread, const std::string &response,
     const Counts &counts, const std::string &turn = "t1");
 /// Reads a file; in pieces of a line each, every one of them from what was kept of those before.
-[[nodiscard]] indexer::Rollout read(const RolloutLines &file, bool inPieces);
+[[nodiscard]] usage::Rollout read(const RolloutLines &file, bool inPieces);
 /// Calls `check(book)` with the files in either order, read at once or in pieces.
-void withBooks(std::vector<RolloutLines> files,
-    const std::function<void(const indexer::RolloutBook &)> &check);
+void withBooks(
+    std::vector<RolloutLines> files, const std::function<void(const usage::RolloutBook &)> &check);
 /// What was used, as "minute session model fresh/read/written/output", in order, with a mark for
 /// what was fast (!) or flexible (?), and where something is missing (+).
-[[nodiscard]] std::string used(const indexer::RolloutBook &book);
+[[nodiscard]] std::string used(const usage::RolloutBook &book);

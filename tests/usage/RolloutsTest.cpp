@@ -4,7 +4,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 using File = RolloutLines;
 
 const std::string first = total(2, {100, 40, 10, 5});

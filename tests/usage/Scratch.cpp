@@ -60,14 +60,14 @@ fs::path Scratch::rollout(const std::string &name, const std::vector<std::string
 
 nlohmann::json Scratch::stats() const
 {
-    indexer::History history;
+    usage::History history;
     update(history);
     return nlohmann::json::parse(statsText(history));
 }
 
-void Scratch::update(indexer::History &history) const
+void Scratch::update(usage::History &history) const
 {
-    history.update({claude(), codex()}, indexer::builtInPrices(), testNow());
+    history.update({claude(), codex()}, usage::builtInPrices(), testNow());
 }
 
 TimePoint testNow()
@@ -76,13 +76,13 @@ TimePoint testNow()
     return sys_days {year {2026} / November / 21} + hours {12};
 }
 
-std::string statsText(const indexer::History &history)
+std::string statsText(const usage::History &history)
 {
-    return indexer::statsJson(
-        indexer::computeStatistics(history, indexer::builtInPrices(), {}, testNow()));
+    return usage::statsJson(
+        usage::computeStatistics(history, usage::builtInPrices(), {}, testNow()));
 }
 
-std::string Answer::line() const
+std::string AnswerLine::line() const
 {
     return fmt::format(R"({{{}{}"message":{{{}{}"content":[{{"type":"text","text":"…"}}],)"
                        R"("stop_reason":{},"usage":{{{}}}}},{}{}{}"type":"assistant"}})",

@@ -31,7 +31,7 @@ public:
         const std::string &name, const std::vector<std::string> &lines) const;
 
     /// Brings a history up to date with what is there, with built-in prices, on the test's own day.
-    void update(indexer::History &history) const;
+    void update(usage::History &history) const;
     /// The statistics file of what is there, with built-in prices, on the test's own day.
     [[nodiscard]] nlohmann::json stats() const;
 
@@ -43,11 +43,11 @@ private:
 [[nodiscard]] TimePoint testNow();
 
 /// What is written of a history on that day.
-[[nodiscard]] std::string statsText(const indexer::History &history);
+[[nodiscard]] std::string statsText(const usage::History &history);
 
 /// An answer's line, to be varied field by field. The model costs 4 and 20 dollars a million, so
 /// the usual usage costs 6 dollars.
-struct Answer {
+struct AnswerLine {
     std::string id = "m1";
     std::string request = "r1";
     std::string session = "s1";

@@ -42,7 +42,7 @@ TEST(Sessions, takeTheBestTitle)
             ""}};
     for (const auto &[lines, title] : rows) {
         const Scratch scratch;
-        scratch.transcript("p/s0.jsonl", {Answer {}.line()});
+        scratch.transcript("p/s0.jsonl", {AnswerLine {}.line()});
         scratch.transcript("p/s1.jsonl", lines);
         const json sessions = scratch.stats()["sessions"];
         ASSERT_EQ(sessions.size(), 1U) << title;
@@ -57,7 +57,7 @@ TEST(Sessions, preferTheTitleInTheirOwnFile)
     };
     const Scratch scratch;
     scratch.transcript("p/zz.jsonl", {title("last path")});
-    scratch.transcript("p/a.jsonl", {Answer {}.line(), title("first path")});
+    scratch.transcript("p/a.jsonl", {AnswerLine {}.line(), title("first path")});
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "last path");
     scratch.transcript("p/s1.jsonl", {title("own"), title("own, newer")});
     EXPECT_EQ(scratch.stats()["sessions"][0]["title"], "own, newer");
@@ -65,7 +65,7 @@ TEST(Sessions, preferTheTitleInTheirOwnFile)
 
 TEST(Sessions, tellProjectEndAndSpending)
 {
-    const std::string untold = Answer {.time = "2026-11-20T06:00:00Z", .folder = ""}.line();
+    const std::string untold = AnswerLine {.time = "2026-11-20T06:00:00Z", .folder = ""}.line();
     const std::string typed = prompt(R"("x")", early, R"("cwd":"/w/typed",)");
     const Scratch scratch;
     scratch.transcript("-slug-of-nothing/s1.jsonl", {untold});
@@ -75,7 +75,7 @@ TEST(Sessions, tellProjectEndAndSpending)
         {untold, prompt(R"("x")", "2026-11-20T11:00:00.5+01:00", R"("cwd":"/w/later",)"), typed,
             prompt(R"("copied")", "2026-11-20T15:00:00Z", R"("forkedFrom":{"sessionId":"s0"},)")});
     EXPECT_EQ(scratch.stats()["sessions"][0]["project"], "typed");
-    scratch.transcript("p/b.jsonl", {Answer {.id = "m2"}.line()});
+    scratch.transcript("p/b.jsonl", {AnswerLine {.id = "m2"}.line()});
     EXPECT_EQ(scratch.stats()["sessions"][0],
         json::parse(R"({"title":"x","project":"proj","end":"2026-11-20T10:00:00.500Z","cost":12.0,)"
                     R"("tokens":{"input":2000000,"output":200000,"cacheWrite":0,"total":2200000},)"
@@ -89,7 +89,7 @@ TEST(Sessions, areTheNewestOnly)
     for (int i = 100; i < 330; ++i) {
         const std::string n = std::to_string(i);
         lines.push_back(
-            Answer {.id = n, .session = n, .time = "2026-11-20T10:00:00." + n + "Z"}.line());
+            AnswerLine {.id = n, .session = n, .time = "2026-11-20T10:00:00." + n + "Z"}.line());
     }
     scratch.transcript("p/a.jsonl", lines);
     const json stats = scratch.stats();
@@ -120,7 +120,7 @@ TEST(Sessions, ofCodexTakeTheTitleInItsDatabase)
         {line("session_meta", R"("id":"t1")"),
             line("event_msg", R"("type":"user_message","message":"Do  it")"),
             line("token_usage_record", R"("response_id":"r1","usage":{"output_tokens":1})")});
-    indexer::History history;
+    usage::History history;
     const auto title = [&] {
         const auto before = filesIn(scratch.codex());
         scratch.update(history);
@@ -136,14 +136,14 @@ TEST(Sessions, ofCodexTakeTheTitleInItsDatabase)
         {"state_11.sqlite", "CREATE VIEW threads AS SELECT 't1' AS id, 'Odd' AS title"}};
     std::string titles;
     for (const auto &[name, sql] : steps) {
-        indexer::Database(scratch.codex() / name).run(sql);
+        usage::Database(scratch.codex() / name).run(sql);
         titles += title() + '|';
     }
     EXPECT_EQ(titles, "Do it|Renamed|Renamed|Later|Later|");
     std::filesystem::remove(scratch.codex() / "state_11.sqlite");
     {
         // While it is being written: in its journal, and beyond reach.
-        indexer::Database open(scratch.codex() / "state_10.sqlite");
+        usage::Database open(scratch.codex() / "state_10.sqlite");
         open.run("PRAGMA journal_mode = WAL" + set + "'Now')");
         EXPECT_EQ(title(), "Now");
         open.run("PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE" + set + "'Not yet')");
@@ -156,7 +156,7 @@ TEST(Sessions, ofCodexTakeTheTitleInItsDatabase)
         line("event_msg", R"("type":"thread_name_updated","thread_name":"Named")");
     std::ofstream(scratch.codex() / "sessions/rollout-a.jsonl", std::ios::app) << named << '\n';
     EXPECT_EQ(title(), "Now");
-    indexer::Database(scratch.codex() / "state_10.sqlite").run("SELECT 1" + set + "'Do  it')");
+    usage::Database(scratch.codex() / "state_10.sqlite").run("SELECT 1" + set + "'Do  it')");
     EXPECT_EQ(title(), "Named");
     scratch.write("codex/state_12.sqlite", std::string(5000, 'x'));
     EXPECT_EQ(title(), "Named");

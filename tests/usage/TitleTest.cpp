@@ -5,7 +5,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 
 TEST(Title, isOneTidyLine)
 {

@@ -5,7 +5,7 @@
 
 namespace {
 
-using namespace indexer;
+using namespace usage;
 
 /// Parses a line as it comes out of the reader: with room behind it.
 class Parsing final {
@@ -21,10 +21,10 @@ public:
 private:
     std::string m_padded;
     JsonLine m_json {LineReader::longestLine};
-    LineParser m_parser {m_json};
+    TranscriptParser m_parser {m_json};
 };
 
-TEST(LineParser, takesOnlySoundJsonOfKnownTypes)
+TEST(TranscriptParser, takesOnlySoundJsonOfKnownTypes)
 {
     Parsing parse;
     const std::string front = R"({"type":"assistant","x":)";
@@ -55,7 +55,7 @@ TEST(LineParser, takesOnlySoundJsonOfKnownTypes)
     }
 }
 
-TEST(LineParser, takesWrongTypesForAbsent)
+TEST(TranscriptParser, takesWrongTypesForAbsent)
 {
     Parsing parse;
     const TranscriptLine &line = parse.line;
@@ -79,7 +79,7 @@ TEST(LineParser, takesWrongTypesForAbsent)
     EXPECT_TRUE(line.sessionId.empty());
 }
 
-TEST(LineParser, takesOnlyCountsThatCanBe)
+TEST(TranscriptParser, takesOnlyCountsThatCanBe)
 {
     Parsing parse;
     const auto count = [&](const std::string &number) -> std::optional<std::uint64_t> {

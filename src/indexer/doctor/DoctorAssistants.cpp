@@ -9,6 +9,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -13,6 +13,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 namespace fs = std::filesystem;

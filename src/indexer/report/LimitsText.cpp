@@ -8,6 +8,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 constexpr std::array<const char *, 2> assistants {"Claude", "Codex"};

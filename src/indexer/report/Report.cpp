@@ -2,6 +2,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 std::string reportText(
     const Statistics &statistics, const ReportOptions &options, const Terminal &terminal)
 {

@@ -8,6 +8,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n"; // as RFC 4180 has it

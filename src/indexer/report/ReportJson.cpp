@@ -7,6 +7,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 using Json = nlohmann::ordered_json;

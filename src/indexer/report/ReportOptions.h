@@ -12,7 +12,7 @@ enum class ReportFormat { Table, Json, Csv };
 /// Which report was asked for, of which usage.
 struct ReportOptions {
     ReportKind kind = ReportKind::Daily;
-    StatisticsFilter filter {};
+    usage::StatisticsFilter filter {};
     ReportFormat format = ReportFormat::Table;
     bool byModel = false; // tokens and cost of each model too
 };

@@ -9,6 +9,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 constexpr std::size_t longestModel = 48;
@@ -60,7 +62,7 @@ private:
 
     std::size_t m_names; // columns
     bool m_byModel;
-    TextTable m_table;
+    TerminalTable m_table;
     Spending m_sum;
 };
 

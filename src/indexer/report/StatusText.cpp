@@ -8,11 +8,13 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string filesText(const HistoryFacts &facts)
+std::string filesText(const HistorySummary &facts)
 {
     const std::string all = grouped(facts.files) + (facts.files == 1 ? " file" : " files");
     return facts.vanishedFiles == 0
@@ -20,7 +22,7 @@ std::string filesText(const HistoryFacts &facts)
         : fmt::format("{}, {} of them gone but still counted", all, grouped(facts.vanishedFiles));
 }
 
-std::string lastRunText(const HistoryFacts &facts, TimePoint now)
+std::string lastRunText(const HistorySummary &facts, TimePoint now)
 {
     if (!facts.lastRun) {
         return "never";
@@ -55,7 +57,7 @@ Json skipsJson(const Skips &skips)
 
 } // namespace
 
-std::string statusText(const HistoryFacts &facts, TimePoint now, const Terminal &terminal)
+std::string statusText(const HistorySummary &facts, TimePoint now, const Terminal &terminal)
 {
     const std::pair<const char *, std::string> rows[] = {
         {"History", fmt::format("{} ({})", facts.file.native(), bytesText(facts.bytes))},
@@ -78,7 +80,7 @@ std::string statusText(const HistoryFacts &facts, TimePoint now, const Terminal 
     return text;
 }
 
-std::string statusJson(const HistoryFacts &facts)
+std::string statusJson(const HistorySummary &facts)
 {
     constexpr int indent = 2;
     const Json json {

@@ -12,6 +12,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 using Json = nlohmann::ordered_json;

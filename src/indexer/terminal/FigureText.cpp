@@ -7,6 +7,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 std::tm localTime(TimePoint moment)

@@ -12,7 +12,7 @@ namespace indexer {
 [[nodiscard]] std::string grouped(std::uint64_t number);
 
 /// "$4.20", or "?" for a cost that is not known.
-[[nodiscard]] std::string costText(const std::optional<Money> &cost);
+[[nodiscard]] std::string costText(const std::optional<usage::Money> &cost);
 
 /// "12.4 MB", in powers of 1000.
 [[nodiscard]] std::string bytesText(std::uint64_t bytes);

@@ -10,6 +10,8 @@
 
 namespace indexer {
 
+using namespace usage;
+
 namespace {
 
 using namespace std::chrono_literals;

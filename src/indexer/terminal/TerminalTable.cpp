@@ -21,17 +21,17 @@ std::size_t wholeWidth(const std::vector<std::size_t> &widths)
 
 } // namespace
 
-void TextTable::add(std::vector<std::string> cells, Ink ink)
+void TerminalTable::add(std::vector<std::string> cells, Ink ink)
 {
     m_rows.push_back({.cells = std::move(cells), .ink = ink});
 }
 
-void TextTable::addTotal(std::vector<std::string> cells)
+void TerminalTable::addTotal(std::vector<std::string> cells)
 {
     m_rows.push_back({.cells = std::move(cells), .ink = Ink::Bold, .isTotal = true});
 }
 
-TextTable::Widths TextTable::naturalWidths() const
+TerminalTable::Widths TerminalTable::naturalWidths() const
 {
     Widths widths;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -46,7 +46,7 @@ TextTable::Widths TextTable::naturalWidths() const
 
 /// Takes the room that is missing from the columns that can do with less, the widest first; false
 /// when that is not enough.
-bool TextTable::shrink(Widths &widths, std::size_t room) const
+bool TerminalTable::shrink(Widths &widths, std::size_t room) const
 {
     while (wholeWidth(widths) > room) {
         std::size_t widest = m_columns.size();
@@ -64,7 +64,7 @@ bool TextTable::shrink(Widths &widths, std::size_t room) const
     return true;
 }
 
-void TextTable::leaveOut(Widths &widths) const
+void TerminalTable::leaveOut(Widths &widths) const
 {
     std::size_t first = 0;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -76,7 +76,7 @@ void TextTable::leaveOut(Widths &widths) const
     widths[first] = m_columns[first].spare > 0 ? 0 : widths[first];
 }
 
-TextTable::Widths TextTable::fittingWidths(std::size_t room) const
+TerminalTable::Widths TerminalTable::fittingWidths(std::size_t room) const
 {
     Widths widths = naturalWidths();
     if (room == 0) {
@@ -93,7 +93,8 @@ TextTable::Widths TextTable::fittingWidths(std::size_t room) const
     return widths;
 }
 
-std::string TextTable::line(const Row &row, const Widths &widths, const Terminal &terminal) const
+std::string TerminalTable::line(
+    const Row &row, const Widths &widths, const Terminal &terminal) const
 {
     std::string text;
     std::size_t blanks = 0; // kept back, so that no line ends in them
@@ -117,7 +118,7 @@ std::string TextTable::line(const Row &row, const Widths &widths, const Terminal
     return text + '\n';
 }
 
-std::string TextTable::text(const Terminal &terminal) const
+std::string TerminalTable::text(const Terminal &terminal) const
 {
     const Widths widths = fittingWidths(terminal.width);
     Row names {.cells = {}, .ink = Ink::Bold};

@@ -18,9 +18,9 @@ struct Column {
 };
 
 /// Lays out rows of texts below each other, in the width that there is.
-class TextTable final {
+class TerminalTable final {
 public:
-    explicit TextTable(std::vector<Column> columns)
+    explicit TerminalTable(std::vector<Column> columns)
         : m_columns(std::move(columns))
     {
     }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -193,4 +193,4 @@ std::string SessionMerge::summary(const Summaries &summaries) const
     return best ? best->second.second : std::string();
 }
 
-} // namespace indexer
+} // namespace usage

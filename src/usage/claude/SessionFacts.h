@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// What one transcript tells of a session beyond its usage.
 struct SessionFacts {
@@ -91,4 +91,4 @@ private:
     SessionFacts m_all; // all but the titles
 };
 
-} // namespace indexer
+} // namespace usage

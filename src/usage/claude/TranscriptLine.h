@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 enum class LineKind { Other, Assistant, User, System, CustomTitle, AgentName, AiTitle, Summary };
 
@@ -39,4 +39,4 @@ struct TranscriptLine {
     Ending ending = Ending::Untold;
 };
 
-} // namespace indexer
+} // namespace usage

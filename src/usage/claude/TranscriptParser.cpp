@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-namespace indexer {
+namespace usage {
 
 using simdjson::ondemand::json_type;
 
@@ -74,12 +74,12 @@ bool isPlainlyUnimportant(std::string_view line)
 
 } // namespace
 
-LineParser::LineParser(JsonLine &json)
+TranscriptParser::TranscriptParser(JsonLine &json)
     : m_json(json)
 {
 }
 
-LineOutcome LineParser::parse(std::string_view line, TranscriptLine &result)
+LineOutcome TranscriptParser::parse(std::string_view line, TranscriptLine &result)
 {
     if (isPlainlyUnimportant(line) || line.find_first_not_of(" \t\r") == std::string_view::npos) {
         return LineOutcome::Ignored;
@@ -101,7 +101,7 @@ LineOutcome LineParser::parse(std::string_view line, TranscriptLine &result)
     return result.kind == LineKind::Other ? LineOutcome::Ignored : LineOutcome::Parsed;
 }
 
-bool LineParser::topField(std::string_view key, Value value)
+bool TranscriptParser::topField(std::string_view key, Value value)
 {
     if (std::string_view *target = find(lineTexts, key, *m_line)) {
         return m_fields.text(value, *target);
@@ -129,7 +129,7 @@ bool LineParser::topField(std::string_view key, Value value)
 }
 
 /// The line's type; with one that does not matter, the rest of the line is not looked at.
-bool LineParser::kind(Value value)
+bool TranscriptParser::kind(Value value)
 {
     std::string_view name;
     if (!m_fields.text(value, name)) {
@@ -140,13 +140,13 @@ bool LineParser::kind(Value value)
     return m_matters;
 }
 
-bool LineParser::message(Value value)
+bool TranscriptParser::message(Value value)
 {
     return eachField(value.get_object(),
         [this](std::string_view key, Value inner) { return messageField(key, inner); });
 }
 
-bool LineParser::messageField(std::string_view key, Value value)
+bool TranscriptParser::messageField(std::string_view key, Value value)
 {
     if (key == "id") {
         return m_fields.text(value, m_line->messageId);
@@ -168,7 +168,7 @@ bool LineParser::messageField(std::string_view key, Value value)
 }
 
 /// What the user wrote: the content itself, or its first part that the user wrote.
-bool LineParser::content(Value value)
+bool TranscriptParser::content(Value value)
 {
     if (isType(value, json_type::array)) {
         return eachElement(value.get_array(), [this](Value part) { return contentPart(part); });
@@ -182,7 +182,7 @@ bool LineParser::content(Value value)
     return sound;
 }
 
-bool LineParser::contentPart(Value value)
+bool TranscriptParser::contentPart(Value value)
 {
     if (!isType(value, json_type::object)) {
         return isSound(value);
@@ -205,13 +205,13 @@ bool LineParser::contentPart(Value value)
     return sound;
 }
 
-bool LineParser::usage(Value value)
+bool TranscriptParser::usage(Value value)
 {
     return eachField(value.get_object(),
         [this](std::string_view key, Value inner) { return usageField(key, inner); });
 }
 
-bool LineParser::usageField(std::string_view key, Value value)
+bool TranscriptParser::usageField(std::string_view key, Value value)
 {
     if (std::uint64_t *target = find(usageCounts, key, m_line->usage)) {
         return m_fields.count(value, *target);
@@ -232,4 +232,4 @@ bool LineParser::usageField(std::string_view key, Value value)
     return isSound(value);
 }
 
-} // namespace indexer
+} // namespace usage

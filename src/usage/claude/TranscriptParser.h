@@ -6,12 +6,12 @@
 
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Takes one line of a transcript apart in a single pass, in place and without a document tree.
-class LineParser final {
+class TranscriptParser final {
 public:
-    explicit LineParser(JsonLine &json);
+    explicit TranscriptParser(JsonLine &json);
 
     /// `line` needs LineReader::padding readable bytes behind it. A line that matters has to be
     /// sound JSON to its last character; lines of other types are left without a closer look.
@@ -36,4 +36,4 @@ private:
     bool m_matters = true;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// An answer under which the lines that tell of it are put together: the hashes of its message id
 /// (or what stands in for it) and of its request id, which is 0 where the lines have none.
@@ -22,7 +22,7 @@ struct AnswerKey {
 /// What one file tells of an answer.
 struct FileAnswer {
     AnswerKey key;
-    UsageRecord record;
+    Answer record;
 };
 
 /// What a stretch of one of Claude Code's transcripts tells. Its texts are numbered on their own.
@@ -36,4 +36,4 @@ struct TranscriptPiece {
     std::optional<TimePoint> again;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -63,7 +63,7 @@ void TranscriptReader::addUsage(const TranscriptLine &line, TimePoint time)
             session->folder.take(standing, line.cwd);
         }
     }
-    UsageRecord record;
+    Answer record;
     record.usage = line.usage;
     record.standing = standing;
     record.session = {standing, m_piece.names.add(line.sessionId)};
@@ -160,4 +160,4 @@ void TranscriptReader::addTitle(const TranscriptLine &line)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <string>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 /// Puts the lines of a transcript together.
 class TranscriptReader final {
@@ -30,4 +30,4 @@ private:
     SessionFacts *m_session = nullptr;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -8,7 +8,7 @@
 #include <tuple>
 #include <unordered_set>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -35,9 +35,9 @@ template <typename IsTold> std::size_t behindLast(const Counters &counters, IsTo
 /// Goes through the files, each after those that it may have copied from.
 class Comparing final {
 public:
-    Comparing(const std::vector<RolloutFile> &files, const Lineage &lineage);
+    Comparing(const std::vector<FamilyMember> &files, const Lineage &lineage);
 
-    [[nodiscard]] OwnPart add(const RolloutFile &file);
+    [[nodiscard]] OwnPart add(const FamilyMember &file);
 
 private:
     using Threads = std::vector<TextId>;
@@ -52,10 +52,10 @@ private:
         bool isTold = false; // by a record, or it is counted
     };
 
-    [[nodiscard]] Copied copiedBy(const RolloutFile &file) const;
+    [[nodiscard]] Copied copiedBy(const FamilyMember &file) const;
     [[nodiscard]] bool isOfAncestor(const RolloutUsage &total) const;
-    [[nodiscard]] std::size_t behindShared(const RolloutFile &file);
-    void addCopies(const RolloutFile &file, OwnPart &part);
+    [[nodiscard]] std::size_t behindShared(const FamilyMember &file);
+    void addCopies(const FamilyMember &file, OwnPart &part);
     [[nodiscard]] bool isHeldByAncestor(const RolloutUsage &total) const;
     [[nodiscard]] Copy &copyOf(const RolloutUsage &total, TextId thread);
 
@@ -69,17 +69,17 @@ private:
     /// And those that they were copied from, whether or not these have files.
     std::map<RolloutUsage, std::vector<Copy>> m_copies;
     /// Files by a lost thread that they come from and their first total.
-    std::map<std::pair<TextId, RolloutUsage>, std::vector<const RolloutFile *>> m_heirs;
+    std::map<std::pair<TextId, RolloutUsage>, std::vector<const FamilyMember *>> m_heirs;
 };
 
-Comparing::Comparing(const std::vector<RolloutFile> &files, const Lineage &lineage)
+Comparing::Comparing(const std::vector<FamilyMember> &files, const Lineage &lineage)
     : m_lineage(lineage)
     , m_hasOthers(files.size() > 1)
 {
-    for (const RolloutFile &file : files) {
+    for (const FamilyMember &file : files) {
         m_present.insert(file.thread);
     }
-    for (const RolloutFile &file : files) {
+    for (const FamilyMember &file : files) {
         const auto [thread, end] = copiedBy(file);
         for (std::size_t i = 0; i < end; ++i) {
             const RolloutCounter &counter = file.rollout.counters[i];
@@ -91,7 +91,7 @@ Comparing::Comparing(const std::vector<RolloutFile> &files, const Lineage &linea
 
 /// Records tell of copies. So do, where a thread's parent is lost, records of its own: all of its
 /// responses have one then, so that what stands before them is not its own.
-Comparing::Copied Comparing::copiedBy(const RolloutFile &file) const
+Comparing::Copied Comparing::copiedBy(const FamilyMember &file) const
 {
     const Rollout &rollout = file.rollout;
     if (rollout.copies.thread != 0) {
@@ -104,7 +104,7 @@ Comparing::Copied Comparing::copiedBy(const RolloutFile &file) const
     return {ancestors.front(), rollout.countersBeforeOwn.value_or(0)};
 }
 
-OwnPart Comparing::add(const RolloutFile &file)
+OwnPart Comparing::add(const FamilyMember &file)
 {
     const Counters &counters = file.rollout.counters;
     m_ancestors = m_lineage.ancestorsOf(file.thread);
@@ -164,7 +164,7 @@ Comparing::Copy &Comparing::copyOf(const RolloutUsage &total, TextId thread)
 
 /// Where a thread that it comes from has no file, an older one of its kin stands in: both begin
 /// with the same copies.
-std::size_t Comparing::behindShared(const RolloutFile &file)
+std::size_t Comparing::behindShared(const FamilyMember &file)
 {
     const Counters &counters = file.rollout.counters;
     std::size_t shared = 0;
@@ -173,7 +173,7 @@ std::size_t Comparing::behindShared(const RolloutFile &file)
             continue;
         }
         auto &heirs = m_heirs[{ancestor, counters.front().total}];
-        for (const RolloutFile *heir : heirs) {
+        for (const FamilyMember *heir : heirs) {
             if (heir->thread != file.thread) {
                 shared = std::max(shared, commonFront(counters, heir->rollout.counters));
             }
@@ -184,7 +184,7 @@ std::size_t Comparing::behindShared(const RolloutFile &file)
 }
 
 /// What only copies are left of was used as well.
-void Comparing::addCopies(const RolloutFile &file, OwnPart &part)
+void Comparing::addCopies(const FamilyMember &file, OwnPart &part)
 {
     const std::size_t end = copiedBy(file).counters;
     for (std::size_t i = 0; i < end; ++i) {
@@ -210,7 +210,7 @@ bool tellsMore(const Rollout &a, const Rollout &b)
 
 } // namespace
 
-std::vector<OwnPart> ownParts(const std::vector<RolloutFile> &files, const Lineage &lineage)
+std::vector<OwnPart> ownParts(const std::vector<FamilyMember> &files, const Lineage &lineage)
 {
     std::vector<std::size_t> order(files.size());
     std::iota(order.begin(), order.end(), std::size_t {0});
@@ -230,4 +230,4 @@ std::vector<OwnPart> ownParts(const std::vector<RolloutFile> &files, const Linea
     return parts;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// What of a file is its thread's own, and no copy from the threads it comes from.
 struct OwnPart {
@@ -22,6 +22,6 @@ struct OwnPart {
 /// files when it was moved, copied, compressed or overwritten: each counts like a fork of those
 /// before it, so that the totals that they share count once.
 [[nodiscard]] std::vector<OwnPart> ownParts(
-    const std::vector<RolloutFile> &files, const Lineage &lineage);
+    const std::vector<FamilyMember> &files, const Lineage &lineage);
 
-} // namespace indexer
+} // namespace usage

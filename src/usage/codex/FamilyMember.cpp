@@ -1,13 +1,13 @@
 #include "usage/codex/FamilyMember.h"
 
-namespace indexer {
+namespace usage {
 
-TextId RolloutFile::threadOf(const RolloutRecord &record) const
+TextId FamilyMember::threadOf(const RolloutRecord &record) const
 {
     return record.thread == 0 ? thread : texts[record.thread];
 }
 
-RolloutSettings RolloutFile::settings(std::uint32_t number) const
+RolloutSettings FamilyMember::settings(std::uint32_t number) const
 {
     RolloutSettings settings = rollout.settings[number];
     settings.model = texts[settings.model];
@@ -15,9 +15,9 @@ RolloutSettings RolloutFile::settings(std::uint32_t number) const
     return settings;
 }
 
-RolloutFile rolloutFile(Rollout rollout, TextPool &names)
+FamilyMember rolloutFile(Rollout rollout, TextPool &names)
 {
-    RolloutFile file {.rollout = std::move(rollout), .thread = 0, .texts = {}};
+    FamilyMember file {.rollout = std::move(rollout), .thread = 0, .texts = {}};
     const OwnTexts &texts = file.rollout.texts;
     for (TextId id = 0; id < texts.size(); ++id) {
         file.texts.push_back(names.add(texts.text(id)));
@@ -26,4 +26,4 @@ RolloutFile rolloutFile(Rollout rollout, TextPool &names)
     return file;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -4,10 +4,10 @@
 
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A rollout among others, with their common numbers for its texts.
-struct RolloutFile {
+struct FamilyMember {
     Rollout rollout;
     TextId thread = 0;
     std::vector<TextId> texts; // by the rollout's own numbers
@@ -17,6 +17,6 @@ struct RolloutFile {
     [[nodiscard]] RolloutSettings settings(std::uint32_t number) const;
 };
 
-[[nodiscard]] RolloutFile rolloutFile(Rollout rollout, TextPool &names);
+[[nodiscard]] FamilyMember rolloutFile(Rollout rollout, TextPool &names);
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <unordered_set>
 
-namespace indexer {
+namespace usage {
 
 Lineage::Lineage(const TextPool &names)
     : m_names(names)
@@ -101,4 +101,4 @@ void Lineage::addParent(TextId thread, TextId parent, bool isSubagent, bool isCo
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// Which thread of Codex comes from which other.
 class Lineage final {
@@ -58,4 +58,4 @@ private:
     mutable std::unordered_map<TextId, Way> m_ways; // until another parent is known
 };
 
-} // namespace indexer
+} // namespace usage

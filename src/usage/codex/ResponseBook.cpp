@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <tuple>
 
-namespace indexer {
+namespace usage {
 
 ResponseBook::ResponseBook(
-    const std::vector<RolloutFile> &files, const Lineage &lineage, const TextPool &names)
+    const std::vector<FamilyMember> &files, const Lineage &lineage, const TextPool &names)
     : m_files(files)
     , m_lineage(lineage)
     , m_names(names)
 {
     std::size_t count = 0;
-    for (const RolloutFile &file : files) {
+    for (const FamilyMember &file : files) {
         count += file.rollout.records.size();
     }
     m_tellings.reserve(count);
@@ -28,7 +28,7 @@ ResponseBook::ResponseBook(
 
 RolloutResponse ResponseBook::response(const Telling &telling) const
 {
-    const RolloutFile &file = m_files[telling.file];
+    const FamilyMember &file = m_files[telling.file];
     const RolloutRecord &record = file.rollout.records[telling.record];
     return {.thread = file.threadOf(record),
         .settings = file.settings(record.settings),
@@ -59,4 +59,4 @@ bool ResponseBook::precedes(const RolloutResponse &a, const RolloutResponse &b) 
     return rank(a) < rank(b);
 }
 
-} // namespace indexer
+} // namespace usage

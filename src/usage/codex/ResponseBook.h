@@ -6,7 +6,7 @@
 #include <compare>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// What all files of a family tell of one response.
 struct RolloutResponse {
@@ -22,7 +22,7 @@ struct RolloutResponse {
 class ResponseBook final {
 public:
     ResponseBook(
-        const std::vector<RolloutFile> &files, const Lineage &lineage, const TextPool &names);
+        const std::vector<FamilyMember> &files, const Lineage &lineage, const TextPool &names);
 
     template <typename Visit> void forEach(Visit visit) const
     {
@@ -56,10 +56,10 @@ private:
     void merge(RolloutResponse &held, RolloutResponse told) const;
     [[nodiscard]] bool precedes(const RolloutResponse &a, const RolloutResponse &b) const;
 
-    const std::vector<RolloutFile> &m_files;
+    const std::vector<FamilyMember> &m_files;
     const Lineage &m_lineage;
     const TextPool &m_names;
     std::vector<Telling> m_tellings;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -59,4 +59,4 @@ std::vector<std::string> kinOf(const Rollout &rollout)
     return kin;
 }
 
-} // namespace indexer
+} // namespace usage

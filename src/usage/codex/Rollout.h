@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// With what a response was ordered.
 struct RolloutSettings {
@@ -119,4 +119,4 @@ struct Rollout {
 /// have to be looked at together with these.
 [[nodiscard]] std::vector<std::string> kinOf(const Rollout &rollout);
 
-} // namespace indexer
+} // namespace usage

@@ -6,11 +6,11 @@
 #include <algorithm>
 #include <map>
 
-namespace indexer {
+namespace usage {
 
 void RolloutBook::add(Rollout rollout)
 {
-    RolloutFile file = rolloutFile(std::move(rollout), *m_names);
+    FamilyMember file = rolloutFile(std::move(rollout), *m_names);
     for (const RolloutMeta &meta : file.rollout.metas) {
         const TextId thread = file.texts[meta.thread];
         if (meta.created) {
@@ -55,7 +55,7 @@ void RolloutBook::visitCounters(const Visit &visit) const
 /// counters that came before these; what grew without a record among them is not known, since a
 /// total may hold several responses: only that something is missing.
 void RolloutBook::visitCounters(
-    const RolloutFile &file, const OwnPart &part, const Visit &visit) const
+    const FamilyMember &file, const OwnPart &part, const Visit &visit) const
 {
     const Rollout &rollout = file.rollout;
     const std::size_t end = rollout.countersBeforeOwn.value_or(rollout.counters.size());
@@ -70,7 +70,7 @@ void RolloutBook::visitCounters(
         highest.raiseTo(counter.total);
         copy += isCopy ? 1 : 0;
         if ((isCopy || i >= part.untold) && (growth.disjoint() != Usage {} || isMissing)) {
-            UsageRecord record = usageRecord(isCopy ? part.ancestor : file.thread, growth,
+            Answer record = usageRecord(isCopy ? part.ancestor : file.thread, growth,
                 file.settings(counter.settings), counter.time);
             record.isSum = counter.isSum;
             record.isPartial = isMissing;
@@ -79,11 +79,11 @@ void RolloutBook::visitCounters(
     }
 }
 
-UsageRecord RolloutBook::usageRecord(
+Answer RolloutBook::usageRecord(
     TextId thread, const RolloutUsage &usage, const RolloutSettings &settings, TimePoint time) const
 {
     const Standing standing(false, time);
-    UsageRecord record;
+    Answer record;
     record.usage = usage.disjoint();
     record.standing = standing;
     record.session = {standing, m_lineage.sessionOf(thread)};
@@ -130,7 +130,7 @@ std::vector<RolloutSession> RolloutBook::sessions() const
         }
     }
     std::map<TextId, std::pair<TimePoint, std::string_view>> folders;
-    forEach([&](const UsageRecord &record) {
+    forEach([&](const Answer &record) {
         const TextId thread = record.session.text;
         RolloutSession &session = sessions[thread];
         session.end = std::max(session.end, record.time());
@@ -153,4 +153,4 @@ std::vector<RolloutSession> RolloutBook::sessions() const
     return result;
 }
 
-} // namespace indexer
+} // namespace usage

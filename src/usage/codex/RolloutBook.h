@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A thread that the user worked in, with its subagents.
 struct RolloutSession {
@@ -25,7 +25,7 @@ struct RolloutSession {
 /// are there; their order does not matter.
 class RolloutBook final {
 public:
-    using Visit = std::function<void(const UsageRecord &)>;
+    using Visit = std::function<void(const Answer &)>;
 
     /// What the numbers in all that it tells stand for.
     [[nodiscard]] const TextPool &names() const { return *m_names; }
@@ -42,17 +42,17 @@ private:
     [[nodiscard]] const std::vector<OwnPart> &parts() const;
     void visitRecords(const Visit &visit) const;
     void visitCounters(const Visit &visit) const;
-    void visitCounters(const RolloutFile &file, const OwnPart &part, const Visit &visit) const;
+    void visitCounters(const FamilyMember &file, const OwnPart &part, const Visit &visit) const;
     [[nodiscard]] bool isOwn(
         const RolloutLimitReading &limits, TextId thread, const OwnPart &part) const;
-    [[nodiscard]] UsageRecord usageRecord(TextId thread, const RolloutUsage &usage,
+    [[nodiscard]] Answer usageRecord(TextId thread, const RolloutUsage &usage,
         const RolloutSettings &settings, TimePoint time) const;
 
     /// Stays where it is when the book is handed on, since the lineage refers to it.
     std::unique_ptr<TextPool> m_names = std::make_unique<TextPool>();
     Lineage m_lineage {*m_names};
-    std::vector<RolloutFile> m_files;
+    std::vector<FamilyMember> m_files;
     mutable std::vector<OwnPart> m_parts; // of each file, once asked for
 };
 
-} // namespace indexer
+} // namespace usage

@@ -1,6 +1,6 @@
 #include "usage/codex/RolloutLine.h"
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -52,4 +52,4 @@ Usage RolloutUsage::disjoint() const
         .cacheCreation = written};
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 enum class RolloutKind {
     Other,
@@ -83,4 +83,4 @@ struct RolloutLine {
     RolloutLimits limits;
 };
 
-} // namespace indexer
+} // namespace usage

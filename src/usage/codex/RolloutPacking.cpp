@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -281,4 +281,4 @@ std::optional<Rollout> unpackedRollout(std::string_view bytes)
     return rollout;
 }
 
-} // namespace indexer
+} // namespace usage

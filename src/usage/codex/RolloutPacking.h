@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// A rollout as bytes, the same for equal rollouts.
 [[nodiscard]] std::string packed(const Rollout &rollout);
@@ -14,4 +14,4 @@ namespace indexer {
 /// Nothing when the bytes are damaged, or were packed in another form.
 [[nodiscard]] std::optional<Rollout> unpackedRollout(std::string_view bytes);
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace indexer {
+namespace usage {
 
 using simdjson::ondemand::json_type;
 
@@ -317,4 +317,4 @@ bool RolloutParser::content(Value value)
     });
 }
 
-} // namespace indexer
+} // namespace usage

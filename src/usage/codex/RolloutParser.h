@@ -6,9 +6,9 @@
 
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
-/// Takes one line of a Codex rollout apart, as LineParser does with a transcript's.
+/// Takes one line of a Codex rollout apart, as TranscriptParser does with a transcript's.
 class RolloutParser final {
 public:
     explicit RolloutParser(JsonLine &json);
@@ -43,4 +43,4 @@ private:
     bool m_matters = true;
 };
 
-} // namespace indexer
+} // namespace usage

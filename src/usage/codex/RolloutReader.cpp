@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -305,4 +305,4 @@ void RolloutReader::addLimits(const RolloutLimits &limits, TimePoint time)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <map>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 /// Takes up one rollout line by line; what a line means depends on those before it. A file may be
 /// read in any pieces, each by a reader of its own that goes on with the same rollout.
@@ -39,4 +39,4 @@ private:
     RolloutTotals m_totals;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -1,6 +1,6 @@
 #include "usage/codex/RolloutTotals.h"
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -103,4 +103,4 @@ void RolloutTotals::addCounter(RolloutCounter counter, const RolloutUsage &last)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -2,7 +2,7 @@
 
 #include "usage/codex/Rollout.h"
 
-namespace indexer {
+namespace usage {
 
 /// Follows a rollout's totals, and finds which of them the records of responses tell of.
 class RolloutTotals final {
@@ -26,4 +26,4 @@ private:
     RolloutUsage m_growth;  // of the last counter
 };
 
-} // namespace indexer
+} // namespace usage

@@ -9,7 +9,7 @@
 
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -77,4 +77,4 @@ bool readThreadNames(
     return !lines.failed();
 }
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// A name that the user gave to a thread of Codex; empty when it was taken back.
 struct ThreadName {
@@ -17,4 +17,4 @@ struct ThreadName {
 [[nodiscard]] bool readThreadNames(
     const std::filesystem::path &file, const std::function<void(const ThreadName &)> &told);
 
-} // namespace indexer
+} // namespace usage

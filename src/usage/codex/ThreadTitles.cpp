@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 ThreadTitles::ThreadTitles(const Lineage &lineage)
     : m_lineage(lineage)
@@ -24,14 +24,14 @@ std::string ThreadTitles::prompt(TextId thread) const
     return prompt == m_prompts.end() ? std::string() : std::get<std::string>(prompt->second);
 }
 
-void ThreadTitles::addName(const RolloutFile &file)
+void ThreadTitles::addName(const FamilyMember &file)
 {
     const Name name {file.rollout.name.time, file.rollout.name.text};
     Name &newest = m_names.emplace(file.thread, name).first->second;
     newest = std::max(newest, name);
 }
 
-void ThreadTitles::addPrompts(const RolloutFile &file, const OwnPart &part)
+void ThreadTitles::addPrompts(const FamilyMember &file, const OwnPart &part)
 {
     const Rollout &rollout = file.rollout;
     const bool hasParent = m_lineage.hasParent(file.thread);
@@ -54,4 +54,4 @@ void ThreadTitles::addPrompt(TextId thread, bool mayBeCopy, const RolloutPrompt 
     best = std::min(best, told);
 }
 
-} // namespace indexer
+} // namespace usage

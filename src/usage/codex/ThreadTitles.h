@@ -7,7 +7,7 @@
 #include <tuple>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 /// What threads are called by their own files: the newest name, or else the first prompt.
 class ThreadTitles final {
@@ -18,9 +18,9 @@ public:
     [[nodiscard]] std::string title(TextId thread) const;
     [[nodiscard]] std::string prompt(TextId thread) const;
 
-    void addName(const RolloutFile &file);
+    void addName(const FamilyMember &file);
     /// To be called for one file of each thread: an older state of it knows less of what is a copy.
-    void addPrompts(const RolloutFile &file, const OwnPart &part);
+    void addPrompts(const FamilyMember &file, const OwnPart &part);
 
 private:
     using Name = std::pair<TimePoint, std::string>;
@@ -34,4 +34,4 @@ private:
     std::unordered_map<TextId, Prompt> m_prompts;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -39,4 +39,4 @@ std::optional<LimitReading> limitReading(const RolloutLimits &limits, TimePoint 
     return reading.windows.empty() ? std::nullopt : std::optional(std::move(reading));
 }
 
-} // namespace indexer
+} // namespace usage

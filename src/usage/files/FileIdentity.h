@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <sys/stat.h>
 
-namespace indexer {
+namespace usage {
 
 /// By what a file and its state are known without reading it.
 struct FileIdentity {
@@ -26,4 +26,4 @@ struct FileIdentity {
     }
 };
 
-} // namespace indexer
+} // namespace usage

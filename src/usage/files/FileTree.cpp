@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -238,4 +238,4 @@ std::optional<std::string> whyUnreadable(
     return fmt::format("cannot read {}: {}", at.native(), std::strerror(error));
 }
 
-} // namespace indexer
+} // namespace usage

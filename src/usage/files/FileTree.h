@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 struct FoundFile {
     std::string path;
@@ -29,4 +29,4 @@ struct FoundFile {
 [[nodiscard]] std::optional<std::string> whyUnreadable(
     const std::filesystem::path &home, std::string_view inner, bool mayBeMissing);
 
-} // namespace indexer
+} // namespace usage

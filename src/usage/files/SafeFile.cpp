@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -204,4 +204,4 @@ std::optional<std::string> replaceFile(const fs::path &name, std::string_view by
     return std::nullopt;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// A file's bytes, or why there are none.
 struct FileContent {
@@ -27,4 +27,4 @@ struct FileContent {
 [[nodiscard]] std::optional<std::string> replaceFile(
     const std::filesystem::path &name, std::string_view bytes);
 
-} // namespace indexer
+} // namespace usage

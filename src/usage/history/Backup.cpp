@@ -10,7 +10,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::optional<std::string> backUp(const fs::path &history, const fs::path &file)
                               "{} was copied, but it is damaged: {}", history.native(), damage));
 }
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// Copies a history, the newest answers included, into one file for the user alone, whether or not
 /// others are at work on it; a file of that name is replaced in one step. Says what went wrong, if
@@ -12,4 +12,4 @@ namespace indexer {
 [[nodiscard]] std::optional<std::string> backUp(
     const std::filesystem::path &history, const std::filesystem::path &file);
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -28,13 +28,13 @@ KeptRollout kept(std::int64_t file, Rollout *rollout)
 
 std::optional<WrittenLimits> storedLimits(Database &database)
 {
-    const FactTable facts(database);
+    const NoteTable facts(database);
     WrittenLimits limits {
         TimePoint(TimePoint::duration(facts.number(timeFact))), facts.text(jsonFact)};
     return limits.json.empty() ? std::nullopt : std::optional(std::move(limits));
 }
 
-FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now)
+CodexWriter::CodexWriter(Database &database, SessionTable &sessions, TextPool &names, TimePoint now)
     : m_database(database)
     , m_sessions(sessions)
     , m_names(names)
@@ -43,14 +43,14 @@ FamilyStore::FamilyStore(Database &database, SessionTable &sessions, TextPool &n
 {
 }
 
-void FamilyStore::put(const Rollouts &rollouts)
+void CodexWriter::put(const Rollouts &rollouts)
 {
     for (const auto &[file, rollout] : rollouts) {
         put(std::vector {kept(file, rollout)});
     }
 }
 
-void FamilyStore::put(const std::vector<KeptRollout> &rollouts)
+void CodexWriter::put(const std::vector<KeptRollout> &rollouts)
 {
     for (const KeptRollout &rollout : rollouts) {
         if (rollout.bytes.empty()) {
@@ -61,7 +61,7 @@ void FamilyStore::put(const std::vector<KeptRollout> &rollouts)
     }
 }
 
-void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
+void CodexWriter::put(const Rollouts &rollouts, Sums &sums)
 {
     if (rollouts.empty()) {
         return;
@@ -83,7 +83,7 @@ void FamilyStore::put(const Rollouts &rollouts, Sums &sums)
     keepLimits();
 }
 
-void FamilyStore::addAll(Sums &sums)
+void CodexWriter::addAll(Sums &sums)
 {
     m_database.run("DELETE FROM session WHERE provider = 1");
     for (const RolloutTable::Files &family : m_rollouts.families()) {
@@ -92,9 +92,9 @@ void FamilyStore::addAll(Sums &sums)
     keepLimits();
 }
 
-void FamilyStore::add(const RolloutBook &book, Sums &sums)
+void CodexWriter::add(const RolloutBook &book, Sums &sums)
 {
-    book.forEach([&](const UsageRecord &record) { sums.add(withOurNames(record, book.names())); });
+    book.forEach([&](const Answer &record) { sums.add(withOurNames(record, book.names())); });
     for (const RolloutSession &session : book.sessions()) {
         m_sessions.show(Provider::Codex, m_names.add(book.names().text(session.thread)),
             {session.title, std::string(book.names().text(session.folder)), session.end,
@@ -106,31 +106,30 @@ void FamilyStore::add(const RolloutBook &book, Sums &sums)
 }
 
 /// Readings only move forward, also when the file with the newest one is gone.
-void FamilyStore::keepLimits()
+void CodexWriter::keepLimits()
 {
     const auto held = storedLimits(m_database);
     if (m_limits
         && (!held || held->time < m_limits->time || held->time > m_now + limitsTolerance)) {
-        FactTable facts(m_database);
+        NoteTable facts(m_database);
         facts.set(timeFact, m_limits->time.time_since_epoch().count());
         facts.set(jsonFact, limitsJson(*m_limits));
     }
 }
 
-void FamilyStore::takeAway(const RolloutBook &book, Sums &sums)
+void CodexWriter::takeAway(const RolloutBook &book, Sums &sums)
 {
-    book.forEach(
-        [&](const UsageRecord &record) { sums.takeAway(withOurNames(record, book.names())); });
+    book.forEach([&](const Answer &record) { sums.takeAway(withOurNames(record, book.names())); });
     for (const RolloutSession &session : book.sessions()) {
         m_sessions.hide(Provider::Codex, m_names.add(book.names().text(session.thread)));
     }
 }
 
-UsageRecord FamilyStore::withOurNames(UsageRecord record, const TextPool &names)
+Answer CodexWriter::withOurNames(Answer record, const TextPool &names)
 {
     record.session.text = m_names.add(names.text(record.session.text));
     record.model.text = m_names.add(names.text(record.model.text));
     return record;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -9,19 +9,19 @@
 #include <utility>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// The newest limits that any rollout told, if there are any.
 [[nodiscard]] std::optional<WrittenLimits> storedLimits(Database &database);
 
 /// Stores Codex's rollouts and has sums and sessions follow, family by family: what a thread used
 /// itself shows only beside all that it may have copied.
-class FamilyStore final {
+class CodexWriter final {
 public:
     /// By file; null for one that is to be forgotten.
     using Rollouts = std::vector<std::pair<std::int64_t, Rollout *>>;
 
-    FamilyStore(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);
+    CodexWriter(Database &database, SessionTable &sessions, TextPool &names, TimePoint now);
 
     /// Takes up later states of some files, which are empty afterwards; sums have to be made anew.
     void put(const Rollouts &rollouts);
@@ -35,7 +35,7 @@ private:
     void add(const RolloutBook &book, Sums &sums);
     void keepLimits();
     void takeAway(const RolloutBook &book, Sums &sums);
-    [[nodiscard]] UsageRecord withOurNames(UsageRecord record, const TextPool &names);
+    [[nodiscard]] Answer withOurNames(Answer record, const TextPool &names);
 
     Database &m_database;
     SessionTable &m_sessions;
@@ -45,4 +45,4 @@ private:
     std::optional<LimitReading> m_limits; // the newest met so far
 };
 
-} // namespace indexer
+} // namespace usage

@@ -13,7 +13,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -160,7 +160,7 @@ bool History::isBuilt() const
         return false;
     }
     Database database(m_new);
-    return FactTable(database).number(salvagedFact) != 0 && !database.problem();
+    return NoteTable(database).number(salvagedFact) != 0 && !database.problem();
 }
 
 /// A new file with what can be saved of the damaged one, which stays where it is until that is
@@ -202,7 +202,7 @@ void History::build(bool isReadable)
     if (m_problem) {
         return;
     }
-    FactTable(database).set(salvagedFact, 1);
+    NoteTable(database).set(salvagedFact, 1);
     transaction.commit();
     m_problem = database.problem();
 }
@@ -274,7 +274,7 @@ void History::update(const SourceFolders &folders, const PriceTable &prices, Tim
 void History::use(HistoryUpdate &update, const Use &use)
 {
     const auto isOutdated = [this] {
-        return FactTable(*m_database).text(sumsFact) == outdatedSums;
+        return NoteTable(*m_database).text(sumsFact) == outdatedSums;
     };
     use(*this);
     if (isOutdated()) {
@@ -289,7 +289,7 @@ void History::use(HistoryUpdate &update, const Use &use)
 /// Looks through the whole file now and then, so that damage is found before it spreads.
 void History::check(TimePoint now)
 {
-    FactTable facts(*m_database);
+    NoteTable facts(*m_database);
     const TimePoint last(TimePoint::duration(facts.number("checked")));
     if (m_file.empty() || (last <= now && now - last < betweenChecks)) {
         return;
@@ -308,4 +308,4 @@ void History::check(TimePoint now)
     facts.set("checked", now.time_since_epoch().count());
 }
 
-} // namespace indexer
+} // namespace usage

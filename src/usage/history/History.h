@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// All that the transcripts ever told, kept when they are gone. One program at a time may have a
 /// history open.
@@ -64,4 +64,4 @@ private:
     int m_lock = -1;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -11,7 +11,7 @@
 #include <set>
 #include <utility>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -40,9 +40,9 @@ std::optional<std::string> versionProblem(Database &database)
 
 } // namespace
 
-HistoryFacts readHistoryFacts(const std::filesystem::path &file)
+HistorySummary readHistorySummary(const std::filesystem::path &file)
 {
-    HistoryFacts facts {.file = file};
+    HistorySummary facts {.file = file};
     std::error_code error;
     if (!std::filesystem::exists(file, error)) {
         return facts;
@@ -53,7 +53,7 @@ HistoryFacts readHistoryFacts(const std::filesystem::path &file)
         return facts;
     }
     std::set<std::pair<Provider, TextId>> sessions;
-    SumTable(database).visitAll([&](const SumKey &key, const Sum &sum) {
+    SpentTable(database).visitAll([&](const SumKey &key, const Sum &sum) {
         facts.since = std::min(facts.since.value_or(key.day), key.day);
         facts.answers += sum.answers;
         sessions.emplace(key.provider, key.session);
@@ -95,4 +95,4 @@ std::string historyProblem(const std::filesystem::path &file)
     return database.problem() ? *database.problem() : problem;
 }
 
-} // namespace indexer
+} // namespace usage

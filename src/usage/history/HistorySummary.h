@@ -8,10 +8,10 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// What is stored of the past.
-struct HistoryFacts {
+struct HistorySummary {
     std::filesystem::path file;
     std::uint64_t bytes = 0;  // that it takes on the disk
     std::optional<Day> since; // of the oldest answer
@@ -27,9 +27,9 @@ struct HistoryFacts {
 };
 
 /// Nothing is changed, and nobody is kept from their work on the history.
-[[nodiscard]] HistoryFacts readHistoryFacts(const std::filesystem::path &file);
+[[nodiscard]] HistorySummary readHistorySummary(const std::filesystem::path &file);
 
 /// Looks through the whole file and says what is wrong with it; empty when nothing is.
 [[nodiscard]] std::string historyProblem(const std::filesystem::path &file);
 
-} // namespace indexer
+} // namespace usage

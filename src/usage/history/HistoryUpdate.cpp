@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -62,8 +62,8 @@ void HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
     const bool isLittle = plan.moved.empty() && bytesOf(toRead) < muchToRead;
     const SumUpkeep upkeep = isCurrent && isLittle ? SumUpkeep::WithEachBatch : SumUpkeep::AtTheEnd;
     noteMoves(plan);
-    PieceStore store(m_database, m_prices, plan, m_now);
-    Harvest harvest(m_now, progress);
+    HistoryWriter store(m_database, m_prices, plan, m_now);
+    ParallelReader harvest(m_now, progress);
     harvest.read(toRead, [&](FilePiece &&piece) {
         m_skips.add(piece.skips);
         return store.add(std::move(piece), upkeep);
@@ -84,7 +84,7 @@ void HistoryUpdate::run(const SourceFolders &folders, const ProgressTold &progre
 void HistoryUpdate::renewSums()
 {
     const ReadPlan nothing;
-    PieceStore(m_database, m_prices, nothing, m_now).rebuildSums(sumsVersion());
+    HistoryWriter(m_database, m_prices, nothing, m_now).rebuildSums(sumsVersion());
 }
 
 /// What the sums are made by, besides the answers.
@@ -152,4 +152,4 @@ void HistoryUpdate::noteMoves(const ReadPlan &plan)
     transaction.commit();
 }
 
-} // namespace indexer
+} // namespace usage

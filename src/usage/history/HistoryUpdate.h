@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-namespace indexer {
+namespace usage {
 
 /// The assistants' folders.
 struct SourceFolders {
@@ -42,11 +42,11 @@ private:
     Database &m_database;
     const PriceTable &m_prices;
     TimePoint m_now;
-    FactTable m_facts;
+    NoteTable m_facts;
     FileTable m_fileTable;
     RolloutTable m_rollouts;
     Skips m_skips;
     std::size_t m_files = 0;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -22,7 +22,7 @@ std::size_t sizeOf(const FilePiece &piece)
 
 } // namespace
 
-PieceStore::PieceStore(
+HistoryWriter::HistoryWriter(
     Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now)
     : m_database(database)
     , m_plan(plan)
@@ -41,7 +41,7 @@ PieceStore::PieceStore(
         [](const PlannedFile &file) { return file.known == nullptr ? 0 : file.known->id; });
 }
 
-bool PieceStore::add(FilePiece &&piece, SumUpkeep upkeep)
+bool HistoryWriter::add(FilePiece &&piece, SumUpkeep upkeep)
 {
     m_waiting += sizeOf(piece);
     m_pieces.push_back(std::move(piece));
@@ -51,7 +51,7 @@ bool PieceStore::add(FilePiece &&piece, SumUpkeep upkeep)
     return !m_database.problem();
 }
 
-void PieceStore::flush(SumUpkeep upkeep)
+void HistoryWriter::flush(SumUpkeep upkeep)
 {
     if (m_pieces.empty()) {
         return;
@@ -80,7 +80,7 @@ void PieceStore::flush(SumUpkeep upkeep)
 
 /// Gives a file its number. What it told of answers before stays told, whatever became of it; its
 /// sessions are what it makes of them now.
-void PieceStore::resolve(FilePiece &piece)
+void HistoryWriter::resolve(FilePiece &piece)
 {
     const auto number = static_cast<std::size_t>(piece.file);
     const PlannedFile &planned = m_plan.files[number];
@@ -98,7 +98,7 @@ void PieceStore::resolve(FilePiece &piece)
 
 /// What a rollout told before it was cut or overwritten keeps its number; the new version gets one
 /// of its own.
-void PieceStore::resolveVersions(
+void HistoryWriter::resolveVersions(
     const FilePiece &piece, const PlannedFile &planned, std::int64_t &id)
 {
     const auto *rollout = std::get_if<Rollout>(&piece.told);
@@ -115,7 +115,7 @@ void PieceStore::resolveVersions(
     }
 }
 
-void PieceStore::collect(FilePiece &piece)
+void HistoryWriter::collect(FilePiece &piece)
 {
     if (auto *rollout = std::get_if<Rollout>(&piece.told)) {
         m_rollouts.emplace_back(piece.file, rollout);
@@ -124,7 +124,7 @@ void PieceStore::collect(FilePiece &piece)
     }
 }
 
-void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
+void HistoryWriter::collect(std::int64_t file, TranscriptPiece &told)
 {
     std::vector<TextId> ids(told.names.size());
     for (TextId id = 1; id < ids.size(); ++id) {
@@ -143,7 +143,7 @@ void PieceStore::collect(std::int64_t file, TranscriptPiece &told)
     m_hasNewSummaries = m_hasNewSummaries || !told.summaries.empty();
 }
 
-void PieceStore::collect(std::int64_t file, TextId session, SessionFacts facts)
+void HistoryWriter::collect(std::int64_t file, TextId session, SessionFacts facts)
 {
     m_touchedSessions.insert(session);
     const auto retold = m_retold.find(file);
@@ -154,7 +154,7 @@ void PieceStore::collect(std::int64_t file, TextId session, SessionFacts facts)
     }
 }
 
-std::vector<std::uint64_t> PieceStore::touchedMessages() const
+std::vector<std::uint64_t> HistoryWriter::touchedMessages() const
 {
     std::vector<std::uint64_t> messages;
     for (const FileAnswer &answer : m_answersTold) {
@@ -165,13 +165,13 @@ std::vector<std::uint64_t> PieceStore::touchedMessages() const
     return messages;
 }
 
-void PieceStore::store(SumUpkeep upkeep)
+void HistoryWriter::store(SumUpkeep upkeep)
 {
     const bool isSummedNow = upkeep == SumUpkeep::WithEachBatch;
     const std::vector<std::uint64_t> touched =
         isSummedNow ? touchedMessages() : std::vector<std::uint64_t> {};
     for (const std::uint64_t message : touched) {
-        m_answers.visit(message, [this](const UsageRecord &record) { m_sums.takeAway(record); });
+        m_answers.visit(message, [this](const Answer &record) { m_sums.takeAway(record); });
     }
     // Signed, as the table orders them.
     std::ranges::sort(m_answersTold, {}, [](const FileAnswer &answer) {
@@ -180,7 +180,7 @@ void PieceStore::store(SumUpkeep upkeep)
     });
     m_answers.put(m_answersTold);
     for (const std::uint64_t message : touched) {
-        m_answers.visit(message, [this](const UsageRecord &record) { m_sums.add(record); });
+        m_answers.visit(message, [this](const Answer &record) { m_sums.add(record); });
     }
     if (!isSummedNow) {
         m_families.put(m_rollouts);
@@ -195,7 +195,7 @@ void PieceStore::store(SumUpkeep upkeep)
     showSessions();
 }
 
-void PieceStore::showSessions()
+void HistoryWriter::showSessions()
 {
     if (m_hasNewSummaries) {
         m_sessions.showAllAgain();
@@ -206,10 +206,10 @@ void PieceStore::showSessions()
     m_hasNewSummaries = false;
 }
 
-void PieceStore::rebuildSums(const std::string &version)
+void HistoryWriter::rebuildSums(const std::string &version)
 {
     m_sums.clear();
-    m_answers.visitAll([this](const UsageRecord &record) { m_sums.add(record); });
+    m_answers.visitAll([this](const Answer &record) { m_sums.add(record); });
     Transaction transaction(m_database);
     m_families.addAll(m_sums);
     m_nameTable.save();
@@ -222,4 +222,4 @@ void PieceStore::rebuildSums(const std::string &version)
     m_sums.clear();
 }
 
-} // namespace indexer
+} // namespace usage

@@ -14,7 +14,7 @@
 #include <set>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// How the sums follow when pieces are stored.
 enum class SumUpkeep {
@@ -23,9 +23,10 @@ enum class SumUpkeep {
 };
 
 /// Puts what was read into the history, many pieces in one transaction.
-class PieceStore final {
+class HistoryWriter final {
 public:
-    PieceStore(Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now);
+    HistoryWriter(
+        Database &database, const PriceTable &prices, const ReadPlan &plan, TimePoint now);
 
     /// Takes a piece, whose file is the number of one in the plan; false after a failure.
     bool add(FilePiece &&piece, SumUpkeep upkeep);
@@ -47,14 +48,14 @@ private:
     Database &m_database;
     const ReadPlan &m_plan;
     std::vector<std::int64_t> m_ids; // of the plan's files, 0 for those without one yet
-    FactTable m_facts;
+    NoteTable m_facts;
     FileTable m_files;
-    NameTable m_nameTable;
+    StoredTexts m_nameTable;
     AnswerTable m_answers;
     SessionTable m_sessions;
-    FamilyStore m_families;
+    CodexWriter m_families;
     RolloutVersions m_versions;
-    SumTable m_sumTable;
+    SpentTable m_sumTable;
     Sums m_sums;
 
     /// Of files that are read from their start once more, the sessions that they told of by now.
@@ -65,10 +66,10 @@ private:
     std::size_t m_waiting = 0; // rows in them
     // While it is being stored.
     std::vector<FileAnswer> m_answersTold;
-    FamilyStore::Rollouts m_rollouts;        // of the pieces
+    CodexWriter::Rollouts m_rollouts;        // of the pieces
     std::vector<std::int64_t> m_superfluous; // files
     std::set<TextId> m_touchedSessions;
     bool m_hasNewSummaries = false;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -7,7 +7,7 @@
 #include <set>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -182,4 +182,4 @@ ReadPlan planReading(
     return Planning(known, now).plan(found);
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A file that was found and is to be read.
 struct PlannedFile {
@@ -44,4 +44,4 @@ struct FoundFiles {
 [[nodiscard]] ReadPlan planReading(
     const std::vector<KnownFile> &known, const std::vector<FoundFiles> &found, TimePoint now);
 
-} // namespace indexer
+} // namespace usage

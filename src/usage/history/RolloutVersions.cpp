@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <map>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -62,4 +62,4 @@ std::vector<std::int64_t> RolloutVersions::toldBy(const Rollout &rollout, const 
     return files;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -3,7 +3,7 @@
 #include "usage/history/ReadPlan.h"
 #include "usage/history/tables/RolloutTable.h"
 
-namespace indexer {
+namespace usage {
 
 /// Settles what becomes of that which one of Codex's files told before it was cut or overwritten:
 /// it was used, so it stays as the tale of a file that is gone, unless another one tells it all.
@@ -20,4 +20,4 @@ private:
     RolloutTable m_rollouts;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -13,7 +13,7 @@
 #include <optional>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -147,7 +147,7 @@ private:
 
     Database &m_from;
     Database &m_to;
-    NameTable m_nameTable;
+    StoredTexts m_nameTable;
     AnswerTable m_answers;
     SessionTable m_sessions;
     RolloutTable m_rollouts;
@@ -227,7 +227,7 @@ void Salvaging::takeAnswer(const Statement &row, bool isByFile)
 {
     constexpr std::int64_t rulesThen = 1;
     const AnswerKey key {row.bits(0), row.bits(1)};
-    auto record = unpackUsageRecord(row.bytes(3), AnswerTable::seal(key, row.number(2)));
+    auto record = unpackAnswer(row.bytes(3), AnswerTable::seal(key, row.number(2)));
     if (!record) {
         return;
     }
@@ -291,4 +291,4 @@ std::optional<std::string> salvage(const std::filesystem::path &damaged, Databas
     return from.problem();
 }
 
-} // namespace indexer
+} // namespace usage

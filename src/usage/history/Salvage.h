@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// Copies what can still be read of a damaged history into a new one. Everything of which the
 /// transcripts are still there is to be read from these again. Says what else than damage kept it
@@ -14,4 +14,4 @@ namespace indexer {
 [[nodiscard]] std::optional<std::string> salvage(
     const std::filesystem::path &damaged, Database &history);
 
-} // namespace indexer
+} // namespace usage

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A window of a usage limit whose length is known.
 struct LimitWindow {
@@ -30,4 +30,4 @@ struct LimitReading {
 /// A reading may lie this much ahead of our clock; beyond it some clock went wrong.
 constexpr std::chrono::minutes limitsTolerance {5};
 
-} // namespace indexer
+} // namespace usage

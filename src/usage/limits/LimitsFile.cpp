@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -55,4 +55,4 @@ std::optional<std::string> writeLimits(
     return replaceFile(file, limits.json);
 }
 
-} // namespace indexer
+} // namespace usage

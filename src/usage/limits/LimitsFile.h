@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// The limit file of Codex: "primary" and "secondary" windows (percent, minutes, resetsAt), with
 /// the shorter one first, "updatedAt" and "plan".
@@ -23,4 +23,4 @@ struct WrittenLimits {
 [[nodiscard]] std::optional<std::string> writeLimits(
     const std::filesystem::path &file, const WrittenLimits &limits, TimePoint now);
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -88,4 +88,4 @@ std::optional<double> fullestLive(const std::vector<StoredLimits> &all, TimePoin
     return fullest;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// How much of an assistant's limits is used, as its file tells.
 struct StoredLimits {
@@ -35,4 +35,4 @@ enum class LimitAge {
 [[nodiscard]] std::optional<double> fullestLive(
     const std::vector<StoredLimits> &all, TimePoint now);
 
-} // namespace indexer
+} // namespace usage

@@ -12,7 +12,7 @@
 #include <vector>
 #include <zstd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -191,4 +191,4 @@ void ByteSource::close()
     m_isCompressed = false;
 }
 
-} // namespace indexer
+} // namespace usage

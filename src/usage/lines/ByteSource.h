@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 /// The bytes of a regular file, decompressed if its name ends in ".zst".
 class ByteSource final {
@@ -48,4 +48,4 @@ private:
     bool m_isCompressed = false;
 };
 
-} // namespace indexer
+} // namespace usage

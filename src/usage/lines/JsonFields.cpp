@@ -2,7 +2,7 @@
 
 #include "usage/lines/JsonNumber.h"
 
-namespace indexer {
+namespace usage {
 
 using simdjson::ondemand::json_type;
 
@@ -72,4 +72,4 @@ bool JsonFields::text(Value value, std::string_view &target)
     return true;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <deque>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 [[nodiscard]] inline bool isType(
     simdjson::ondemand::value &value, simdjson::ondemand::json_type wanted)
@@ -54,4 +54,4 @@ private:
     bool m_hasImpossibleNumbers = false;
 };
 
-} // namespace indexer
+} // namespace usage

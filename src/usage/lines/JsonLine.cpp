@@ -4,7 +4,7 @@
 
 #include <new>
 
-namespace indexer {
+namespace usage {
 
 static_assert(LineReader::padding >= simdjson::SIMDJSON_PADDING);
 
@@ -23,4 +23,4 @@ bool JsonLine::isStarted(std::string_view line, simdjson::ondemand::document &do
         == simdjson::SUCCESS;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// What became of a line.
 enum class LineOutcome { Parsed, Ignored, NotJson };
@@ -31,4 +31,4 @@ private:
     simdjson::ondemand::parser m_parser;
 };
 
-} // namespace indexer
+} // namespace usage

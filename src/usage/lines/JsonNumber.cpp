@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::optional<std::uint64_t> tokenCount(std::string_view token)
     return static_cast<std::uint64_t>(value);
 }
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Whether a text is a number as JSON writes it.
 [[nodiscard]] bool isJsonNumber(std::string_view token);
@@ -12,4 +12,4 @@ namespace indexer {
 /// The number of tokens that a JSON number states, if it is one that can be meant.
 [[nodiscard]] std::optional<std::uint64_t> tokenCount(std::string_view token);
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstring>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -152,4 +152,4 @@ void appendUtf8(std::string &text, char32_t character)
     }
 }
 
-} // namespace indexer
+} // namespace usage

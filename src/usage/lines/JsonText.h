@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Hands out the characters of a JSON string, escapes resolved; half a surrogate pair, which
 /// assistants do write when they cut a text short, becomes U+FFFD.
@@ -30,4 +30,4 @@ private:
 
 void appendUtf8(std::string &text, char32_t character);
 
-} // namespace indexer
+} // namespace usage

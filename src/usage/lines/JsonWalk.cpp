@@ -2,7 +2,7 @@
 
 #include "usage/lines/JsonNumber.h"
 
-namespace indexer {
+namespace usage {
 
 using simdjson::ondemand::json_type;
 using simdjson::ondemand::value;
@@ -48,4 +48,4 @@ bool isSound(value value, int depth)
     return token == "null" || token == "true" || token == "false";
 }
 
-} // namespace indexer
+} // namespace usage

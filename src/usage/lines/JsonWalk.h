@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace indexer {
+namespace usage {
 
 /// The characters of a value that is neither object nor array, as they stand in the file. The value
 /// itself is still to be taken; before it turned out sound, nothing is known of them.
@@ -73,4 +73,4 @@ template <typename Take>
     return true;
 }
 
-} // namespace indexer
+} // namespace usage

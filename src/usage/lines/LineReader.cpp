@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -92,4 +92,4 @@ bool LineReader::refill()
     return got.value_or(0) > 0;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Reads a file line by line through one buffer, whatever the size of file and lines.
 class LineReader final {
@@ -53,4 +53,4 @@ private:
     bool m_failed = false;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -118,4 +118,4 @@ std::string_view folderName(std::string_view path)
     return last == std::string_view::npos || path.size() == 1 ? path : path.substr(last + 1);
 }
 
-} // namespace indexer
+} // namespace usage

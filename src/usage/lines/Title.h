@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// A title from a JSON string (with its quotes), on one line and cut to a sensible length; empty
 /// when nothing visible is in it.
@@ -19,4 +19,4 @@ namespace indexer {
 /// The folder's own name out of a full path, of this system or of Windows.
 [[nodiscard]] std::string_view folderName(std::string_view path);
 
-} // namespace indexer
+} // namespace usage

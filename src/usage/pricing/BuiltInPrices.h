@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// The content of prices.json, put into the program by the build.
 extern const std::string_view builtInPricesJson;
 
-} // namespace indexer
+} // namespace usage

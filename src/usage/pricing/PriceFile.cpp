@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -231,4 +231,4 @@ LoadedPrices loadPrices(const std::filesystem::path &file)
     return prices;
 }
 
-} // namespace indexer
+} // namespace usage

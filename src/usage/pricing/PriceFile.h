@@ -6,7 +6,7 @@
 #include <string>
 #include <variant>
 
-namespace indexer {
+namespace usage {
 
 /// Why a price file cannot be used, in words for its author.
 struct PriceFileError {
@@ -28,4 +28,4 @@ struct LoadedPrices {
 /// The prices of the program, and over them those of a file, if there is one and it is right.
 [[nodiscard]] LoadedPrices loadPrices(const std::filesystem::path &file);
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 /// A price per token in picodollars (a millionth of the usual dollars per million tokens), if it is
 /// known.
@@ -35,4 +35,4 @@ struct PriceRow {
     std::optional<LongPrompt> longPrompt;
 };
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -198,4 +198,4 @@ void PriceTable::override(const PriceTable &other)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// All prices of one model.
 struct ModelPrices {
@@ -62,4 +62,4 @@ private:
     std::map<std::string, std::string, std::less<>> m_aliases; // and what they stand for
 };
 
-} // namespace indexer
+} // namespace usage

@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -82,24 +82,24 @@ Sums::Sums(const PriceTable &prices, const TextPool &names)
 {
 }
 
-void Sums::add(const UsageRecord &record)
+void Sums::add(const Answer &record)
 {
     change(record, true);
 }
 
-void Sums::takeAway(const UsageRecord &record)
+void Sums::takeAway(const Answer &record)
 {
     change(record, false);
 }
 
-void Sums::change(const UsageRecord &record, bool isAdded)
+void Sums::change(const Answer &record, bool isAdded)
 {
     const Sum sum = sumOf(record);
     m_sums[{record.provider, record.session.text, m_calendar.dayOf(record.time()),
         record.model.text}] += isAdded ? sum : -sum;
 }
 
-Sum Sums::sumOf(const UsageRecord &record) const
+Sum Sums::sumOf(const Answer &record) const
 {
     const auto price = m_prices.price({.model = m_names.text(record.model.text),
         .time = record.time(),
@@ -124,4 +124,4 @@ Sum Sums::sumOf(const UsageRecord &record) const
         .picodollars = isUsed && price ? price->cost.picodollars() : 0};
 }
 
-} // namespace indexer
+} // namespace usage

@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Of what sums are kept.
 struct SumKey {
@@ -59,13 +59,13 @@ public:
 
     [[nodiscard]] const std::map<SumKey, Sum> &all() const { return m_sums; }
 
-    void add(const UsageRecord &record);
-    void takeAway(const UsageRecord &record);
+    void add(const Answer &record);
+    void takeAway(const Answer &record);
     void clear() { m_sums.clear(); }
 
 private:
-    void change(const UsageRecord &record, bool isAdded);
-    [[nodiscard]] Sum sumOf(const UsageRecord &record) const;
+    void change(const Answer &record, bool isAdded);
+    [[nodiscard]] Sum sumOf(const Answer &record) const;
 
     const PriceTable &m_prices;
     const TextPool &m_names;
@@ -73,4 +73,4 @@ private:
     std::map<SumKey, Sum> m_sums;
 };
 
-} // namespace indexer
+} // namespace usage

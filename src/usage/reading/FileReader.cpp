@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -32,14 +32,14 @@ bool isWhole(const std::filesystem::path &file)
 
 } // namespace
 
-FileReading::FileReading(TimePoint now, LongLineParsers &longLines, Take take)
+FileReader::FileReader(TimePoint now, LongLineParsers &longLines, Take take)
     : m_now(now)
     , m_longLines(longLines)
     , m_take(std::move(take))
 {
 }
 
-std::optional<FileSkip> FileReading::read(const FileTask &task)
+std::optional<FileSkip> FileReader::read(const FileTask &task)
 {
     if (const auto problem = m_reader.open(task.path)) {
         return problem;
@@ -54,7 +54,7 @@ std::optional<FileSkip> FileReading::read(const FileTask &task)
 }
 
 /// Goes to where an earlier run stopped if the bytes up to there are still the same.
-bool FileReading::goOn(const FileTask &task)
+bool FileReader::goOn(const FileTask &task)
 {
     const ByteSource &source = m_reader.source();
     // A transcript that was emptied begins anew, so that its sessions are told anew as well.
@@ -66,7 +66,7 @@ bool FileReading::goOn(const FileTask &task)
         && m_reader.skipTo(task.from->place);
 }
 
-bool FileReading::readTranscript(FilePiece piece)
+bool FileReader::readTranscript(FilePiece piece)
 {
     const std::int64_t file = piece.file;
     for (bool isAtEnd = false; !isAtEnd;) {
@@ -89,7 +89,7 @@ bool FileReading::readTranscript(FilePiece piece)
     return true;
 }
 
-bool FileReading::readRollout(const FileTask &task, FilePiece piece)
+bool FileReader::readRollout(const FileTask &task, FilePiece piece)
 {
     const std::string name = task.path.filename().native();
     auto rollout = piece.isFresh ? std::nullopt : unpackedRollout(task.rollout);
@@ -124,7 +124,7 @@ bool FileReading::readRollout(const FileTask &task, FilePiece piece)
 
 /// A file that was not read to its end must not look like one that was: the run may end here, and
 /// what could not be read this time is tried again the next time.
-bool FileReading::hand(FilePiece piece, bool isLast)
+bool FileReader::hand(FilePiece piece, bool isLast)
 {
     const ByteSource &source = m_reader.source();
     const std::uint64_t place = source.isCompressed() ? source.identity().size : m_reader.place();
@@ -138,7 +138,7 @@ bool FileReading::hand(FilePiece piece, bool isLast)
 
 /// Calls `add()` for each line that matters, as it stands in `line` then, until it has enough: then
 /// the file is not read to its end, and the result is false.
-template <typename Line, typename Add> bool FileReading::eachLine(Line &line, Skips &skips, Add add)
+template <typename Line, typename Add> bool FileReader::eachLine(Line &line, Skips &skips, Add add)
 {
     const std::size_t overlong = m_reader.overlong();
     bool hasRoom = true;
@@ -170,4 +170,4 @@ template <typename Line, typename Add> bool FileReading::eachLine(Line &line, Sk
     return hasRoom;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,15 +6,15 @@
 
 #include <functional>
 
-namespace indexer {
+namespace usage {
 
 /// Reads files, one after another, through one buffer.
-class FileReading final {
+class FileReader final {
 public:
     /// Takes a piece; false to be given no more.
     using Take = std::function<bool(FilePiece &&)>;
 
-    FileReading(TimePoint now, LongLineParsers &longLines, Take take);
+    FileReader(TimePoint now, LongLineParsers &longLines, Take take);
 
     /// Reads what a task asks for, and tells why that is not possible, if so. A file that cannot be
     /// opened gives no piece, so that what is known of it stays.
@@ -36,4 +36,4 @@ private:
     LineParsers m_parsers {LongLineParsers::beyond};
 };
 
-} // namespace indexer
+} // namespace usage

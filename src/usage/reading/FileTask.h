@@ -11,7 +11,7 @@
 #include <string>
 #include <variant>
 
-namespace indexer {
+namespace usage {
 
 /// Up to where a file was read, and what tells that it is still the same up to there.
 struct ReadMark {
@@ -42,4 +42,4 @@ struct FilePiece {
     std::optional<TimePoint> again; // when a line that lies in the future now would count
 };
 
-} // namespace indexer
+} // namespace usage

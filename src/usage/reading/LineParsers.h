@@ -8,7 +8,7 @@
 #include <mutex>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 /// Parsers of both assistants' lines, for one thread.
 struct LineParsers {
@@ -18,7 +18,7 @@ struct LineParsers {
     }
 
     JsonLine json;
-    LineParser transcript {json};
+    TranscriptParser transcript {json};
     RolloutParser rollout {json};
 
     [[nodiscard]] LineOutcome parse(std::string_view line, TranscriptLine &result)
@@ -40,4 +40,4 @@ struct LongLineParsers {
     std::optional<LineParsers> parsers; // made for the first long line
 };
 
-} // namespace indexer
+} // namespace usage

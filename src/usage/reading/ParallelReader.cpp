@@ -13,7 +13,7 @@
 #include <system_error>
 #include <thread>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -41,7 +41,7 @@ std::uint64_t bytesOf(const std::vector<FileTask> &tasks)
 }
 
 /// Pieces on their way from the reading threads to the one that takes them.
-class Belt final {
+class PieceQueue final {
 public:
     /// A reader begins.
     void enter()
@@ -106,7 +106,7 @@ private:
 /// Has a reader leave also when it runs out of memory.
 class Leaving final {
 public:
-    explicit Leaving(Belt &belt)
+    explicit Leaving(PieceQueue &belt)
         : m_belt(belt)
     {
     }
@@ -115,13 +115,13 @@ public:
     Leaving &operator=(const Leaving &) = delete;
 
 private:
-    Belt &m_belt;
+    PieceQueue &m_belt;
 };
 
 /// Has nobody wait for a taker that is gone.
 class Closing final {
 public:
-    explicit Closing(Belt &belt)
+    explicit Closing(PieceQueue &belt)
         : m_belt(belt)
     {
     }
@@ -130,12 +130,12 @@ public:
     Closing &operator=(const Closing &) = delete;
 
 private:
-    Belt &m_belt;
+    PieceQueue &m_belt;
 };
 
 /// Starts as many readers as are worth it, or as the system has threads for.
 template <typename Read>
-void start(std::vector<std::future<Skips>> &readers, Belt &belt, Read &read)
+void start(std::vector<std::future<Skips>> &readers, PieceQueue &belt, Read &read)
 {
     for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 2U, mostThreads); i > 0;
          --i) {
@@ -151,13 +151,13 @@ void start(std::vector<std::future<Skips>> &readers, Belt &belt, Read &read)
 
 } // namespace
 
-Harvest::Harvest(TimePoint now, ProgressTold progress)
+ParallelReader::ParallelReader(TimePoint now, ProgressTold progress)
     : m_now(now)
     , m_progress(std::move(progress))
 {
 }
 
-void Harvest::read(const std::vector<FileTask> &tasks, const Take &take)
+void ParallelReader::read(const std::vector<FileTask> &tasks, const Take &take)
 {
     if (tasks.size() < 2 || bytesOf(tasks) < worthThreads) {
         readAlone(tasks, take);
@@ -166,18 +166,18 @@ void Harvest::read(const std::vector<FileTask> &tasks, const Take &take)
     }
 }
 
-void Harvest::tell(std::uint64_t done, std::uint64_t all) const
+void ParallelReader::tell(std::uint64_t done, std::uint64_t all) const
 {
     if (m_progress) {
         m_progress(done, all);
     }
 }
 
-void Harvest::readAlone(const std::vector<FileTask> &tasks, const Take &take)
+void ParallelReader::readAlone(const std::vector<FileTask> &tasks, const Take &take)
 {
     LongLineParsers longLines;
     bool isWanted = true;
-    FileReading reading(m_now, longLines, [&](FilePiece &&piece) {
+    FileReader reading(m_now, longLines, [&](FilePiece &&piece) {
         isWanted = take(std::move(piece));
         return isWanted;
     });
@@ -192,16 +192,16 @@ void Harvest::readAlone(const std::vector<FileTask> &tasks, const Take &take)
     }
 }
 
-void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
+void ParallelReader::readTogether(const std::vector<FileTask> &tasks, const Take &take)
 {
     LongLineParsers longLines;
-    Belt belt;
+    PieceQueue belt;
     std::atomic<std::size_t> next {0};
     std::atomic<std::uint64_t> done {0};
     const auto read = [&] {
         const Leaving leaving(belt);
         Skips skips;
-        FileReading reading(
+        FileReader reading(
             m_now, longLines, [&](FilePiece &&piece) { return belt.put(std::move(piece)); });
         for (std::size_t i = next++; i < tasks.size(); i = next++) {
             if (const auto problem = reading.read(tasks[i])) {
@@ -232,4 +232,4 @@ void Harvest::readTogether(const std::vector<FileTask> &tasks, const Take &take)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,19 +5,19 @@
 #include <functional>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// Told of what is done, in bytes, and of all that there is to do.
 using ProgressTold = std::function<void(std::uint64_t done, std::uint64_t all)>;
 
 /// Reads files on all processors. The pieces of each come in their order, to the thread that asks;
 /// files that could not be read go into the skips.
-class Harvest final {
+class ParallelReader final {
 public:
     /// Takes a piece; false to end early.
     using Take = std::function<bool(FilePiece &&)>;
 
-    explicit Harvest(TimePoint now, ProgressTold progress = {});
+    explicit ParallelReader(TimePoint now, ProgressTold progress = {});
 
     [[nodiscard]] const Skips &skips() const { return m_skips; }
 
@@ -33,4 +33,4 @@ private:
     Skips m_skips;
 };
 
-} // namespace indexer
+} // namespace usage

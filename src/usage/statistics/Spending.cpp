@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -99,4 +99,4 @@ Spending &Spending::operator+=(const Spending &other)
     return *this;
 }
 
-} // namespace indexer
+} // namespace usage

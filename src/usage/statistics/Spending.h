@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Sums of tokens; beyond the largest number they stay there.
 struct TokenSums {
@@ -56,4 +56,4 @@ struct Spending {
     Spending &operator+=(const Spending &other);
 };
 
-} // namespace indexer
+} // namespace usage

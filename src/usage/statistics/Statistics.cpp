@@ -15,7 +15,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -61,7 +61,7 @@ private:
 
     Database &m_database;
     const PriceTable &m_prices;
-    NameTable m_names;
+    StoredTexts m_names;
     std::unordered_map<TextId, std::string_view> m_models; // that were asked for
     Days m_days;
     std::array<Days, providerNames.size()> m_byProvider;
@@ -73,7 +73,7 @@ Summing::Summing(const History &history, const PriceTable &prices, const Statist
     , m_prices(prices)
     , m_names(history.database())
 {
-    SumTable(m_database).visitAll([&](const SumKey &key, const Sum &sum) {
+    SpentTable(m_database).visitAll([&](const SumKey &key, const Sum &sum) {
         if (filter.admits(key.provider) && filter.admits(key.day)) {
             add(key, sum);
         }
@@ -207,7 +207,7 @@ bool isSound(Database &database)
     if (damage == Damage::Whole) {
         database.setDamaged();
     } else if (damage == Damage::Made) {
-        FactTable(database).set(sumsFact, outdatedSums);
+        NoteTable(database).set(sumsFact, outdatedSums);
     }
     return damage == Damage::None;
 }
@@ -236,4 +236,4 @@ Statistics computeStatistics(
     };
 }
 
-} // namespace indexer
+} // namespace usage

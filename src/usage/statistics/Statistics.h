@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// Ids of sessions are told apart within each provider only.
 using SessionKey = std::pair<Provider, TextId>;
@@ -55,4 +55,4 @@ struct Statistics {
 [[nodiscard]] Statistics computeStatistics(const History &history, const PriceTable &prices,
     const StatisticsFilter &filter, TimePoint now);
 
-} // namespace indexer
+} // namespace usage

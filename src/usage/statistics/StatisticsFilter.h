@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 /// Which usage counts; what is not told does not restrict.
 struct StatisticsFilter {
@@ -21,4 +21,4 @@ struct StatisticsFilter {
     }
 };
 
-} // namespace indexer
+} // namespace usage

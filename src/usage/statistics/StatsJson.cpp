@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -112,4 +112,4 @@ std::string statsJson(const Statistics &statistics)
     return file.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-} // namespace indexer
+} // namespace usage

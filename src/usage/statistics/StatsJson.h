@@ -4,9 +4,9 @@
 
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// The statistics file: the same bytes for the same statistics.
 [[nodiscard]] std::string statsJson(const Statistics &statistics);
 
-} // namespace indexer
+} // namespace usage

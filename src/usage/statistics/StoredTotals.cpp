@@ -12,7 +12,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -214,4 +214,4 @@ StoredTotalsLoad readStoredTotals(const std::filesystem::path &statsFile)
     return {totals, false, totals ? "" : "no statistics"};
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// What the statistics file tells of the spans around the day that it was written on.
 struct StoredTotals {
@@ -25,4 +25,4 @@ struct StoredTotalsLoad {
 
 [[nodiscard]] StoredTotalsLoad readStoredTotals(const std::filesystem::path &statsFile);
 
-} // namespace indexer
+} // namespace usage

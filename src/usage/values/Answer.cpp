@@ -5,7 +5,7 @@
 #include <array>
 #include <tuple>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -39,7 +39,7 @@ constexpr unsigned endingShift = 4;
 constexpr unsigned sidechainShift = 6;
 constexpr std::uint64_t twoBits = 3;
 
-std::uint64_t flagsOf(const UsageRecord &record)
+std::uint64_t flagsOf(const Answer &record)
 {
     return static_cast<std::uint64_t>(record.speed)
         | static_cast<std::uint64_t>(record.tier) << tierShift
@@ -69,11 +69,11 @@ Told unpackTold(PackedReader &reader, Standing standing)
 
 } // namespace
 
-void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names)
+void merge(Answer &record, const Answer &other, const TextPool &names)
 {
     record.usage.raiseTo(other.usage);
     record.standing = std::min(record.standing, other.standing);
-    for (const auto field : {&UsageRecord::session, &UsageRecord::model, &UsageRecord::folder}) {
+    for (const auto field : {&Answer::session, &Answer::model, &Answer::folder}) {
         if (precedes(other.*field, record.*field, names)) {
             record.*field = other.*field;
         }
@@ -84,7 +84,7 @@ void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names)
     record.isSidechain = record.isSidechain || other.isSidechain;
 }
 
-void pack(PackedWriter &writer, const UsageRecord &record, std::uint64_t place)
+void pack(PackedWriter &writer, const Answer &record, std::uint64_t place)
 {
     writer.number(record.standing.rank());
     writer.number(flagsOf(record));
@@ -96,11 +96,11 @@ void pack(PackedWriter &writer, const UsageRecord &record, std::uint64_t place)
     writer.seal(place);
 }
 
-std::optional<UsageRecord> unpackUsageRecord(std::string_view bytes, std::uint64_t place)
+std::optional<Answer> unpackAnswer(std::string_view bytes, std::uint64_t place)
 {
     const auto whole = unsealed(bytes, place);
     PackedReader reader(whole.value_or(std::string_view {}));
-    UsageRecord record;
+    Answer record;
     record.standing = Standing::ofRank(reader.number());
     const std::uint64_t flags = reader.number();
     record.speed = static_cast<Speed>(flags & twoBits);
@@ -120,4 +120,4 @@ std::optional<UsageRecord> unpackUsageRecord(std::string_view bytes, std::uint64
                                                               : std::nullopt;
 }
 
-} // namespace indexer
+} // namespace usage

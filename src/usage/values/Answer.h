@@ -8,7 +8,7 @@
 
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 /// How much a line weighs beside others that tell of the same answer: lines copied from another
 /// session come last, and of the rest the earliest comes first.
@@ -50,7 +50,7 @@ struct Told {
 };
 
 /// One answer of a model, put together from all lines that tell of it.
-struct UsageRecord {
+struct Answer {
     Usage usage;
     Standing standing; // of the line that dates the answer
     Told session;
@@ -74,12 +74,11 @@ struct UsageRecord {
 
 /// Puts together what two files, or two lines, tell of one answer; which comes first does not
 /// matter. The texts are those of `names`.
-void merge(UsageRecord &record, const UsageRecord &other, const TextPool &names);
+void merge(Answer &record, const Answer &other, const TextPool &names);
 
 /// For the history, which keeps all but the folder of Claude's answers, sealed to their place.
-void pack(PackedWriter &writer, const UsageRecord &record, std::uint64_t place);
+void pack(PackedWriter &writer, const Answer &record, std::uint64_t place);
 /// Nothing for bytes that were not packed for this place, or that tell what cannot be.
-[[nodiscard]] std::optional<UsageRecord> unpackUsageRecord(
-    std::string_view bytes, std::uint64_t place);
+[[nodiscard]] std::optional<Answer> unpackAnswer(std::string_view bytes, std::uint64_t place);
 
-} // namespace indexer
+} // namespace usage

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace indexer {
+namespace usage {
 
 using namespace std::chrono;
 
@@ -37,4 +37,4 @@ std::optional<Day> parseDayName(std::string_view name, Day today)
     return date ? std::optional(Day {floor<days>(*date).time_since_epoch()}) : std::nullopt;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -2,11 +2,11 @@
 
 #include <xxhash.h>
 
-namespace indexer {
+namespace usage {
 
 std::uint64_t hashOf(std::string_view text)
 {
     return XXH3_64bits(text.data(), text.size());
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::string monthText(Day day)
         "{:04}-{:02}", static_cast<int>(date.year()), static_cast<unsigned>(date.month()));
 }
 
-} // namespace indexer
+} // namespace usage

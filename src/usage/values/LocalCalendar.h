@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <unordered_map>
 
-namespace indexer {
+namespace usage {
 
 /// A day of the user's calendar.
 using Day = std::chrono::local_days;
@@ -39,4 +39,4 @@ private:
 /// "2026-11"
 [[nodiscard]] std::string monthText(Day day);
 
-} // namespace indexer
+} // namespace usage

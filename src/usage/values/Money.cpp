@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -41,4 +41,4 @@ Money &Money::operator+=(const Money &other)
     return *this;
 }
 
-} // namespace indexer
+} // namespace usage

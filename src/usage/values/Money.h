@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace indexer {
+namespace usage {
 
 /// An amount of US dollars, kept exactly, so that sums do not depend on their order.
 class Money final {
@@ -32,4 +32,4 @@ private:
     Amount m_pico = 0;
 };
 
-} // namespace indexer
+} // namespace usage

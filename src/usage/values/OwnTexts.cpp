@@ -2,7 +2,7 @@
 
 #include <functional>
 
-namespace indexer {
+namespace usage {
 
 TextId OwnTexts::add(std::string_view text)
 {
@@ -35,4 +35,4 @@ std::size_t OwnTexts::slotOf(std::string_view text) const
     return slot;
 }
 
-} // namespace indexer
+} // namespace usage

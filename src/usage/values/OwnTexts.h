@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// The texts of one file, mostly few, each once and numbered in the order of arrival; 0 is the
 /// empty text. Unlike a TextPool it is small, and can be copied.
@@ -29,4 +29,4 @@ private:
     std::vector<TextId> m_slots; // where a text is found by its hash; 0 is a free slot
 };
 
-} // namespace indexer
+} // namespace usage

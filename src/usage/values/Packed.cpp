@@ -5,7 +5,7 @@
 #include <array>
 #include <bit>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -134,4 +134,4 @@ void PackedReader::fail()
     m_isSound = false;
 }
 
-} // namespace indexer
+} // namespace usage

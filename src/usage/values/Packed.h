@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Writes values one after another into bytes that mean the same on every machine: numbers seven
 /// bits at a time, the low ones first; texts with their length in front.
@@ -61,4 +61,4 @@ private:
     bool m_isSound = true;
 };
 
-} // namespace indexer
+} // namespace usage

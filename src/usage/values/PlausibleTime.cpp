@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -36,4 +36,4 @@ std::optional<TimePoint> timeOf(
     return std::nullopt;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Before this there was nothing to count.
 constexpr TimePoint earliestTime =
@@ -19,4 +19,4 @@ constexpr std::chrono::days timeTolerance {2};
 [[nodiscard]] std::optional<TimePoint> timeOf(
     std::string_view timestamp, TimePoint now, Skips &skips, std::optional<TimePoint> &again);
 
-} // namespace indexer
+} // namespace usage

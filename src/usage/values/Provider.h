@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Whose assistant was used.
 enum class Provider : std::uint8_t { Claude, Codex };
@@ -12,4 +12,4 @@ enum class Provider : std::uint8_t { Claude, Codex };
 /// As the statistics file names them, by number.
 constexpr std::array<std::string_view, 2> providerNames {"claude", "codex"};
 
-} // namespace indexer
+} // namespace usage

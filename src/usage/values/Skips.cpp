@@ -7,7 +7,7 @@
 #include <functional>
 #include <numeric>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -91,4 +91,4 @@ Skips Skips::unpacked(std::string_view bytes)
     return skips;
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// Why a line of a transcript did not count.
 enum class LineSkip { TooLong, NotJson, ImpossibleNumbers, ImpossibleTime, NoIdentity, Count };
@@ -36,4 +36,4 @@ private:
     std::array<std::size_t, static_cast<std::size_t>(FileSkip::Count)> m_files {};
 };
 
-} // namespace indexer
+} // namespace usage

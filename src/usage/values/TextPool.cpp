@@ -4,7 +4,7 @@
 #include <cstring>
 #include <functional>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -72,4 +72,4 @@ void TextPool::grow()
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// The number of a text in its pool; 0 is the empty text.
 using TextId = std::uint32_t;
@@ -36,4 +36,4 @@ private:
     char *m_free = nullptr;
 };
 
-} // namespace indexer
+} // namespace usage

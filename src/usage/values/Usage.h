@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace indexer {
+namespace usage {
 
 /// The token counts of one answer of a model, as its lines state them.
 struct Usage {
@@ -46,4 +46,4 @@ enum class ServiceTier : std::uint8_t { Standard, Batch, Other };
 /// Whether the lines of an answer tell that it was written to its end; a later one wins likewise.
 enum class Ending : std::uint8_t { Untold, Open, Finished };
 
-} // namespace indexer
+} // namespace usage

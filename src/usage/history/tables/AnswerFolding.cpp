@@ -3,12 +3,12 @@
 #include "usage/history/tables/AnswerTable.h"
 #include "usage/history/tables/StoredTexts.h"
 
-namespace indexer {
+namespace usage {
 
 void foldAnswers(Database &database)
 {
     constexpr std::size_t many = 10'000;
-    const NameTable names(database);
+    const StoredTexts names(database);
     AnswerTable answers(database, names.names());
     std::vector<FileAnswer> waiting;
     Statement rows(database,
@@ -23,7 +23,7 @@ void foldAnswers(Database &database)
         }
         rules = rows.number(4);
         if (const auto record =
-                unpackUsageRecord(rows.bytes(3), AnswerTable::seal(key, rows.number(2)))) {
+                unpackAnswer(rows.bytes(3), AnswerTable::seal(key, rows.number(2)))) {
             waiting.push_back({key, *record});
         } else {
             database.setDamaged();
@@ -32,4 +32,4 @@ void foldAnswers(Database &database)
     answers.put(waiting, rules);
 }
 
-} // namespace indexer
+} // namespace usage

@@ -2,9 +2,9 @@
 
 #include "usage/history/tables/Database.h"
 
-namespace indexer {
+namespace usage {
 
 /// Puts what `answer_by_file` tells of each answer, file by file, together to one row of `answer`.
 void foldAnswers(Database &database);
 
-} // namespace indexer
+} // namespace usage

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
 /// Of a row that begins with its key; nothing when it is not as it was written.
-std::optional<UsageRecord> recordIn(const Statement &row)
+std::optional<Answer> recordIn(const Statement &row)
 {
-    return unpackUsageRecord(
-        row.bytes(3), AnswerTable::seal({row.bits(0), row.bits(1)}, row.number(2)));
+    return unpackAnswer(row.bytes(3), AnswerTable::seal({row.bits(0), row.bits(1)}, row.number(2)));
 }
 
 } // namespace
@@ -88,8 +87,7 @@ void AnswerTable::checkAround(std::uint64_t message)
 
 void AnswerTable::addToGroup(AnswerKey key, const Statement &row, int column)
 {
-    if (const auto record =
-            unpackUsageRecord(row.bytes(column + 1), seal(key, row.number(column)))) {
+    if (const auto record = unpackAnswer(row.bytes(column + 1), seal(key, row.number(column)))) {
         m_group.push_back({key.request, *record});
     } else {
         m_database.setDamaged();
@@ -130,13 +128,13 @@ void AnswerTable::put(std::span<const FileAnswer> answers, std::int64_t rules)
 void AnswerTable::mergeInto(const FileAnswer &answer, std::int64_t rules)
 {
     const AnswerKey key = answer.key;
-    UsageRecord record = answer.record;
+    Answer record = answer.record;
     std::string before;
     m_one.bind(key.message, key.request);
     while (m_one.next()) {
         const std::int64_t rulesBefore = m_one.number(0);
         before = m_one.bytes(1);
-        const auto told = unpackUsageRecord(before, seal(key, rulesBefore));
+        const auto told = unpackAnswer(before, seal(key, rulesBefore));
         if (!told) {
             m_database.setDamaged();
         } else if (rulesBefore == rules) {
@@ -153,4 +151,4 @@ void AnswerTable::mergeInto(const FileAnswer &answer, std::int64_t rules)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// To be raised when lines are read by other rules: then all files are read again.
 constexpr std::int64_t readingRules = 3;
@@ -16,7 +16,7 @@ constexpr std::int64_t readingRules = 3;
 /// longer there takes nothing back.
 class AnswerTable final {
 public:
-    using Visit = std::function<void(const UsageRecord &)>;
+    using Visit = std::function<void(const Answer &)>;
 
     AnswerTable(Database &database, const TextPool &names);
 
@@ -41,7 +41,7 @@ public:
 private:
     struct Row {
         std::uint64_t request = 0;
-        UsageRecord record;
+        Answer record;
     };
 
     /// Takes up a row that ends with the rules and what it tells, from a column on.
@@ -61,4 +61,4 @@ private:
     std::vector<Row> m_group; // reused
 };
 
-} // namespace indexer
+} // namespace usage

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -321,4 +321,4 @@ void Transaction::commit()
     m_isOpen = m_database.problem().has_value();
 }
 
-} // namespace indexer
+} // namespace usage

@@ -9,7 +9,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace indexer {
+namespace usage {
 
 /// One connection to an SQLite database. What goes wrong is kept, and from then on everything does
 /// nothing, so that it is enough to look at the end. Statements know `seal(value, …)`, a hash.
@@ -115,4 +115,4 @@ private:
     bool m_isOpen = true;
 };
 
-} // namespace indexer
+} // namespace usage

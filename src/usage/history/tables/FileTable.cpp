@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -147,4 +147,4 @@ void FileTable::seal(std::int64_t id)
     m_seal.bind(id).run();
 }
 
-} // namespace indexer
+} // namespace usage

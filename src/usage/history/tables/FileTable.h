@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A file that the history knows.
 struct KnownFile {
@@ -47,4 +47,4 @@ private:
     Statement m_seal;
 };
 
-} // namespace indexer
+} // namespace usage

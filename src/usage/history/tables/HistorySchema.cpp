@@ -6,7 +6,7 @@
 #include <array>
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -178,7 +178,7 @@ void take(Database &database, std::int64_t version)
     database.run(step.last);
     database.run(fmt::format("PRAGMA user_version = {}", version + 1));
     if (version + 1 == newest) {
-        FactTable(database).set(versionFact, newest);
+        NoteTable(database).set(versionFact, newest);
     }
     transaction.commit();
 }
@@ -189,7 +189,7 @@ bool isOfNewerVersion(Database &database)
     if (database.number("PRAGMA user_version") <= newest) {
         return false;
     }
-    const bool isNewest = FactTable(database).number(versionFact) == newest;
+    const bool isNewest = NoteTable(database).number(versionFact) == newest;
     const bool isReadable = !database.isDamaged();
     database.goOn(); // who knows how a newer version keeps its facts
     return !isNewest || !isReadable;
@@ -237,4 +237,4 @@ std::string schemaProblem(Database &database)
     return isWhole ? std::string() : "it does not have the tables of a history";
 }
 
-} // namespace indexer
+} // namespace usage

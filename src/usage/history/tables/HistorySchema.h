@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// Gives a database the tables of the history, step by step from whatever version they are of. Says
 /// why it cannot be used, if so; a newer version's is left as it is.
@@ -16,4 +16,4 @@ namespace indexer {
 /// What is wrong with the tables of a history that is there; empty when nothing is.
 [[nodiscard]] std::string schemaProblem(Database &database);
 
-} // namespace indexer
+} // namespace usage

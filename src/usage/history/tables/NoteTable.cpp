@@ -5,9 +5,9 @@
 #include <charconv>
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
-std::int64_t FactTable::number(std::string_view name) const
+std::int64_t NoteTable::number(std::string_view name) const
 {
     const std::string digits = text(name);
     std::int64_t value = 0;
@@ -15,7 +15,7 @@ std::int64_t FactTable::number(std::string_view name) const
     return value;
 }
 
-std::string FactTable::text(std::string_view name) const
+std::string NoteTable::text(std::string_view name) const
 {
     Statement rows(m_database,
         fmt::format(
@@ -31,12 +31,12 @@ std::string FactTable::text(std::string_view name) const
     return value;
 }
 
-void FactTable::set(std::string_view name, std::int64_t value)
+void NoteTable::set(std::string_view name, std::int64_t value)
 {
     set(name, std::string_view(std::to_string(value)));
 }
 
-void FactTable::set(std::string_view name, std::string_view value)
+void NoteTable::set(std::string_view name, std::string_view value)
 {
     Statement replacement(m_database,
         "INSERT OR REPLACE INTO fact (name, value, seal)"
@@ -44,4 +44,4 @@ void FactTable::set(std::string_view name, std::string_view value)
     replacement.bind(name, value).run();
 }
 
-} // namespace indexer
+} // namespace usage

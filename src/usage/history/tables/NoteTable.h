@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// When the last run was, in milliseconds since 1970.
 constexpr std::string_view lastRunFact = "last run";
@@ -19,9 +19,9 @@ constexpr std::string_view outdatedSums = "outdated";
 constexpr std::string_view writtenFact = "written";
 
 /// Single facts that the history keeps by name.
-class FactTable final {
+class NoteTable final {
 public:
-    explicit FactTable(Database &database)
+    explicit NoteTable(Database &database)
         : m_database(database)
     {
     }
@@ -38,4 +38,4 @@ private:
     Database &m_database;
 };
 
-} // namespace indexer
+} // namespace usage

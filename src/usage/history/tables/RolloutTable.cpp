@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <map>
 
-namespace indexer {
+namespace usage {
 
 RolloutTable::RolloutTable(Database &database)
     : m_database(database)
@@ -143,4 +143,4 @@ void RolloutTable::remove(std::int64_t file)
     }
 }
 
-} // namespace indexer
+} // namespace usage

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace indexer {
+namespace usage {
 
 /// A rollout as it is kept: its file, the bytes that it is packed into, and the threads that it has
 /// to do with.
@@ -45,4 +45,4 @@ private:
     Statement m_kin;
 };
 
-} // namespace indexer
+} // namespace usage

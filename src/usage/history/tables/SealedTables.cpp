@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -46,7 +46,7 @@ bool hasBrokenRow(Database &database)
 /// Of what can be made anew.
 bool hasBrokenSum(Database &database)
 {
-    return hasBrokenSeal(database, sessionTable) || !SumTable::isSound(database);
+    return hasBrokenSeal(database, sessionTable) || !SpentTable::isSound(database);
 }
 
 } // namespace
@@ -119,4 +119,4 @@ DamageFound damageOf(Database &database)
     return {};
 }
 
-} // namespace indexer
+} // namespace usage

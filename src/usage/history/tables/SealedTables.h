@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace indexer {
+namespace usage {
 
 /// A table each of whose rows ends with a `seal`, a hash of its other columns.
 struct SealedTable {
@@ -52,4 +52,4 @@ struct DamageFound {
 /// Looks at everything, as far as its version lets it.
 [[nodiscard]] DamageFound damageOf(Database &database);
 
-} // namespace indexer
+} // namespace usage

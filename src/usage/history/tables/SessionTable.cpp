@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 SessionTable::SessionTable(Database &database, const TextPool &names)
     : m_database(database)
@@ -159,4 +159,4 @@ std::optional<Summary> SessionTable::summaryOf(std::uint64_t line) const
     return last;
 }
 
-} // namespace indexer
+} // namespace usage

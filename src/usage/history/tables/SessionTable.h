@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 
-namespace indexer {
+namespace usage {
 
 /// What is known of the sessions beyond their usage: by file of Claude Code, and put together as
 /// it is shown of both providers.
@@ -53,4 +53,4 @@ private:
     Statement m_faceReplacement;
 };
 
-} // namespace indexer
+} // namespace usage

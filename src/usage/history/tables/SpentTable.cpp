@@ -1,6 +1,6 @@
 #include "usage/history/tables/SpentTable.h"
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -26,12 +26,12 @@ SumKey keyOf(const Statement &row)
 
 } // namespace
 
-SumTable::SumTable(Database &database)
+SpentTable::SpentTable(Database &database)
     : m_database(database)
 {
 }
 
-bool SumTable::isSound(Database &database)
+bool SpentTable::isSound(Database &database)
 {
     Statement rows(database, selection);
     while (rows.next()) {
@@ -42,7 +42,7 @@ bool SumTable::isSound(Database &database)
     return true;
 }
 
-void SumTable::visitAll(const Visit &visit) const
+void SpentTable::visitAll(const Visit &visit) const
 {
     Statement rows(m_database, selection);
     while (rows.next()) {
@@ -55,7 +55,7 @@ void SumTable::visitAll(const Visit &visit) const
     }
 }
 
-bool SumTable::change(const std::map<SumKey, Sum> &differences)
+bool SpentTable::change(const std::map<SumKey, Sum> &differences)
 {
     constexpr const char *place = " WHERE provider = ? AND session = ? AND day = ? AND model = ?";
     Statement held(m_database, std::string("SELECT told FROM spent") + place);
@@ -90,9 +90,9 @@ bool SumTable::change(const std::map<SumKey, Sum> &differences)
     return isSound;
 }
 
-void SumTable::clear()
+void SpentTable::clear()
 {
     m_database.run("DELETE FROM spent");
 }
 
-} // namespace indexer
+} // namespace usage

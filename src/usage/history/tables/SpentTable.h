@@ -5,14 +5,14 @@
 
 #include <functional>
 
-namespace indexer {
+namespace usage {
 
 /// The sums that the history keeps, so that nobody has to go through all answers again.
-class SumTable final {
+class SpentTable final {
 public:
     using Visit = std::function<void(const SumKey &, const Sum &)>;
 
-    explicit SumTable(Database &database);
+    explicit SpentTable(Database &database);
 
     /// Whether all of them are as they were written.
     [[nodiscard]] static bool isSound(Database &database);
@@ -28,4 +28,4 @@ private:
     Database &m_database;
 };
 
-} // namespace indexer
+} // namespace usage

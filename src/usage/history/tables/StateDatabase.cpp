@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::optional<std::map<std::string, std::string>> readStateTitles(const fs::path
     return isSound ? std::optional(std::move(titles)) : std::nullopt;
 }
 
-} // namespace indexer
+} // namespace usage

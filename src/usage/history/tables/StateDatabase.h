@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// Codex's own database of its threads, state_N.sqlite of the highest N in its folder; empty when
 /// there is none.
@@ -19,4 +19,4 @@ namespace indexer {
 [[nodiscard]] std::optional<std::map<std::string, std::string>> readStateTitles(
     const std::filesystem::path &file);
 
-} // namespace indexer
+} // namespace usage

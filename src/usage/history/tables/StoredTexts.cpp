@@ -4,9 +4,9 @@
 
 #include <fmt/format.h>
 
-namespace indexer {
+namespace usage {
 
-NameTable::NameTable(Database &database)
+StoredTexts::StoredTexts(Database &database)
     : m_database(database)
 {
     checkStructure(database, textTable.name);
@@ -22,7 +22,7 @@ NameTable::NameTable(Database &database)
     m_saved = m_names.size();
 }
 
-void NameTable::save()
+void StoredTexts::save()
 {
     if (m_saved == m_names.size()) {
         return;
@@ -33,4 +33,4 @@ void NameTable::save()
     }
 }
 
-} // namespace indexer
+} // namespace usage

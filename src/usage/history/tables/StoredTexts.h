@@ -3,12 +3,12 @@
 #include "usage/history/tables/Database.h"
 #include "usage/values/TextPool.h"
 
-namespace indexer {
+namespace usage {
 
 /// The texts of the history with the numbers that its rows know them by, which leave none out.
-class NameTable final {
+class StoredTexts final {
 public:
-    explicit NameTable(Database &database);
+    explicit StoredTexts(Database &database);
 
     [[nodiscard]] TextPool &names() { return m_names; }
     [[nodiscard]] const TextPool &names() const { return m_names; }
@@ -22,4 +22,4 @@ private:
     std::size_t m_saved = 1; // number 0 is the empty text, which needs no row
 };
 
-} // namespace indexer
+} // namespace usage

@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 #include <optional>
 
-namespace indexer {
+namespace usage {
 
 namespace {
 
@@ -53,7 +53,7 @@ std::map<std::string, std::string, std::less<>> threadTitles(Database &database)
 void updateThreadNames(Database &database, const std::filesystem::path &codex, Skips &skips)
 {
     const std::filesystem::path file = codex / "session_index.jsonl";
-    FactTable facts(database);
+    NoteTable facts(database);
     const auto state = stateOf(file);
     if (!state || *state == facts.text(stateFact)) {
         return;
@@ -75,7 +75,7 @@ void updateThreadNames(Database &database, const std::filesystem::path &codex, S
 void updateThreadTitles(Database &database, const std::filesystem::path &codex)
 {
     const std::filesystem::path file = findStateDatabase(codex);
-    FactTable facts(database);
+    NoteTable facts(database);
     const std::string state = stateOfDatabase(file);
     if (file.empty() || state.empty() || state == facts.text(titlesFact)) {
         return;
@@ -98,4 +98,4 @@ void updateThreadTitles(Database &database, const std::filesystem::path &codex)
     transaction.commit();
 }
 
-} // namespace indexer
+} // namespace usage

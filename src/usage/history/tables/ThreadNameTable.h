@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-namespace indexer {
+namespace usage {
 
 /// The names that the user gave to Codex's threads, by their ids.
 [[nodiscard]] std::map<std::string, std::string, std::less<>> threadNames(Database &database);
@@ -22,4 +22,4 @@ void updateThreadNames(Database &database, const std::filesystem::path &codex, S
 /// Reads them when that has changed. Titles stay when it is gone, or cannot be read just now.
 void updateThreadTitles(Database &database, const std::filesystem::path &codex);
 
-} // namespace indexer
+} // namespace usage
