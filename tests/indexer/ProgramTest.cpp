@@ -285,6 +285,7 @@ TEST_F(Program, needsLittleMemoryForWhatNobodyWrites)
 {
     const std::string brackets(30'000'000, '[');
     std::vector<std::string> summaries;
+    summaries.reserve(2 * many + 1);
     for (int i = 0; i < 2 * many; ++i) {
         summaries.push_back(
             fmt::format(R"({{"type":"summary","summary":"title {}","leafUuid":"{}"}})", i, i));
@@ -306,6 +307,7 @@ TEST_F(Program, needsLittleMemoryForWhatNobodyWrites)
 TEST_F(Program, needsLittleMemoryForOneLineMore)
 {
     std::vector<std::string> lines;
+    lines.reserve(many + 1);
     for (int i = 0; i < many; ++i) {
         lines.push_back(
             fmt::format(R"({{"timestamp":"2026-11-20T09:00:00Z","type":"token_usage_record",)"

@@ -89,7 +89,8 @@ TEST_F(KeptHistory, isPricedAnewWithoutItsTranscripts)
     EXPECT_EQ(look()["days"][0]["date"], "2026-11-21");
     fs::remove(path);
     PriceTable prices = builtInPrices();
-    prices.set("claude-opus-5-5", {.rows = {{.rates = {.output = 40'000'000}}}});
+    const PriceRow dear {.rates = {.output = 40'000'000}};
+    prices.set("claude-opus-5-5", {.rows = {dear}});
     EXPECT_EQ(look(testNow(), prices)["totals"]["month"]["cost"], 2.0);
     // Days are those of the zone that the user is in now.
     const std::string zone = std::getenv("TZ");
@@ -137,13 +138,15 @@ TEST(AnswerTable, joinsWhatWasReadByTheSameRules)
     AnswerTable answers(database, names);
     const std::tuple<std::int64_t, std::uint64_t, std::uint64_t> steps[] = {
         {1, 500, 500}, {1, 300, 500}, {2, 400, 400}, {1, 900, 400}, {2, 700, 700}};
-    for (const auto &[rules, output, expected] : steps) {
+    for (const auto &step : steps) {
+        const auto [rules, output, counted] = step;
         FileAnswer answer {.key = {1, 2}, .record = {}};
         answer.record.standing = Standing(false, testNow());
         answer.record.usage.output = output;
         answers.put({&answer, 1}, rules);
-        answers.visitAll(
-            [&](const Answer &record) { EXPECT_EQ(record.usage.output, expected) << rules; });
+        std::uint64_t told = 0;
+        answers.visitAll([&told](const Answer &record) { told = record.usage.output; });
+        EXPECT_EQ(told, counted) << rules;
     }
     EXPECT_EQ(database.problem(), std::nullopt);
 }

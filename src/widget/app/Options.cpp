@@ -76,7 +76,7 @@ bool Options::isOn(Option option) const
     return row.stored != nullptr ? m_state.*row.stored : m_loginItem.isOn();
 }
 
-void Options::motionPreferenceChanged()
+void Options::motionPreferenceChanged() const
 {
     Motion::setReduced(m_affected.systemMotion.reduced() || !m_state.animations);
 }

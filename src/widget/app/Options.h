@@ -42,7 +42,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool isOn(GeneralSettings::Option option) const;
-    void motionPreferenceChanged();
+    void motionPreferenceChanged() const;
     void applyTopmost(bool on) override;
     void applyAnimations(bool on) override;
     void applyAutostart(bool on) override;

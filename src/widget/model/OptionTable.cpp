@@ -46,11 +46,11 @@ const OptionRow &optionRow(Option option)
 QString optionTitle(Option option, const Strings &strings)
 {
     const OptionRow &row = optionRow(option);
-    const QString title = row.english.isEmpty() ? strings.t(row.text)
-                                                : strings.text(row.text, row.english.toString());
+    QString title = row.english.isEmpty() ? strings.t(row.text)
+                                          : strings.text(row.text, row.english.toString());
     if (option != Option::Autostart) {
         return title;
     }
     const bool onMac = QSysInfo::kernelType() == "darwin"_L1;
-    return QString(title).replace("Windows"_L1, onMac ? "macOS"_L1 : "Linux"_L1);
+    return title.replace("Windows"_L1, onMac ? "macOS"_L1 : "Linux"_L1);
 }

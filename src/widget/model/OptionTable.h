@@ -21,9 +21,9 @@ protected:
 
 /// All that tells one option from another.
 struct OptionRow {
-    GeneralSettings::Option option;
+    GeneralSettings::Option option {};
     QLatin1String key;                                ///< in `state.json`
-    bool PersistedState::*stored;                     ///< null where the option is kept elsewhere
+    bool PersistedState::*stored = nullptr;           ///< null where the option is kept elsewhere
     QLatin1String text;                               ///< key of its title
     QStringView english;                              ///< the title, if the program carries it
     void (OptionEffects::*effect)(bool on) = nullptr; ///< the companion scripts see to the others
