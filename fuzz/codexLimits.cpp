@@ -6,7 +6,8 @@
 
 void tryInput(const QByteArray &bytes)
 {
-    const std::optional<CodexLimits> codex = CodexLimits::parse(bytes);
+    const std::optional<CodexLimits> codex =
+        CodexLimits::parse({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     if (!codex) {
         return;
     }

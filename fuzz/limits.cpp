@@ -7,7 +7,8 @@
 
 void tryInput(const QByteArray &bytes)
 {
-    if (const std::optional<Limits> limits = Limits::parse(bytes)) {
+    if (const std::optional<Limits> limits =
+            Limits::parse({bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
         lookAt(*limits, Limit::fiveHours, Limit::week);
     }
 }

@@ -230,7 +230,7 @@ TEST_F(Program, tellsWhatIsStoredWhereNothingCanBeWritten)
     EXPECT_EQ(run("--data 'a %3f#?' --claude claude"), "[0]");
     const fs::path folder = root / "a %3f#?";
     // As in a copy of the history alone.
-    Database(folder / "history.sqlite")
+    usage::Database(folder / "history.sqlite")
         .run("PRAGMA journal_mode = DELETE; PRAGMA journal_mode = WAL");
     fs::remove(folder / "history.sqlite-shm");
     fs::remove(folder / "history.sqlite-wal");

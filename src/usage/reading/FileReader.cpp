@@ -101,10 +101,18 @@ bool FileReader::readRollout(const FileTask &task, FilePiece piece)
         piece.isFresh = true;
         rollout = startRollout(std::string_view(name).substr(0, name.find(".jsonl")));
     }
-    RolloutReader reader(*rollout);
+    // Its reader's index of all records is gone before they are packed, and go into the history.
+    const bool isAtEnd = readLines(*rollout, piece);
+    piece.told = std::move(*rollout);
+    return isAtEnd && hand(std::move(piece), true);
+}
+
+bool FileReader::readLines(Rollout &rollout, FilePiece &piece)
+{
+    RolloutReader reader(rollout);
     RolloutLine line;
     m_lines = 0;
-    const bool isAtEnd = eachLine(line, piece.skips, [&] {
+    return eachLine(line, piece.skips, [&] {
         if (line.hasImpossibleNumbers) {
             piece.skips.add(LineSkip::ImpossibleNumbers);
         } else if (line.timestamp.empty() && !line.hasUsage) {
@@ -112,14 +120,12 @@ bool FileReader::readRollout(const FileTask &task, FilePiece piece)
         } else {
             if (line.kind == RolloutKind::SessionMeta && !line.id.empty() && piece.isFresh
                 && m_lines == 1 && m_reader.overlong() == 0) {
-                rollout->isNamed = false; // a front that is whole goes before the file's name
+                rollout.isNamed = false; // a front that is whole goes before the file's name
             }
             reader.add(line, timeOf(line.timestamp, m_now, piece.skips, piece.again));
         }
         return true;
     });
-    piece.told = std::move(*rollout);
-    return isAtEnd && hand(std::move(piece), true);
 }
 
 /// A file that was not read to its end must not look like one that was: the run may end here, and

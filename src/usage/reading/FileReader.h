@@ -24,6 +24,7 @@ private:
     [[nodiscard]] bool goOn(const FileTask &task);
     [[nodiscard]] bool readTranscript(FilePiece piece);
     [[nodiscard]] bool readRollout(const FileTask &task, FilePiece piece);
+    [[nodiscard]] bool readLines(Rollout &rollout, FilePiece &piece);
     [[nodiscard]] bool hand(FilePiece piece, bool isLast);
     template <typename Line, typename Add>
     [[nodiscard]] bool eachLine(Line &line, Skips &skips, Add add);
