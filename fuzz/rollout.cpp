@@ -2,11 +2,11 @@
 // and kept as bytes.
 
 #include "Lines.h"
-#include "usage/claude/TranscriptReader.h"
 #include "usage/codex/RolloutBook.h"
 #include "usage/codex/RolloutPacking.h"
 #include "usage/codex/RolloutReader.h"
 #include "usage/reading/LineParsers.h"
+#include "usage/values/PlausibleTime.h"
 
 namespace {
 

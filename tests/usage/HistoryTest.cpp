@@ -89,7 +89,7 @@ TEST_F(KeptHistory, isPricedAnewWithoutItsTranscripts)
     EXPECT_EQ(look()["days"][0]["date"], "2026-11-21");
     fs::remove(path);
     PriceTable prices = builtInPrices();
-    const PriceRow dear {.rates = {.output = 40'000'000}};
+    const PriceRow dear {.rates = {.output = {.picodollars = 40'000'000}}};
     prices.set("claude-opus-5-5", {.rows = {dear}});
     EXPECT_EQ(look(testNow(), prices)["totals"]["month"]["cost"], 2.0);
     // Days are those of the zone that the user is in now.
